@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+
+/// Addresses and bits of the bootstrap registers that every GigE Vision camera has. 32-bit registers, big-endian.
+namespace gvcp {
+
+namespace reg {
+inline constexpr std::uint32_t DeviceMode = 0x0004;
+inline constexpr std::uint32_t SupportedIpConfig = 0x0010;
+inline constexpr std::uint32_t CurrentIpConfig = 0x0014;
+inline constexpr std::uint32_t UserDefinedName = 0x00E8; ///< 16 bytes.
+inline constexpr std::uint32_t PersistentIp = 0x064C;
+inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
+inline constexpr std::uint32_t PersistentGateway = 0x066C;
+inline constexpr std::uint32_t GvcpCapability = 0x0934;
+inline constexpr std::uint32_t HeartbeatTimeout = 0x0938; ///< Milliseconds.
+inline constexpr std::uint32_t DiscoveryAckDelay = 0x0950; ///< Milliseconds, at most 1000.
+inline constexpr std::uint32_t ControlChannelPrivilege = 0x0A00;
+} // namespace reg
+
+/// Bits of the two IP configuration registers and of the same fields of a discovery acknowledge.
+namespace IpConfig {
+inline constexpr std::uint32_t Persistent = 0x1;
+inline constexpr std::uint32_t Dhcp = 0x2;
+inline constexpr std::uint32_t LinkLocal = 0x4; ///< Always on by the standard.
+} // namespace IpConfig
+
+/// Values of the control channel privilege register.
+namespace Privilege {
+inline constexpr std::uint32_t Open = 0x0;
+inline constexpr std::uint32_t Exclusive = 0x1; ///< Other applications may not even read.
+inline constexpr std::uint32_t Control = 0x2; ///< Other applications may read.
+} // namespace Privilege
+
+/// Bits of the GVCP capability register.
+namespace Capability {
+inline constexpr std::uint32_t Concatenation = 1u << 0;
+inline constexpr std::uint32_t WriteMemory = 1u << 1;
+inline constexpr std::uint32_t SerialNumber = 1u << 30;
+inline constexpr std::uint32_t UserDefinedName = 1u << 31;
+} // namespace Capability
+
+} // namespace gvcp
