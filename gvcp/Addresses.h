@@ -26,7 +26,8 @@ inline bool sameSubnet(Ipv4 a, Ipv4 b, Ipv4 mask)
     return ((a ^ b) & mask) == 0;
 }
 
-/// Ones, then zeros: 255.255.254.0 is one, 255.0.255.0 is none. 0.0.0.0 and 255.255.255.255 are contiguous too.
+/// Ones, then zeros: 255.255.254.0 is one, 255.0.255.0 is none. 0.0.0.0 and 255.255.255.255 are contiguous
+/// too.
 inline bool isContiguousMask(Ipv4 mask)
 {
     const Ipv4 hostBits = ~mask;
@@ -44,7 +45,8 @@ struct MacAddress
 /// "00:1A:2B:3C:4D:5E".
 std::string toText(const MacAddress& mac);
 
-/// Twelve hexadecimal digits in any case: in pairs joined by colons throughout or by dashes throughout, or bare.
+/// Twelve hexadecimal digits in any case: in pairs joined by colons throughout or by dashes throughout, or
+/// bare.
 std::optional<MacAddress> parseMac(std::string_view text);
 
 } // namespace gvcp

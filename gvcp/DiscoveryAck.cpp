@@ -29,9 +29,9 @@ struct TextField
 };
 
 constexpr TextField TextFields[] = {
-    {&DiscoveryAck::manufacturerName, 72, 32},  {&DiscoveryAck::modelName, 104, 32},
-    {&DiscoveryAck::deviceVersion, 136, 32},    {&DiscoveryAck::manufacturerInfo, 168, 48},
-    {&DiscoveryAck::serialNumber, 216, 16},     {&DiscoveryAck::userDefinedName, 232, 16},
+    {&DiscoveryAck::manufacturerName, 72, 32}, {&DiscoveryAck::modelName, 104, 32},
+    {&DiscoveryAck::deviceVersion, 136, 32},   {&DiscoveryAck::manufacturerInfo, 168, 48},
+    {&DiscoveryAck::serialNumber, 216, 16},    {&DiscoveryAck::userDefinedName, 232, 16},
 };
 
 } // namespace

@@ -31,8 +31,8 @@ struct DiscoveryAck
     bool operator==(const DiscoveryAck&) const = default;
 };
 
-/// Cameras exist that send fewer than the 248 bytes: what is missing is empty, as long as the address fields are
-/// there. Nothing otherwise.
+/// Cameras exist that send fewer than the 248 bytes: what is missing is empty, as long as the address fields
+/// are there. Nothing otherwise.
 std::optional<DiscoveryAck> parseDiscoveryAck(ByteView payload);
 
 /// All 248 bytes; a text longer than its field is cut.

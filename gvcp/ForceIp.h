@@ -8,8 +8,9 @@
 
 namespace gvcp {
 
-/// FORCEIP: the camera with this MAC takes these addresses until its next reset, all others ignore the command.
-/// Address 0.0.0.0 makes the camera run its stored IP configuration again. The acknowledge has no payload.
+/// FORCEIP: the camera with this MAC takes these addresses until its next reset, all others ignore the
+/// command. Address 0.0.0.0 makes the camera run its stored IP configuration again. The acknowledge has no
+/// payload.
 struct ForceIp
 {
     MacAddress mac;

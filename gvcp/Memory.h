@@ -6,14 +6,15 @@
 #include <optional>
 #include <vector>
 
-/// Payloads of the commands on a camera's memory. READREG and WRITEREG work on 32-bit registers; READMEM and WRITEMEM
-/// on blocks whose address and length are multiples of 4, which the parsers leave to the camera to judge.
+/// Payloads of the commands on a camera's memory. READREG and WRITEREG work on 32-bit registers; READMEM and
+/// WRITEMEM on blocks whose address and length are multiples of 4, which the parsers leave to the camera to
+/// judge.
 namespace gvcp {
 
 inline constexpr std::size_t MaxMemoryBlock = 536;
 
-/// READREG carries the registers' addresses, its acknowledge their values. Parsing gives nothing unless the payload is
-/// one or more whole words.
+/// READREG carries the registers' addresses, its acknowledge their values. Parsing gives nothing unless the
+/// payload is one or more whole words.
 Bytes encodeWords(const std::vector<std::uint32_t>& words);
 std::optional<std::vector<std::uint32_t>> parseWords(ByteView payload);
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <optional>
 
-/// The GigE Vision Control Protocol's packets: an 8-byte header and a payload, over UDP. Pure functions on bytes;
-/// views point into the bytes they were parsed from.
+/// The GigE Vision Control Protocol's packets: an 8-byte header and a payload, over UDP. Pure functions on
+/// bytes; views point into the bytes they were parsed from.
 namespace gvcp {
 
 /// The UDP port a camera listens on, and answers from.
@@ -17,7 +17,8 @@ inline constexpr std::size_t HeaderSize = 8;
 inline constexpr std::size_t MaxPayload = 540;
 
 /// Command codes; each one's acknowledge code is one higher.
-enum class Command : std::uint16_t {
+enum class Command : std::uint16_t
+{
     Discovery = 0x0002,
     ForceIp = 0x0004,
     ReadRegister = 0x0080,
@@ -26,7 +27,8 @@ enum class Command : std::uint16_t {
     WriteMemory = 0x0086,
 };
 
-enum class Status : std::uint16_t {
+enum class Status : std::uint16_t
+{
     Success = 0x0000,
     NotImplemented = 0x8001,
     InvalidParameter = 0x8002,
@@ -52,7 +54,7 @@ struct CommandPacket
 
 struct AcknowledgePacket
 {
-    Status status{}; ///< As received: an unknown 0x8xxx is an error of that camera's own.
+    Status status{};   ///< As received: an unknown 0x8xxx is an error of that camera's own.
     Command command{}; ///< The command it answers, that is the acknowledge code less one.
     std::uint16_t id = 0;
     ByteView payload;
@@ -61,7 +63,8 @@ struct AcknowledgePacket
 Bytes encodeCommand(Command command, std::uint8_t flags, std::uint16_t id, ByteView payload = {});
 Bytes encodeAcknowledge(Command command, Status status, std::uint16_t id, ByteView payload = {});
 
-/// Nothing when the bytes are no GVCP command: too short, another key, or a length that the datagram does not hold.
+/// Nothing when the bytes are no GVCP command: too short, another key, or a length that the datagram does not
+/// hold.
 std::optional<CommandPacket> parseCommand(ByteView datagram);
 
 /// Nothing when the bytes are no acknowledge: too short, a length that the datagram does not hold, an even

@@ -3,7 +3,8 @@
 
 #include <cstdint>
 
-/// Addresses and bits of the bootstrap registers that every GigE Vision camera has. 32-bit registers, big-endian.
+/// Addresses and bits of the bootstrap registers that every GigE Vision camera has. 32-bit registers,
+/// big-endian.
 namespace gvcp {
 
 namespace reg {
@@ -15,7 +16,7 @@ inline constexpr std::uint32_t PersistentIp = 0x064C;
 inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
 inline constexpr std::uint32_t PersistentGateway = 0x066C;
 inline constexpr std::uint32_t GvcpCapability = 0x0934;
-inline constexpr std::uint32_t HeartbeatTimeout = 0x0938; ///< Milliseconds.
+inline constexpr std::uint32_t HeartbeatTimeout = 0x0938;  ///< Milliseconds.
 inline constexpr std::uint32_t DiscoveryAckDelay = 0x0950; ///< Milliseconds, at most 1000.
 inline constexpr std::uint32_t ControlChannelPrivilege = 0x0A00;
 } // namespace reg
@@ -31,7 +32,7 @@ inline constexpr std::uint32_t LinkLocal = 0x4; ///< Always on by the standard.
 namespace Privilege {
 inline constexpr std::uint32_t Open = 0x0;
 inline constexpr std::uint32_t Exclusive = 0x1; ///< Other applications may not even read.
-inline constexpr std::uint32_t Control = 0x2; ///< Other applications may read.
+inline constexpr std::uint32_t Control = 0x2;   ///< Other applications may read.
 } // namespace Privilege
 
 /// Bits of the GVCP capability register.

@@ -4,9 +4,9 @@
 /**
  * The camera SDK: finds GigE Vision cameras on all networks of the host and forces addresses onto them.
  *
- * A C interface. Every function that returns int gives RZ_OK on success and else another RZ_ERROR code; functions may
- * be called from any thread, and at the same time. A call that has begun runs to its end even when its thread is
- * cancelled meanwhile.
+ * A C interface. Every function that returns int gives RZ_OK on success and else another RZ_ERROR code;
+ * functions may be called from any thread, and at the same time. A call that has begun runs to its end even
+ * when its thread is cancelled meanwhile.
  *
  * IPv4 values are in host order with the first octet in the top byte.
  */
@@ -35,10 +35,12 @@ enum RZ_ERROR
 {
     RZ_OK = 0,
     RZ_ERROR_HANDLE = 1, /**< The handle is none, or is destroyed. */
-    RZ_ERROR_PARAMETER = 2, /**< A null pointer, an address that no camera can have, an unknown transport layer. */
-    RZ_ERROR_NETWORK = 3, /**< The host's adapter is gone, or none could be used. */
+    RZ_ERROR_PARAMETER =
+        2, /**< A null pointer, an address that no camera can have, an unknown transport layer. */
+    RZ_ERROR_NETWORK = 3,   /**< The host's adapter is gone, or none could be used. */
     RZ_ERROR_NO_ANSWER = 4, /**< The camera is not heard any more. */
-    RZ_ERROR_ACCESS_DENIED = 5, /**< The camera is there and does not obey: another application controls it. */
+    RZ_ERROR_ACCESS_DENIED =
+        5,                /**< The camera is there and does not obey: another application controls it. */
     RZ_ERROR_REFUSED = 6, /**< The camera answered with an error other than that. */
     RZ_ERROR_INTERNAL = 7 /**< Out of memory or the like. */
 };
@@ -57,7 +59,7 @@ typedef struct RZ_GIGE_DEVICE_INFO
     char szManufacturerInfo[48];
     char szSerialNumber[16];
     char szUserDefinedName[16];
-    uint32_t nNetExportIp; /**< Address of the host adapter that heard the camera. */
+    uint32_t nNetExportIp;    /**< Address of the host adapter that heard the camera. */
     uint32_t nNetExportIndex; /**< That adapter's interface index; 0: the one that has nNetExportIp. */
     uint32_t nReserved[3];
 } RZ_GIGE_DEVICE_INFO;
@@ -66,15 +68,15 @@ typedef struct RZ_CC_DEVICE_INFO
 {
     uint16_t nMajorVersion; /**< Of GigE Vision, as the camera says. */
     uint16_t nMinorVersion;
-    uint32_t nMacHigh; /**< MAC bytes 1 and 2 in the low 16 bits. */
-    uint32_t nMacLow; /**< MAC bytes 3 to 6. */
+    uint32_t nMacHigh;        /**< MAC bytes 1 and 2 in the low 16 bits. */
+    uint32_t nMacLow;         /**< MAC bytes 3 to 6. */
     uint32_t nTransportLayer; /**< RZ_TL_GIGE. */
     uint32_t nReserved[4];
     RZ_GIGE_DEVICE_INFO stGigEInfo;
 } RZ_CC_DEVICE_INFO;
 
-/** The records belong to the SDK and stay where they are as long as the process runs: one for each camera and adapter
- *  that hears it, brought up to date by every enumeration. */
+/** The records belong to the SDK and stay where they are as long as the process runs: one for each camera and
+ * adapter that hears it, brought up to date by every enumeration. */
 typedef struct RZ_CC_DEVICE_INFO_LIST
 {
     uint32_t nDeviceCount;
@@ -84,20 +86,20 @@ typedef struct RZ_CC_DEVICE_INFO_LIST
 /** The transport layers that this SDK drives: bit 0 is RZ_TL_GIGE. */
 RZ_API unsigned RZ_CC_EnumerateTls(void);
 
-/** Asks on every IPv4 adapter for cameras, for little more than a second. No camera, or no adapter, is an empty list
- *  and success. */
+/** Asks on every IPv4 adapter for cameras, for little more than a second. No camera, or no adapter, is an
+ * empty list and success. */
 RZ_API int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list);
 
-/** Whether the camera can be opened in this mode now. For a camera of a list just made this is known; else the camera
- *  is asked, and one that does not answer is not accessible. */
+/** Whether the camera can be opened in this mode now. For a camera of a list just made this is known; else
+ * the camera is asked, and one that does not answer is not accessible. */
 RZ_API bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode);
 
 /** Makes a handle for the camera as `info` says it now; does not talk to the camera. */
 RZ_API int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info);
 RZ_API int RZ_CC_DestroyHandle(void* handle);
 
-/** Gives the camera these addresses until its next reset. Done when the camera acknowledges or is found at the new
- *  address; at most 3 seconds. The camera is known by its MAC alone. */
+/** Gives the camera these addresses until its next reset. Done when the camera acknowledges or is found at
+ * the new address; at most 3 seconds. The camera is known by its MAC alone. */
 RZ_API int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway);
 
 #ifdef __cplusplus

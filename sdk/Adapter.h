@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Addresses.h"
+
+#include <string>
+#include <vector>
+
+namespace sdk {
+
+struct AdapterAddress
+{
+    gvcp::Ipv4 address = 0;
+    gvcp::Ipv4 mask = 0;
+};
+
+/// A network interface of this host with its IPv4 addresses, of which there is at least one.
+struct Adapter
+{
+    std::string name;
+    unsigned index = 0; ///< The kernel's interface index.
+    std::vector<AdapterAddress> addresses;
+
+    /// The address in whose subnet `camera` lies; null when it lies in none of them.
+    const AdapterAddress* inSubnetOf(gvcp::Ipv4 camera) const;
+};
+
+/// All interfaces that are up, not loopback and have an IPv4 address, in the kernel's order.
+std::vector<Adapter> hostAdapters();
+
+} // namespace sdk

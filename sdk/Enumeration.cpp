@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/Enumeration.h"
+
+#include "sdk/AccessCheck.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace sdk {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// When the broadcasts go out. The first four leave every answer the full second that a camera may hold it
+/// back, and get through a network that loses a tenth of all packets each way; the later ones get past a
+/// burst of losses.
+constexpr Clock::duration AskTimes[] = {0ms, 50ms, 100ms, 150ms, 400ms, 700ms};
+constexpr auto Window = 1150ms;
+/// A camera that answered at the last moment has this long to say whether it is accessible.
+constexpr auto GraceForAccess = 200ms;
+/// Answers of unknown cameras that are kept; a flood of forged ones ends here.
+constexpr std::size_t MaxUnknown = 1024;
+/// What had arrived when the time was up is still read, but no endless stream.
+constexpr int MaxLateDatagrams = 8192;
+
+class Enumeration
+{
+public:
+    Enumeration(Network& network, const IsKnown& isKnown) : m_network(network), m_isKnown(isKnown) {}
+
+    std::vector<FoundCamera> run();
+
+private:
+    using Key = std::pair<gvcp::MacAddress, std::size_t>;
+
+    void ask();
+    void listen(Clock::time_point until);
+    bool step(Clock::time_point until);
+    void take(const Datagram& datagram);
+    void note(const Datagram& datagram, gvcp::DiscoveryAck&& identity);
+
+    Network& m_network;
+    const IsKnown& m_isKnown;
+    RequestIds m_ids;
+    std::vector<std::uint16_t> m_discoveryIds;
+    AccessCheck m_access{m_network, m_ids};
+    std::map<Key, FoundCamera> m_found;
+    std::size_t m_unknown = 0;
+    int m_lateDatagrams = 0;
+};
+
+std::vector<FoundCamera> Enumeration::run()
+{
+    const auto start = m_network.now();
+    for (const auto time : AskTimes) {
+        listen(start + time);
+        ask();
+    }
+    listen(start + Window);
+    const auto end = start + Window + GraceForAccess;
+    while (m_access.isPending() && m_network.now() < end)
+        step(end);
+
+    std::vector<FoundCamera> result;
+    result.reserve(m_found.size());
+    for (auto& [key, camera] : m_found) {
+        camera.isAccessible = camera.isReachable && m_access.answer(camera.adapter, camera.identity.ip) ==
+                                                        AccessCheck::Answer::Accessible;
+        result.push_back(std::move(camera));
+    }
+    return result;
+}
+
+void Enumeration::ask()
+{
+    m_discoveryIds.push_back(m_ids.next());
+    const auto packet =
+        gvcp::encodeCommand(gvcp::Command::Discovery, gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge,
+                            m_discoveryIds.back());
+    // An adapter that cannot send costs the others nothing.
+    for (std::size_t adapter = 0; adapter < m_network.adapters().size(); ++adapter)
+        m_network.broadcast(adapter, packet);
+}
+
+void Enumeration::listen(Clock::time_point until)
+{
+    for (;;) {
+        const bool hasRead = step(until);
+        if (m_network.now() >= until && (!hasRead || ++m_lateDatagrams > MaxLateDatagrams))
+            return;
+    }
+}
+
+/// Waits for one datagram; whether there was one.
+bool Enumeration::step(Clock::time_point until)
+{
+    m_access.proceed();
+    const auto datagram = m_network.receive(std::min(until, m_access.nextStep()));
+    if (datagram)
+        take(*datagram);
+    return datagram.has_value();
+}
+
+void Enumeration::take(const Datagram& datagram)
+{
+    const auto acknowledge = gvcp::parseAcknowledge(datagram.payload);
+    if (!acknowledge)
+        return;
+    const bool isDiscovery = acknowledge->command == gvcp::Command::Discovery &&
+                             acknowledge->status == gvcp::Status::Success &&
+                             std::count(m_discoveryIds.begin(), m_discoveryIds.end(), acknowledge->id) > 0;
+    if (!isDiscovery)
+        m_access.take(datagram, *acknowledge);
+    else if (auto identity = gvcp::parseDiscoveryAck(acknowledge->payload))
+        note(datagram, std::move(*identity));
+}
+
+void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
+{
+    const Adapter& adapter = m_network.adapters()[datagram.adapter];
+    const Key key{identity.mac, datagram.adapter};
+    auto found = m_found.find(key);
+    if (found == m_found.end()) {
+        if (!m_isKnown(identity.mac, adapter) && ++m_unknown > MaxUnknown)
+            return;
+        found = m_found.emplace(key, FoundCamera{}).first;
+    }
+
+    const AdapterAddress* own = adapter.inSubnetOf(identity.ip);
+    found->second = {.identity = std::move(identity),
+                     .adapter = datagram.adapter,
+                     .adapterAddress = own ? own->address : adapter.addresses.front().address,
+                     .isReachable = own != nullptr};
+    if (own)
+        m_access.ask(datagram.adapter, own->address, found->second.identity.ip);
+}
+
+} // namespace
+
+std::vector<FoundCamera> enumerateCameras(Network& network, const IsKnown& isKnown)
+{
+    if (network.adapters().empty())
+        return {};
+    return Enumeration(network, isKnown).run();
+}
+
+} // namespace sdk

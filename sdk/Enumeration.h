@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/DiscoveryAck.h"
+#include "sdk/Network.h"
+
+#include <functional>
+#include <vector>
+
+namespace sdk {
+
+/// One camera as one adapter heard it.
+struct FoundCamera
+{
+    gvcp::DiscoveryAck identity;   ///< All of it from one packet, the latest.
+    std::size_t adapter = 0;       ///< Index of Network::adapters().
+    gvcp::Ipv4 adapterAddress = 0; ///< The adapter's address in the camera's subnet, else its first one.
+    bool isReachable = false;      ///< The camera is in the adapter's subnet.
+    bool isAccessible = false;     ///< Reachable, and its control channel is free.
+};
+
+using IsKnown = std::function<bool(const gvcp::MacAddress&, const Adapter&)>;
+
+/// Asks for cameras on all adapters at once, several times, and listens for as long as a camera may hold its
+/// answer back; asks the reachable ones meanwhile whether they are accessible. One entry for each camera and
+/// adapter, by MAC and adapter in a lasting order. What `isKnown` names is never crowded out by floods of
+/// other answers.
+std::vector<FoundCamera> enumerateCameras(Network& network, const IsKnown& isKnown);
+
+} // namespace sdk

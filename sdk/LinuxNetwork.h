@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sdk/FileDescriptor.h"
+#include "sdk/Network.h"
+
+#include <array>
+#include <poll.h>
+
+namespace sdk {
+
+/// The host's own network. Each adapter is heard through two sockets: an ordinary UDP socket that is pinned
+/// to the device, and, where the process may have one (CAP_NET_RAW), a packet socket. The second also gets
+/// what the kernel keeps from the first: answers that a reverse-path filter or a firewall drops. What both
+/// get comes twice.
+class LinuxNetwork : public Network
+{
+public:
+    /// Opens the sockets. An adapter on which that fails is left out of adapters().
+    explicit LinuxNetwork(const std::vector<Adapter>& adapters);
+
+    const std::vector<Adapter>& adapters() const override { return m_adapters; }
+    Clock::time_point now() const override { return Clock::now(); }
+    bool send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,
+              gvcp::ByteView datagram) override;
+    std::optional<Datagram> receive(Clock::time_point until) override;
+
+private:
+    struct Port
+    {
+        FileDescriptor udp;
+        FileDescriptor packets; ///< None without the privilege.
+    };
+
+    std::optional<Datagram> readUdp(std::size_t adapter);
+    std::optional<Datagram> readPacket(std::size_t adapter);
+
+    std::vector<Adapter> m_adapters;
+    std::vector<Port> m_ports;    ///< One for each of m_adapters.
+    std::vector<pollfd> m_polled; ///< Two for each port: udp, packets.
+    std::size_t m_turn = 0; ///< Index of m_polled that is read next, so that no busy adapter starves another.
+    std::array<std::uint8_t, 65536> m_buffer;
+};
+
+} // namespace sdk

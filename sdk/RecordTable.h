@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sdk/Enumeration.h"
+#include "sdk/RzCameraSdk.h"
+
+#include <map>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace sdk {
+
+/// The records that the program holds pointers to: one for each camera and adapter, never moved, never given
+/// to another camera, never freed. Thread-safe; a record itself is written word by word, and only where it
+/// changes, because other threads may be reading it.
+class RecordTable
+{
+public:
+    /// The process's one table. It is never destroyed: callers use records up to the very end.
+    static RecordTable& instance();
+
+    bool knows(const gvcp::MacAddress& mac, unsigned adapterIndex) const;
+
+    /// Brings the records up to date and lists them. Should there be more than a list holds, cameras come
+    /// before further sightings of the same camera, and those that are known before others.
+    void publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
+                 Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
+
+    /// Whether the camera was accessible, if an enumeration has asked it at its present address just now.
+    std::optional<bool> recentAccess(const RZ_CC_DEVICE_INFO& info, Clock::time_point now) const;
+
+private:
+    using Key = std::pair<gvcp::MacAddress, unsigned>; ///< Camera and interface index.
+
+    struct Entry
+    {
+        RZ_CC_DEVICE_INFO record{};
+        gvcp::Ipv4 askedAt = 0; ///< The address at which the camera was asked; 0 when it was not.
+        bool isAccessible = false;
+        Clock::time_point time{};
+    };
+
+    mutable std::mutex m_mutex;
+    std::map<Key, Entry> m_entries; ///< A map's elements stay where they are.
+};
+
+gvcp::MacAddress macOf(const RZ_CC_DEVICE_INFO& info);
+
+} // namespace sdk

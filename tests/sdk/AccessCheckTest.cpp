@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/AccessCheck.h"
+
+#include "gvcp/Registers.h"
+#include "tests/sdk/FakeNetwork.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+using namespace sdk;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr gvcp::Ipv4 Host = 0xC0A80105;
+constexpr gvcp::Ipv4 Camera = 0xC0A80114;
+
+class AccessCheckTest : public testing::Test
+{
+protected:
+    AccessCheck::Answer run()
+    {
+        check.ask(0, Host, Camera);
+        while (check.isPending()) {
+            if (const auto datagram = network.receive(check.nextStep()))
+                if (const auto acknowledge = gvcp::parseAcknowledge(datagram->payload))
+                    check.take(*datagram, *acknowledge);
+            check.proceed();
+        }
+        return check.answer(0, Camera);
+    }
+
+    void answerEach(const std::function<gvcp::Bytes(std::uint16_t id)>& make, gvcp::Ipv4 source = Camera)
+    {
+        network.onSend = [=, this](const FakeNetwork::Sent& sent) {
+            network.deliver(1ms, sent.adapter, source, make(sent.command().id));
+        };
+    }
+
+    static gvcp::Bytes refusal(std::uint16_t id, gvcp::Status status)
+    {
+        return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, status, id);
+    }
+
+    FakeNetwork network{{adapterWith(1, Host), adapterWith(2, 0xC0A80106)}};
+    RequestIds ids;
+    AccessCheck check{network, ids};
+};
+
+} // namespace
+
+TEST_F(AccessCheckTest, ReadsTheControlChannelPrivilegeRegister)
+{
+    answerEach([](auto id) { return registerAnswer(id, 0); });
+    EXPECT_EQ(run(), AccessCheck::Answer::Accessible);
+    const auto sent = network.sentCommands(gvcp::Command::ReadRegister);
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(sent[0].destination, Camera);
+    EXPECT_EQ(sent[0].source, Host);
+    EXPECT_EQ(sent[0].command().flags, 0x01);
+    EXPECT_THAT(sent[0].command().payload, testing::ElementsAre(0x00, 0x00, 0x0A, 0x00));
+}
+
+class TakenControlChannel : public AccessCheckTest, public testing::WithParamInterface<std::uint32_t>
+{};
+
+TEST_P(TakenControlChannel, IsNotAccessible)
+{
+    answerEach([](auto id) { return registerAnswer(id, GetParam()); });
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+}
+
+INSTANTIATE_TEST_SUITE_P(Privileges, TakenControlChannel, testing::Values(1u, 2u, 3u, 0x80000000u));
+
+TEST_F(AccessCheckTest, ARefusalIsNotAccessibleAndNotAskedAgain)
+{
+    answerEach([](auto id) { return refusal(id, gvcp::Status::AccessDenied); });
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    EXPECT_EQ(network.sentCommands(gvcp::Command::ReadRegister).size(), 1u);
+}
+
+TEST_F(AccessCheckTest, ASilentCameraIsAskedAgainWithTheSameIdAndThenGivenUp)
+{
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    const auto sent = network.sentCommands(gvcp::Command::ReadRegister);
+    EXPECT_EQ(sent.size(), 4u);
+    for (const auto& one : sent)
+        EXPECT_EQ(one.bytes, sent.front().bytes);
+    EXPECT_EQ(network.elapsed(), 600ms);
+}
+
+TEST_F(AccessCheckTest, ABusyCameraIsAskedAgain)
+{
+    int asked = 0;
+    answerEach(
+        [&asked](auto id) { return ++asked == 1 ? refusal(id, gvcp::Status::Busy) : registerAnswer(id, 0); });
+    EXPECT_EQ(run(), AccessCheck::Answer::Accessible);
+    EXPECT_EQ(asked, 2);
+}
+
+TEST_F(AccessCheckTest, AnswersOfOthersAreNotTheCameras)
+{
+    answerEach([](auto id) { return registerAnswer(id, 0); }, 0xC0A80115);
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible) << "another camera's address";
+}
+
+TEST_F(AccessCheckTest, AnswersHeardOnAnotherAdapterAreNotTheCameras)
+{
+    network.onSend = [this](const FakeNetwork::Sent& sent) {
+        network.deliver(1ms, 1, Camera, registerAnswer(sent.command().id, 0));
+    };
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+}
+
+TEST_F(AccessCheckTest, AnswersWithAnotherIdCodeOrLengthAreDropped)
+{
+    answerEach([](auto id) { return registerAnswer(static_cast<std::uint16_t>(id + 1), 0); });
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+}
+
+TEST_F(AccessCheckTest, AnAnswerWithoutExactlyOneValueIsNoPermission)
+{
+    answerEach([](auto id) {
+        return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::Success, id,
+                                       gvcp::Bytes(8));
+    });
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+}
+
+TEST_F(AccessCheckTest, ACameraThatWasNotAskedIsNotAccessible)
+{
+    EXPECT_EQ(check.answer(0, Camera), AccessCheck::Answer::NotAccessible);
+    EXPECT_FALSE(check.isPending());
+}

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/RzCameraSdk.h"
+
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+#include <thread>
+
+TEST(Handles, AreMadeForARecordAndDestroyedOnce)
+{
+    const RZ_CC_DEVICE_INFO info{};
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
+    ASSERT_NE(handle, nullptr);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_ERROR_HANDLE);
+}
+
+TEST(Handles, OfNothingAreRefused)
+{
+    const RZ_CC_DEVICE_INFO info{};
+    void* handle = nullptr;
+    EXPECT_EQ(RZ_CC_CreateHandle(nullptr, &info), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_CreateHandle(&handle, nullptr), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(handle, nullptr);
+    EXPECT_EQ(RZ_CC_DestroyHandle(nullptr), RZ_ERROR_HANDLE);
+}
+
+TEST(Handles, ThatAreNoneAreNotForcedOnto)
+{
+    int notAHandle = 0;
+    EXPECT_EQ(RZ_GIGE_ForceIpEx(nullptr, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_HANDLE);
+    EXPECT_EQ(RZ_GIGE_ForceIpEx(&notAHandle, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_HANDLE);
+}
+
+TEST(Handles, RefuseAddressesThatNoCameraCanHave)
+{
+    const RZ_CC_DEVICE_INFO info{};
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
+    for (const unsigned ip : {0u, 0x00010203u, 0x7F000001u, 0xE0000001u, 0xFFFFFFFFu})
+        EXPECT_EQ(RZ_GIGE_ForceIpEx(handle, ip, 0xFFFFFF00, 0), RZ_ERROR_PARAMETER) << std::hex << ip;
+    RZ_CC_DestroyHandle(handle);
+}
+
+TEST(Handles, OfACameraWhoseAdapterIsGoneSendNothing)
+{
+    RZ_CC_DEVICE_INFO info{};
+    info.stGigEInfo.nNetExportIndex = 0x7FFFFFFF;
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
+    EXPECT_EQ(RZ_GIGE_ForceIpEx(handle, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_NETWORK);
+    RZ_CC_DestroyHandle(handle);
+}
+
+TEST(TransportLayers, AreGigEVisionAlone)
+{
+    EXPECT_EQ(RZ_CC_EnumerateTls(), RZ_TL_GIGE);
+    RZ_CC_DEVICE_INFO_LIST list{};
+    EXPECT_EQ(RZ_CC_EnumDevices(2, &list), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_EnumDevices(RZ_TL_GIGE, nullptr), RZ_ERROR_PARAMETER);
+}
+
+TEST(Accessibility, IsOnlyKnownForExclusiveAccessToACamera)
+{
+    const RZ_CC_DEVICE_INFO info{};
+    EXPECT_FALSE(RZ_CC_IsDeviceAccessible(nullptr, RZ_ACCESS_EXCLUSIVE));
+    EXPECT_FALSE(RZ_CC_IsDeviceAccessible(&info, 0));
+    EXPECT_FALSE(RZ_CC_IsDeviceAccessible(&info, 3));
+}
+
+TEST(Cancellation, OfACallingThreadWaitsUntilTheCallIsDone)
+{
+    // The thread is cancelled before it calls; creating and destroying a handle still complete, and no lock
+    // stays taken.
+    static void* handle = nullptr;
+    static const RZ_CC_DEVICE_INFO info{};
+    std::thread thread([] {
+        pthread_cancel(pthread_self());
+        RZ_CC_CreateHandle(&handle, &info);
+        pthread_testcancel();
+        ADD_FAILURE() << "the thread should be gone by now";
+    });
+    thread.join();
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
+}

@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/RecordTable.h"
+
+#include "tests/sdk/FakeNetwork.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iostream>
+
+using namespace sdk;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr gvcp::Ipv4 Host = 0xC0A80105;
+
+FoundCamera found(const gvcp::DiscoveryAck& identity, std::size_t adapter = 0, bool isReachable = true,
+                  bool isAccessible = true)
+{
+    return {identity, adapter, Host, isReachable, isAccessible};
+}
+
+class RecordTableTest : public testing::Test
+{
+protected:
+    void publish(const std::vector<FoundCamera>& cameras) { table.publish(cameras, adapters, now, list); }
+
+    RecordTable table;
+    const std::vector<Adapter> adapters{adapterWith(7, Host), adapterWith(8, 0xC0A80106)};
+    Clock::time_point now{};
+    RZ_CC_DEVICE_INFO_LIST list{};
+};
+
+std::uint64_t residentKilobytes()
+{
+    std::ifstream status("/proc/self/status");
+    for (std::string word; status >> word;)
+        if (word == "VmRSS:") {
+            std::uint64_t value = 0;
+            status >> value;
+            return value;
+        }
+    return 0;
+}
+
+} // namespace
+
+TEST_F(RecordTableTest, ARecordHasAllThatTheCameraSaid)
+{
+    gvcp::DiscoveryAck camera = cameraAt(0x5E, 0xC0A80114);
+    camera.mac = {{0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}};
+    camera.versionMajor = 2;
+    camera.versionMinor = 1;
+    camera.ipConfigOptions = 0x80000007;
+    camera.gateway = 0xC0A801FE;
+    camera.manufacturerName = "Maker";
+    camera.deviceVersion = "1.2";
+    camera.manufacturerInfo = "Info";
+    camera.userDefinedName = "Left";
+    publish({found(camera)});
+
+    ASSERT_EQ(list.nDeviceCount, 1u);
+    const RZ_CC_DEVICE_INFO& record = *list.apDeviceInfo[0];
+    EXPECT_EQ(record.nMajorVersion, 2);
+    EXPECT_EQ(record.nMinorVersion, 1);
+    EXPECT_EQ(record.nMacHigh, 0x0000001Au);
+    EXPECT_EQ(record.nMacLow, 0x2B3C4D5Eu);
+    EXPECT_EQ(record.nTransportLayer, 1u);
+    EXPECT_EQ(macOf(record), camera.mac);
+    EXPECT_EQ(record.stGigEInfo.nIpConfigOptions, 0x80000007u);
+    EXPECT_EQ(record.stGigEInfo.nIpConfigCurrent, 2u);
+    EXPECT_EQ(record.stGigEInfo.nDeviceIp, 0xC0A80114u);
+    EXPECT_EQ(record.stGigEInfo.nDeviceSubnetMask, 0xFFFFFF00u);
+    EXPECT_EQ(record.stGigEInfo.nDeviceGateway, 0xC0A801FEu);
+    EXPECT_STREQ(record.stGigEInfo.szManufacturerName, "Maker");
+    EXPECT_STREQ(record.stGigEInfo.szModelName, "Model");
+    EXPECT_STREQ(record.stGigEInfo.szDeviceVersion, "1.2");
+    EXPECT_STREQ(record.stGigEInfo.szManufacturerInfo, "Info");
+    EXPECT_STREQ(record.stGigEInfo.szSerialNumber, "94");
+    EXPECT_STREQ(record.stGigEInfo.szUserDefinedName, "Left");
+    EXPECT_EQ(record.stGigEInfo.nNetExportIp, Host);
+    EXPECT_EQ(record.stGigEInfo.nNetExportIndex, 7u);
+}
+
+TEST_F(RecordTableTest, TextsThatFillTheirFieldStillEndInANul)
+{
+    gvcp::DiscoveryAck camera = cameraAt(1, 1);
+    camera.serialNumber = "0123456789ABCDEF";
+    camera.userDefinedName = "0123456789ABC\xE7\x9B\xB8"; // A three-byte character that would be cut in half.
+    publish({found(camera)});
+    EXPECT_STREQ(list.apDeviceInfo[0]->stGigEInfo.szSerialNumber, "0123456789ABCDE");
+    EXPECT_STREQ(list.apDeviceInfo[0]->stGigEInfo.szUserDefinedName, "0123456789ABC");
+}
+
+TEST_F(RecordTableTest, ATextOfContinuationBytesAloneIsHarmless)
+{
+    gvcp::DiscoveryAck camera = cameraAt(1, 1);
+    camera.serialNumber = std::string(16, '\x80');
+    publish({found(camera)});
+    EXPECT_STREQ(list.apDeviceInfo[0]->stGigEInfo.szSerialNumber, "");
+}
+
+TEST_F(RecordTableTest, RecordsStayWhereTheyAreAndAreBroughtUpToDate)
+{
+    publish(
+        {found(cameraAt(1, 0x01010101)), found(cameraAt(1, 0x01010101), 1), found(cameraAt(2, 0x02020202))});
+    ASSERT_EQ(list.nDeviceCount, 3u);
+    RZ_CC_DEVICE_INFO* const first = list.apDeviceInfo[0];
+    RZ_CC_DEVICE_INFO* const second = list.apDeviceInfo[1];
+    EXPECT_NE(first, second) << "one for each adapter";
+
+    publish({});
+    EXPECT_EQ(list.nDeviceCount, 0u);
+    EXPECT_EQ(first->stGigEInfo.nDeviceIp, 0x01010101u) << "a camera that is gone keeps its record";
+
+    publish({found(cameraAt(1, 0x01010199))});
+    ASSERT_EQ(list.nDeviceCount, 1u);
+    EXPECT_EQ(list.apDeviceInfo[0], first);
+    EXPECT_EQ(first->stGigEInfo.nDeviceIp, 0x01010199u);
+    EXPECT_EQ(second->stGigEInfo.nDeviceIp, 0x01010101u);
+}
+
+TEST_F(RecordTableTest, AChangedTextLeavesNothingOfTheOldOne)
+{
+    gvcp::DiscoveryAck camera = cameraAt(1, 1);
+    camera.userDefinedName = "a long old name";
+    publish({found(camera)});
+    camera.userDefinedName = "new";
+    publish({found(camera)});
+    EXPECT_EQ(std::string_view(list.apDeviceInfo[0]->stGigEInfo.szUserDefinedName, 16),
+              std::string_view("new\0\0\0\0\0\0\0\0\0\0\0\0\0", 16));
+}
+
+TEST_F(RecordTableTest, AListOf256PrefersCamerasToFurtherSightingsOfThem)
+{
+    std::vector<FoundCamera> cameras;
+    for (std::uint8_t i = 0; i < 200; ++i) {
+        cameras.push_back(found(cameraAt(i, i), 0, false));
+        cameras.push_back(found(cameraAt(i, i), 1, true));
+    }
+    publish(cameras);
+    ASSERT_EQ(list.nDeviceCount, 256u);
+    std::set<std::uint32_t> reachable;
+    for (std::uint32_t i = 0; i < list.nDeviceCount; ++i)
+        if (list.apDeviceInfo[i]->stGigEInfo.nNetExportIndex == 8)
+            reachable.insert(list.apDeviceInfo[i]->nMacLow);
+    EXPECT_EQ(reachable.size(), 200u) << "each camera by the adapter that reaches it";
+}
+
+TEST_F(RecordTableTest, AListOf256KeepsTheCamerasThatAreKnown)
+{
+    const auto known = cameraAt(0xFF, 0xC0A80114);
+    publish({found(known)});
+    std::vector<FoundCamera> cameras;
+    for (unsigned i = 0; i < 1000; ++i) {
+        auto forged = cameraAt(0, i);
+        gvcp::writeU32(forged.mac.bytes, 0, i);
+        cameras.push_back(found(forged));
+    }
+    cameras.push_back(found(known, 0, false));
+    publish(cameras);
+    ASSERT_EQ(list.nDeviceCount, 256u);
+    EXPECT_EQ(macOf(*list.apDeviceInfo[255]), known.mac);
+}
+
+TEST_F(RecordTableTest, KnowsACameraByItsMacAndAdapter)
+{
+    publish({found(cameraAt(1, 1))});
+    EXPECT_TRUE(table.knows(cameraAt(1, 1).mac, 7));
+    EXPECT_FALSE(table.knows(cameraAt(1, 1).mac, 8));
+    EXPECT_FALSE(table.knows(cameraAt(2, 1).mac, 7));
+}
+
+TEST_F(RecordTableTest, ForgedCamerasWithoutEndDoNotGrowItWithoutEnd)
+{
+    const auto real = cameraAt(1, 0xC0A80114);
+    publish({found(real)});
+    for (unsigned round = 0; round < 100; ++round) {
+        std::vector<FoundCamera> cameras{found(real)};
+        for (unsigned i = 0; i < 255; ++i) {
+            auto forged = cameraAt(0, 1);
+            gvcp::writeU32(forged.mac.bytes, 0, round << 16 | i);
+            cameras.push_back(found(forged));
+        }
+        publish(cameras);
+    }
+    ASSERT_GE(list.nDeviceCount, 1u);
+    EXPECT_EQ(macOf(*list.apDeviceInfo[0]), real.mac);
+    EXPECT_LT(list.nDeviceCount, 256u) << "no room is left for unknown ones";
+}
+
+TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAsked)
+{
+    publish({found(cameraAt(1, 11), 0, true, true), found(cameraAt(2, 22), 0, true, false),
+             found(cameraAt(3, 33), 0, false, false)});
+    RZ_CC_DEVICE_INFO free = *list.apDeviceInfo[0];
+    EXPECT_EQ(table.recentAccess(free, now), true);
+    EXPECT_EQ(table.recentAccess(*list.apDeviceInfo[1], now), false);
+    EXPECT_EQ(table.recentAccess(*list.apDeviceInfo[2], now), std::nullopt) << "was not asked";
+    EXPECT_EQ(table.recentAccess(free, now + 1min), std::nullopt);
+    free.stGigEInfo.nDeviceIp = 12;
+    EXPECT_EQ(table.recentAccess(free, now), std::nullopt);
+    EXPECT_EQ(table.recentAccess(RZ_CC_DEVICE_INFO{}, now), std::nullopt);
+}
+
+TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
+{
+    FakeNetwork network({adapterWith(7, Host, 0xFFFF0000)});
+    network.keepsSent = false;
+    std::vector<gvcp::DiscoveryAck> cameras;
+    for (unsigned i = 0; i < 256; ++i)
+        cameras.push_back(cameraAt(static_cast<std::uint8_t>(i), 0xC0A80200 + i));
+    bool answers = false;
+    network.onSend = [&](const FakeNetwork::Sent& sent) {
+        const auto command = sent.command();
+        if (command.command == gvcp::Command::ReadRegister)
+            network.deliver(1ms, 0, sent.destination, registerAnswer(command.id, 0));
+        else if (std::exchange(answers, false))
+            for (const auto& camera : cameras)
+                network.deliver(1ms, 0, camera.ip, discoveryAnswer(command.id, camera));
+    };
+    const auto enumerateOften = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            answers = true;
+            table.publish(
+                enumerateCameras(
+                    network, [this](auto& mac, auto& adapter) { return table.knows(mac, adapter.index); }),
+                network.adapters(), network.now(), list);
+            ASSERT_EQ(list.nDeviceCount, 256u);
+        }
+    };
+    enumerateOften(100);
+    const auto before = residentKilobytes();
+    enumerateOften(10'000);
+    const auto after = residentKilobytes();
+    std::cout << "resident before: " << before << " kB, after 10,000 enumerations: " << after << " kB\n";
+    ASSERT_GT(before, 0u);
+    EXPECT_LE(after, before + 256);
+}
