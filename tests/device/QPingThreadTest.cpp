@@ -1,0 +1,209 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "device/QPingThread.h"
+
+#include "tests/device/QtFixture.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using testing::ElementsAre;
+
+namespace {
+
+/// With a program "cmd" of the test's own, first in PATH.
+class QPingThreadTest : public QtFixture
+{
+protected:
+    void SetUp() override
+    {
+        ASSERT_TRUE(m_directory.isValid());
+        qputenv("PATH", m_directory.path().toLocal8Bit() + ':' + m_path);
+    }
+    void TearDown() override { qputenv("PATH", m_path); }
+
+    /// "cmd" becomes this shell script.
+    void setCmd(const QByteArray& script)
+    {
+        QFile cmd(m_directory.filePath("cmd"));
+        ASSERT_TRUE(cmd.open(QIODevice::WriteOnly));
+        cmd.write("#!/bin/sh\n" + script + '\n');
+        cmd.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+
+    QByteArray file(const char* name) const
+    {
+        QFile file(m_directory.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    /// One job from start to end; the watchdog is well below the 30 s that the worker would wait.
+    void runOnce(QPingThread& thread)
+    {
+        orderEndOf(thread);
+        thread.start();
+        ASSERT_TRUE(awaitEnd(thread));
+    }
+
+    QString directory() const { return m_directory.path(); }
+
+private:
+    QTemporaryDir m_directory;
+    QByteArray m_path = qgetenv("PATH");
+};
+
+} // namespace
+
+TEST_F(QPingThreadTest, RunsOneEchoRequestThroughCmd)
+{
+    setCmd("printf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/arguments\"");
+    QPingThread::PingIPAddr("192.168.1.20");
+    EXPECT_EQ(file("arguments"), "2\n/c\nping 192.168.1.20 -n 1\n");
+}
+
+TEST_F(QPingThreadTest, AnAddressThatAnswersGivesTrueAndOneThatDoesNotGivesFalse)
+{
+    setCmd("case $2 in"
+           " *192.168.1.20*) echo 'Reply from 192.168.1.20: bytes=32 time=1ms TTL=64';;"
+           " *) echo 'Request timed out.'; exit 1;;"
+           " esac");
+    QPingThread thread;
+    thread.SetIPAddress("192.168.1.20");
+    runOnce(thread);
+    EXPECT_TRUE(thread.GetPingResult());
+
+    thread.SetIPAddress("192.168.1.21");
+    runOnce(thread);
+    EXPECT_FALSE(thread.GetPingResult());
+
+    thread.SetIPAddress("192.168.1.20");
+    runOnce(thread);
+    EXPECT_TRUE(thread.GetPingResult());
+}
+
+TEST_F(QPingThreadTest, HasNoResultBeforeTheFirstPing)
+{
+    EXPECT_FALSE(QPingThread().GetPingResult());
+}
+
+TEST_F(QPingThreadTest, TheTwoLettersInAnyWordCountAsAnAnswer)
+{
+    setCmd("echo no such terms");
+    EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+    setCmd("echo ms");
+    EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+    setCmd("echo 1 MS 2 m s");
+    EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
+    setCmd("");
+    EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
+}
+
+TEST_F(QPingThreadTest, OnlyStandardOutputUpToItsFirstNulIsLookedAt)
+{
+    setCmd("echo time=1ms >&2");
+    EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
+    setCmd("printf 'lost\\0time=1ms'");
+    EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
+    setCmd("printf 'time=1ms\\0'");
+    EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+}
+
+TEST_F(QPingThreadTest, TheExitStatusDoesNotMatter)
+{
+    setCmd("echo time=1ms; exit 3");
+    EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+}
+
+TEST_F(QPingThreadTest, ACrashIsNoAnswerWhateverWasPrinted)
+{
+    setCmd("echo time=1ms; kill -9 $$");
+    EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
+}
+
+TEST_F(QPingThreadTest, APingThatCannotStartIsFalseAtOnceAndSignalsItsEnd)
+{
+    qputenv("PATH", directory().toLocal8Bit()); // where there is no cmd
+    QPingThread thread;
+    int ends = 0;
+    QObject::connect(
+        &thread, &QPingThread::SigEndThread, &thread, [&] { ++ends; }, Qt::DirectConnection);
+    thread.SetIPAddress("10.0.0.1");
+    runOnce(thread);
+    EXPECT_FALSE(thread.GetPingResult());
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(QPingThreadTest, TheEndReachesAnotherThreadQueuedWithTheResultThere)
+{
+    setCmd("echo time=1ms");
+    QPingThread thread;
+    thread.SetIPAddress("10.0.0.1");
+    orderEndOf(thread);
+    bool result = false;
+    QThread* receivedOn = nullptr;
+    QObject receiver;
+    QObject::connect(&thread, &QPingThread::SigEndThread, &receiver, [&] {
+        receivedOn = QThread::currentThread();
+        result = thread.GetPingResult();
+    });
+    ASSERT_TRUE(startAndAwait(thread, &QPingThread::SigEndThread));
+    ASSERT_TRUE(awaitEnd(thread));
+    EXPECT_EQ(receivedOn, QThread::currentThread());
+    EXPECT_TRUE(result);
+}
+
+TEST_F(QPingThreadTest, ExitThreadSignalsTheEndItself)
+{
+    QPingThread thread;
+    int ends = 0;
+    QObject::connect(&thread, &QPingThread::SigEndThread, &thread, [&] { ++ends; });
+    thread.ExitThread();
+    EXPECT_EQ(ends, 1);
+}
+
+TEST_F(QPingThreadTest, ARunDuringAJobReturnsWithoutASignalOrAPing)
+{
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "looks at the worker's plain flag before SigEndThread() has ordered it";
+#endif
+    const QByteArray started = (directory() + "/started").toLocal8Bit();
+    const QByteArray go = (directory() + "/go").toLocal8Bit();
+    ASSERT_EQ(mkfifo(started, 0600), 0);
+    ASSERT_EQ(mkfifo(go, 0600), 0);
+    setCmd("cd \"$(dirname \"$0\")\"; echo $$ >> starts; echo > started; read line < go; echo time=1ms");
+    QPingThread thread;
+    int ends = 0;
+    QObject::connect(
+        &thread, &QPingThread::SigEndThread, &thread, [&] { ++ends; }, Qt::DirectConnection);
+    thread.SetIPAddress("10.0.0.1");
+    thread.start();
+    // A pipe opens when its other end does.
+    close(open(started, O_RDONLY | O_CLOEXEC));
+
+    thread.run();
+    thread.start();
+    EXPECT_EQ(ends, 0);
+
+    const int end = open(go, O_WRONLY | O_CLOEXEC);
+    ASSERT_EQ(write(end, "\n", 1), 1);
+    close(end);
+    ASSERT_TRUE(awaitEnd(thread));
+    EXPECT_EQ(ends, 1);
+    EXPECT_TRUE(thread.GetPingResult());
+    EXPECT_EQ(file("starts").count('\n'), 1);
+}
+
+TEST_F(QPingThreadTest, DestructionLetsARunningPingFinish)
+{
+    setCmd("echo finished > \"$(dirname \"$0\")/result\"");
+    {
+        QPingThread thread;
+        thread.SetIPAddress("10.0.0.1");
+        thread.start();
+    }
+    EXPECT_EQ(file("result"), "finished\n");
+}

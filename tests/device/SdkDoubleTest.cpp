@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/SdkDouble.h"
+
+#include <gmock/gmock.h>
+
+using testing::ElementsAre;
+
+TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
+{
+    SdkDouble sdk;
+    RZ_CC_DEVICE_INFO* const camera = sdk.record({.mac = "AC:1A:00:00:00:01"});
+
+    RZ_CC_DEVICE_INFO_LIST list{};
+    RZ_CC_EnumerateTls();
+    RZ_CC_EnumDevices(RZ_TL_GIGE, &list);
+    RZ_CC_IsDeviceAccessible(camera, RZ_ACCESS_EXCLUSIVE);
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, camera), RZ_OK);
+    RZ_GIGE_ForceIpEx(handle, 0x0A000001, 0xFF000000, 0x0A0000FE);
+    RZ_CC_DestroyHandle(handle);
+
+    EXPECT_THAT(sdk.calls(),
+                ElementsAre("EnumerateTls()", "EnumDevices(1)", "IsDeviceAccessible(AC:1A:00:00:00:01, 1)",
+                            "CreateHandle(AC:1A:00:00:00:01)",
+                            "ForceIpEx(AC:1A:00:00:00:01, 10.0.0.1, 255.0.0.0, 10.0.0.254)",
+                            "DestroyHandle(AC:1A:00:00:00:01)"));
+}
+
+TEST(SdkDoubleTest, ListsTheStatedRecords)
+{
+    SdkDouble sdk;
+    RZ_CC_DEVICE_INFO* const first = sdk.record({.model = "first", .adapter = "10.0.0.1"});
+    RZ_CC_DEVICE_INFO* const second = sdk.record({.mac = "FF:FE:FD:FC:FB:FA", .model = "second"});
+    sdk.listed = {second, first};
+
+    RZ_CC_DEVICE_INFO_LIST list{};
+    ASSERT_EQ(RZ_CC_EnumDevices(RZ_TL_GIGE, &list), RZ_OK);
+
+    ASSERT_EQ(list.nDeviceCount, 2u);
+    EXPECT_EQ(list.apDeviceInfo[0], second);
+    EXPECT_EQ(list.apDeviceInfo[1], first);
+    EXPECT_EQ(second->nMacHigh, 0xFFFEu);
+    EXPECT_EQ(second->nMacLow, 0xFDFCFBFAu);
+    EXPECT_STREQ(first->stGigEInfo.szModelName, "first");
+    EXPECT_EQ(first->stGigEInfo.nNetExportIp, 0x0A000001u);
+}
+
+TEST(SdkDoubleTest, KnowsAHandleFromItsCreationToItsDestruction)
+{
+    SdkDouble sdk;
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, sdk.record({})), RZ_OK);
+    EXPECT_EQ(sdk.livingHandles(), 1u);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_ERROR_HANDLE);
+    EXPECT_EQ(RZ_GIGE_ForceIpEx(handle, 1, 2, 3), RZ_ERROR_HANDLE);
+}
+
+TEST(SdkDoubleTest, GivesTheScriptedResults)
+{
+    SdkDouble sdk;
+    sdk.enumerateTls = [] { return 6u; };
+    sdk.enumDevices = [](RZ_CC_DEVICE_INFO_LIST&) { return RZ_ERROR_NETWORK; };
+    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
+    sdk.createHandle = [](const RZ_CC_DEVICE_INFO*) { return RZ_ERROR_INTERNAL; };
+
+    RZ_CC_DEVICE_INFO_LIST list{};
+    void* handle = nullptr;
+    EXPECT_EQ(RZ_CC_EnumerateTls(), 6u);
+    EXPECT_EQ(RZ_CC_EnumDevices(RZ_TL_GIGE, &list), RZ_ERROR_NETWORK);
+    EXPECT_FALSE(RZ_CC_IsDeviceAccessible(sdk.record({}), RZ_ACCESS_EXCLUSIVE));
+    EXPECT_EQ(RZ_CC_CreateHandle(&handle, sdk.record({})), RZ_ERROR_INTERNAL);
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST(SdkDoubleDeathTest, AbortsWhenCalledWithoutADouble)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_DEATH(RZ_CC_EnumerateTls(), "no SdkDouble exists");
+}

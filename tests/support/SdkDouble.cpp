@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/SdkDouble.h"
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+namespace {
+
+SdkDouble* s_double = nullptr;
+
+std::string dotted(uint32_t address)
+{
+    const in_addr networkOrder{htonl(address)};
+    char text[INET_ADDRSTRLEN];
+    return inet_ntop(AF_INET, &networkOrder, text, sizeof text);
+}
+
+std::string macOf(const RZ_CC_DEVICE_INFO* record)
+{
+    if (!record)
+        return "none";
+    char text[18];
+    std::snprintf(text, sizeof text, "%02X:%02X:%02X:%02X:%02X:%02X", (record->nMacHigh >> 8) & 0xFF,
+                  record->nMacHigh & 0xFF, record->nMacLow >> 24, (record->nMacLow >> 16) & 0xFF,
+                  (record->nMacLow >> 8) & 0xFF, record->nMacLow & 0xFF);
+    return text;
+}
+
+template <size_t Size>
+void setText(char (&field)[Size], const std::string& text)
+{
+    if (text.size() >= Size)
+        throw std::invalid_argument("longer than the record's field: " + text);
+    std::copy(text.begin(), text.end(), field);
+}
+
+} // namespace
+
+/// The C functions' way into the double.
+struct SdkCalls
+{
+    static SdkDouble& begin(std::string call)
+    {
+        if (!s_double) {
+            std::fprintf(stderr, "%s: no SdkDouble exists\n", call.c_str());
+            std::abort();
+        }
+        s_double->note(std::move(call));
+        return *s_double;
+    }
+
+    static int addHandle(SdkDouble& sdk, void** handle, const RZ_CC_DEVICE_INFO* record)
+    {
+        const std::lock_guard lock(sdk.m_mutex);
+        *handle = std::make_unique<char>().release();
+        sdk.m_handles[*handle] = const_cast<RZ_CC_DEVICE_INFO*>(record);
+        return RZ_OK;
+    }
+
+    static int removeHandle(SdkDouble& sdk, void* handle)
+    {
+        const std::lock_guard lock(sdk.m_mutex);
+        if (sdk.m_handles.erase(handle) == 0)
+            return RZ_ERROR_HANDLE;
+        delete static_cast<char*>(handle);
+        return RZ_OK;
+    }
+
+    static RZ_CC_DEVICE_INFO* recordOf(void* handle)
+    {
+        return s_double ? s_double->recordOf(handle) : nullptr;
+    }
+};
+
+SdkDouble::SdkDouble()
+    : enumerateTls([] { return RZ_TL_GIGE; }),
+      enumDevices([this](RZ_CC_DEVICE_INFO_LIST& list) {
+          list.nDeviceCount = static_cast<uint32_t>(listed.size());
+          std::copy(listed.begin(), listed.end(), list.apDeviceInfo);
+          return RZ_OK;
+      }),
+      isDeviceAccessible([](const RZ_CC_DEVICE_INFO*) { return true; }),
+      createHandle([](const RZ_CC_DEVICE_INFO* info) { return info ? RZ_OK : RZ_ERROR_PARAMETER; }),
+      forceIp([](RZ_CC_DEVICE_INFO* info, uint32_t ip, uint32_t mask, uint32_t gateway) {
+          info->stGigEInfo.nDeviceIp = ip;
+          info->stGigEInfo.nDeviceSubnetMask = mask;
+          info->stGigEInfo.nDeviceGateway = gateway;
+          return RZ_OK;
+      })
+{
+    if (s_double)
+        throw std::logic_error("one SdkDouble at a time");
+    s_double = this;
+}
+
+SdkDouble::~SdkDouble()
+{
+    s_double = nullptr;
+    for (const auto& handle : m_handles)
+        delete static_cast<char*>(handle.first);
+}
+
+RZ_CC_DEVICE_INFO* SdkDouble::record(const Camera& camera)
+{
+    unsigned mac[6];
+    if (std::sscanf(camera.mac.c_str(), "%2x:%2x:%2x:%2x:%2x:%2x", &mac[0], &mac[1], &mac[2], &mac[3],
+                    &mac[4], &mac[5]) != 6)
+        throw std::invalid_argument("no MAC address: " + camera.mac);
+
+    RZ_CC_DEVICE_INFO record{};
+    record.nMacHigh = mac[0] << 8 | mac[1];
+    record.nMacLow = mac[2] << 24 | mac[3] << 16 | mac[4] << 8 | mac[5];
+    record.nTransportLayer = RZ_TL_GIGE;
+    RZ_GIGE_DEVICE_INFO& block = record.stGigEInfo;
+    block.nIpConfigCurrent = camera.ipConfig;
+    block.nDeviceIp = address(camera.ip);
+    block.nDeviceSubnetMask = address(camera.mask);
+    block.nDeviceGateway = address(camera.gateway);
+    block.nNetExportIp = address(camera.adapter);
+    setText(block.szModelName, camera.model);
+    setText(block.szSerialNumber, camera.serial);
+    setText(block.szUserDefinedName, camera.userName);
+
+    const std::lock_guard lock(m_mutex);
+    return &m_records.emplace_back(record);
+}
+
+uint32_t SdkDouble::address(const std::string& dotted)
+{
+    in_addr networkOrder{};
+    if (inet_pton(AF_INET, dotted.c_str(), &networkOrder) != 1)
+        throw std::invalid_argument("no address: " + dotted);
+    return ntohl(networkOrder.s_addr);
+}
+
+std::vector<std::string> SdkDouble::calls() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_calls;
+}
+
+size_t SdkDouble::livingHandles() const
+{
+    const std::lock_guard lock(m_mutex);
+    return m_handles.size();
+}
+
+void SdkDouble::note(std::string call)
+{
+    const std::lock_guard lock(m_mutex);
+    m_calls.push_back(std::move(call));
+}
+
+RZ_CC_DEVICE_INFO* SdkDouble::recordOf(void* handle) const
+{
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_handles.find(handle);
+    return found == m_handles.end() ? nullptr : found->second;
+}
+
+extern "C" {
+
+unsigned RZ_CC_EnumerateTls(void)
+{
+    return SdkCalls::begin("EnumerateTls()").enumerateTls();
+}
+
+int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
+{
+    return SdkCalls::begin("EnumDevices(" + std::to_string(tlMask) + ")").enumDevices(*list);
+}
+
+bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode)
+{
+    return SdkCalls::begin("IsDeviceAccessible(" + macOf(info) + ", " + std::to_string(accessMode) + ")")
+        .isDeviceAccessible(info);
+}
+
+int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info)
+{
+    SdkDouble& sdk = SdkCalls::begin("CreateHandle(" + macOf(info) + ")");
+    const int result = sdk.createHandle(info);
+    return result == RZ_OK ? SdkCalls::addHandle(sdk, handle, info) : result;
+}
+
+int RZ_CC_DestroyHandle(void* handle)
+{
+    return SdkCalls::removeHandle(SdkCalls::begin("DestroyHandle(" + macOf(SdkCalls::recordOf(handle)) + ")"),
+                                  handle);
+}
+
+int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway)
+{
+    RZ_CC_DEVICE_INFO* const record = SdkCalls::recordOf(handle);
+    SdkDouble& sdk = SdkCalls::begin("ForceIpEx(" + macOf(record) + ", " + dotted(ip) + ", " +
+                                     dotted(subnetMask) + ", " + dotted(gateway) + ")");
+    return record ? sdk.forceIp(record, ip, subnetMask, gateway) : RZ_ERROR_HANDLE;
+}
+
+} // extern "C"

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sdk/RzCameraSdk.h"
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+/// Stands behind the SDK's C interface in place of the SDK: the test says what each call gives, and reads
+/// what was called, in order and with its arguments. The calls go to the SdkDouble that exists; without one
+/// they abort.
+///
+/// Calls may come from any thread. What a test sets, it sets while no call can be on its way.
+class SdkDouble
+{
+public:
+    /// What a record says, as texts; the defaults are a camera in the subnet 192.0.2.0/24, which is no real
+    /// host's.
+    struct Camera
+    {
+        std::string mac = "00:1A:2B:3C:4D:5E";
+        std::string ip = "192.0.2.20";
+        std::string mask = "255.255.255.0";
+        std::string gateway = "0.0.0.0";
+        std::string model = "Model";
+        std::string serial = "Serial";
+        std::string userName = "Name";
+        uint32_t ipConfig = 0;
+        std::string adapter = "192.0.2.5";
+    };
+
+    SdkDouble();
+    SdkDouble(const SdkDouble&) = delete;
+    SdkDouble& operator=(const SdkDouble&) = delete;
+    ~SdkDouble();
+
+    /// A new record, valid as long as the double.
+    RZ_CC_DEVICE_INFO* record(const Camera& camera);
+    static uint32_t address(const std::string& dotted);
+
+    /// What enumerations list, unless enumDevices is set to something else.
+    std::vector<RZ_CC_DEVICE_INFO*> listed;
+
+    // What the calls do, after they were noted; called without any lock.
+    std::function<unsigned()> enumerateTls;
+    std::function<int(RZ_CC_DEVICE_INFO_LIST&)> enumDevices;
+    std::function<bool(const RZ_CC_DEVICE_INFO*)> isDeviceAccessible;
+    std::function<int(const RZ_CC_DEVICE_INFO*)> createHandle;
+    /// With a living handle's record; an unknown handle gives RZ_ERROR_HANDLE without asking.
+    std::function<int(RZ_CC_DEVICE_INFO*, uint32_t ip, uint32_t mask, uint32_t gateway)> forceIp;
+
+    /// The calls so far: "EnumDevices(1)", "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
+    /// "ForceIpEx(00:1A:2B:3C:4D:5E, 192.168.1.20, 255.255.255.0, 0.0.0.0)". A handle shows as its camera's
+    /// MAC.
+    std::vector<std::string> calls() const;
+    /// Handles made and not destroyed yet.
+    size_t livingHandles() const;
+
+private:
+    friend struct SdkCalls;
+
+    void note(std::string call);
+    RZ_CC_DEVICE_INFO* recordOf(void* handle) const;
+
+    mutable std::mutex m_mutex; ///< Guards what follows.
+    std::deque<RZ_CC_DEVICE_INFO> m_records;
+    std::map<void*, RZ_CC_DEVICE_INFO*> m_handles;
+    std::vector<std::string> m_calls;
+};
