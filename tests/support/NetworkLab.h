@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <memory>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
 
-/// Private networks for tests: network namespaces without names, joined by veth pairs and a bridge. Everything is gone
-/// with its objects, and with the process however it ends. Failures throw std::runtime_error with the command and what
-/// it printed; a host that allows no namespaces makes the test fail that way.
+/// Private networks for tests: network namespaces without names, joined by veth pairs and a bridge.
+/// Everything is gone with its objects, and with the process however it ends. Failures throw
+/// std::runtime_error with the command and what it printed; a host that allows no namespaces makes the test
+/// fail that way.
 namespace lab {
 
-/// A child process; killed and reaped by the destructor.
+/// A child process and what it starts; killed and reaped by the destructor. It ends with this process too,
+/// unless it changes its user (tcpdump does: give it -Z root).
 class Process
 {
 public:
@@ -29,9 +31,11 @@ public:
 private:
     friend class Namespace;
     Process(pid_t pid, int outputFd);
+    /// Takes in what it has printed; false when that was the end of it.
+    bool readSome();
 
-    pid_t m_pid;
-    int m_output;
+    pid_t m_pid;  ///< 0 when it has been reaped.
+    int m_output; ///< -1 when it has been read to its end.
     std::string m_unread;
 };
 
@@ -58,9 +62,10 @@ public:
 
     /// Runs a shell command in it and gives what it printed; throws when its exit status is not 0.
     std::string run(const std::string& command) const;
-    /// Runs a program in it to its end, whatever its exit status.
+    /// Runs a program in it to its end (at most 60 s, then throws), whatever its exit status.
     Output execute(const std::vector<std::string>& arguments) const;
-    /// Starts a program in it; its standard output is read through the Process, its standard error is the test's own.
+    /// Starts a program in it; its standard output is read through the Process, its standard error is the
+    /// test's own.
     Process start(const std::vector<std::string>& arguments) const;
 
 private:
@@ -81,7 +86,8 @@ private:
 };
 
 /// Joins two namespaces by a veth pair, both ends up, without addresses.
-void connect(const Namespace& a, const std::string& interfaceA, const Namespace& b, const std::string& interfaceB);
+void connect(const Namespace& a, const std::string& interfaceA, const Namespace& b,
+             const std::string& interfaceB);
 
 /// An Ethernet switch (a bridge in a namespace of its own).
 class Switch
@@ -107,6 +113,9 @@ class Farm
 public:
     /// `json` as camera-farm reads it; returns when its cameras are on the network.
     Farm(Switch& network, const std::string& json);
+    Farm(const Farm&) = delete;
+    Farm& operator=(const Farm&) = delete;
+    ~Farm();
 
     /// Sends a command to the control socket; throws when the farm refuses it.
     std::string control(const std::string& command) const;
@@ -116,7 +125,7 @@ public:
 private:
     Namespace m_space;
     std::string m_directory; ///< Holds its configuration and its control socket.
-    std::shared_ptr<Process> m_process;
+    std::optional<Process> m_process;
 };
 
 } // namespace lab

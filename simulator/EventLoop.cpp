@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/EventLoop.h"
+
+#include "simulator/ControlSocket.h"
+#include "simulator/Farm.h"
+#include "simulator/TimerQueue.h"
+#include "simulator/Wire.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace simulator {
+
+namespace {
+
+// Frames taken in at a time, so that timers and commands get their turn in a flood.
+constexpr int FramesPerTurn = 32;
+
+sigset_t endSignals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGINT);
+    return signals;
+}
+
+class EndSignal
+{
+public:
+    EndSignal()
+    {
+        const sigset_t signals = endSignals();
+        m_fd = ::signalfd(-1, &signals, SFD_CLOEXEC);
+        if (m_fd < 0)
+            throw std::system_error(errno, std::generic_category(), "signalfd");
+    }
+    EndSignal(const EndSignal&) = delete;
+    EndSignal& operator=(const EndSignal&) = delete;
+    ~EndSignal() { ::close(m_fd); }
+
+    int fd() const { return m_fd; }
+
+private:
+    int m_fd;
+};
+
+int millisecondsTo(std::optional<TimerQueue::Clock::time_point> next)
+{
+    if (!next)
+        return -1;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - TimerQueue::Clock::now());
+    return static_cast<int>(std::max(left.count(), std::chrono::milliseconds::rep{0}));
+}
+
+} // namespace
+
+void holdSignals()
+{
+    const sigset_t signals = endSignals();
+    ::sigprocmask(SIG_BLOCK, &signals, nullptr);
+}
+
+void runUntilSignal(Wire& wire, Farm& farm, TimerQueue& timers, ControlSocket* control)
+{
+    const EndSignal end;
+    std::vector<pollfd> fds;
+    bool isWireIdle = true;
+    for (;;) {
+        fds = {{end.fd(), POLLIN, 0}, {wire.fd(), POLLIN, 0}};
+        if (control)
+            for (const int fd : control->descriptors())
+                fds.push_back({fd, POLLIN, 0});
+        const int wait = isWireIdle ? millisecondsTo(timers.next()) : 0;
+        if (::poll(fds.data(), fds.size(), wait) < 0 && errno != EINTR)
+            throw std::system_error(errno, std::generic_category(), "poll");
+        if (fds[0].revents != 0)
+            return;
+
+        timers.advance(TimerQueue::Clock::now());
+        isWireIdle = false;
+        for (int i = 0; i < FramesPerTurn && !isWireIdle; ++i) {
+            const auto frame = wire.receive();
+            if (frame)
+                farm.receive(*frame);
+            else
+                isWireIdle = true;
+        }
+        if (control &&
+            std::any_of(fds.begin() + 2, fds.end(), [](const pollfd& each) { return each.revents != 0; }))
+            control->serve();
+    }
+}
+
+} // namespace simulator

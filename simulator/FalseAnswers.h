@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Bytes.h"
+#include "simulator/CameraConfig.h"
+
+#include <random>
+#include <vector>
+
+namespace simulator {
+
+/// Datagrams of this kind to go with a DISCOVERY acknowledge; none is longer than an Ethernet frame carries.
+std::vector<gvcp::Bytes> makeNoise(CameraConfig::NoiseKind kind, gvcp::ByteView acknowledge,
+                                   std::mt19937& random);
+
+/// The acknowledge as another camera would send it: each `index` has a MAC of its own, always the same one,
+/// and an address in the genuine camera's subnet.
+gvcp::Bytes forgeAnswer(gvcp::ByteView acknowledge, std::uint32_t index);
+
+} // namespace simulator

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "simulator/FarmConfig.h"
+#include "simulator/Station.h"
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace simulator {
+
+/// All cameras of one interface. One thread.
+class Farm
+{
+public:
+    Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send);
+
+    void receive(const Frame& frame);
+
+    /// Null when it has no such camera.
+    Station* find(const gvcp::MacAddress& mac) const;
+    const std::vector<std::unique_ptr<Station>>& stations() const { return m_stations; }
+
+private:
+    std::vector<std::unique_ptr<Station>> m_stations;
+    std::map<gvcp::MacAddress, Station*> m_byMac;
+};
+
+} // namespace simulator

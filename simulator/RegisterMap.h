@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Bytes.h"
+#include "gvcp/Packet.h"
+#include "simulator/CameraConfig.h"
+
+#include <string>
+#include <vector>
+
+namespace simulator {
+
+/// A camera's memory: its bootstrap registers as bytes, and which of them can be written. Knows nothing of
+/// who asks.
+class RegisterMap
+{
+public:
+    explicit RegisterMap(const CameraConfig& config);
+
+    /// As an application may: InvalidAddress for what does not exist, BadAlignment unless address and length
+    /// are multiples of 4. `out` is unspecified unless Success.
+    gvcp::Status read(std::uint32_t address, std::span<std::uint8_t> out) const;
+    /// As read; also WriteProtect. Writes all or nothing.
+    gvcp::Status write(std::uint32_t address, gvcp::ByteView data);
+
+    /// For the camera itself, past write protection; the register must exist.
+    std::uint32_t word(std::uint32_t address) const;
+    void setWord(std::uint32_t address, std::uint32_t value);
+
+    IpSettings currentIp() const;
+    void setCurrentIp(const IpSettings& ip);
+    IpSettings persistentIp() const;
+    /// The application in control; all zero for none.
+    void setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port);
+    /// Ends at its first NUL.
+    std::string userName() const;
+    /// The first 248 bytes: what a DISCOVERY acknowledge carries.
+    gvcp::Bytes discoveryBlock() const;
+
+private:
+    struct Region
+    {
+        std::uint32_t address;
+        bool writable;
+        gvcp::Bytes bytes;
+
+        bool holds(std::uint32_t at) const { return at >= address && at - address < bytes.size(); }
+    };
+
+    const Region* regionAt(std::uint32_t address) const;
+    void add(std::uint32_t address, std::size_t size, bool writable);
+    void setText(std::uint32_t address, std::size_t size, const std::string& text);
+    /// The bytes from this address to the end of its region.
+    std::span<std::uint8_t> bytesAt(std::uint32_t address);
+
+    std::vector<Region> m_regions; ///< Each of whole registers, none overlapping, lowest address first.
+};
+
+} // namespace simulator

@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/Wire.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <linux/if_packet.h>
+#include <pcap/pcap.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <system_error>
+#include <tins/arp.h>
+#include <tins/ethernetII.h>
+#include <tins/icmp.h>
+#include <tins/ip.h>
+#include <tins/rawpdu.h>
+#include <tins/sniffer.h>
+#include <tins/udp.h>
+
+namespace simulator {
+
+namespace {
+
+// Not "inbound and": libpcap evaluates the first frames' filter by itself, and that word drops them there.
+constexpr char Filter[] = "arp or icmp or udp dst port 3956";
+constexpr unsigned FrameLimit = 2048;     // bytes; also the size of a slot in the capture's buffer
+constexpr unsigned BufferSize = 16 << 20; // bytes: thousands of frames, for bursts
+
+gvcp::MacAddress fromTins(const Tins::HWAddress<6>& mac)
+{
+    gvcp::MacAddress result;
+    std::copy(mac.begin(), mac.end(), result.bytes.begin());
+    return result;
+}
+
+Tins::HWAddress<6> toTins(const gvcp::MacAddress& mac)
+{
+    return mac.bytes.data();
+}
+
+gvcp::Ipv4 fromTins(const Tins::IPv4Address& address)
+{
+    return Tins::Endian::be_to_host(static_cast<std::uint32_t>(address));
+}
+
+Tins::IPv4Address toTins(gvcp::Ipv4 address)
+{
+    return Tins::IPv4Address(Tins::Endian::host_to_be(address));
+}
+
+gvcp::Bytes payloadOf(const Tins::PDU& pdu)
+{
+    const auto* const raw = pdu.find_pdu<Tins::RawPDU>();
+    return raw ? gvcp::Bytes(raw->payload().begin(), raw->payload().end()) : gvcp::Bytes();
+}
+
+Tins::IP ipHeader(gvcp::Ipv4 source, gvcp::Ipv4 destination)
+{
+    Tins::IP ip(toTins(destination), toTins(source));
+    ip.ttl(64);
+    return ip;
+}
+
+std::optional<Frame> fromTins(const Tins::EthernetII& ethernet)
+{
+    const gvcp::MacAddress source = fromTins(ethernet.src_addr());
+    const gvcp::MacAddress destination = fromTins(ethernet.dst_addr());
+    if (const auto* const arp = ethernet.find_pdu<Tins::ARP>()) {
+        ArpMessage message;
+        message.sourceMac = source;
+        message.destinationMac = destination;
+        message.isRequest = arp->opcode() == Tins::ARP::REQUEST;
+        message.sender = fromTins(arp->sender_ip_addr());
+        message.target = fromTins(arp->target_ip_addr());
+        message.targetMac = fromTins(arp->target_hw_addr());
+        return message;
+    }
+    const auto* const ip = ethernet.find_pdu<Tins::IP>();
+    if (!ip)
+        return std::nullopt;
+    if (const auto* const udp = ip->find_pdu<Tins::UDP>())
+        return UdpDatagram{source,       destination,  fromTins(ip->src_addr()), fromTins(ip->dst_addr()),
+                           udp->sport(), udp->dport(), payloadOf(*udp)};
+    const auto* const icmp = ip->find_pdu<Tins::ICMP>();
+    if (icmp && (icmp->type() == Tins::ICMP::ECHO_REQUEST || icmp->type() == Tins::ICMP::ECHO_REPLY))
+        return Echo{source,
+                    destination,
+                    fromTins(ip->src_addr()),
+                    fromTins(ip->dst_addr()),
+                    icmp->type() == Tins::ICMP::ECHO_REQUEST,
+                    icmp->id(),
+                    icmp->sequence(),
+                    payloadOf(*icmp)};
+    return std::nullopt;
+}
+
+Tins::PDU::serialization_type serialize(const UdpDatagram& datagram)
+{
+    auto frame = Tins::EthernetII(toTins(datagram.destinationMac), toTins(datagram.sourceMac)) /
+                 ipHeader(datagram.source, datagram.destination) /
+                 Tins::UDP(datagram.destinationPort, datagram.sourcePort) /
+                 Tins::RawPDU(datagram.payload.data(), static_cast<std::uint32_t>(datagram.payload.size()));
+    return frame.serialize();
+}
+
+Tins::PDU::serialization_type serialize(const ArpMessage& message)
+{
+    Tins::ARP arp(toTins(message.target), toTins(message.sender), toTins(message.targetMac),
+                  toTins(message.sourceMac));
+    arp.opcode(message.isRequest ? Tins::ARP::REQUEST : Tins::ARP::REPLY);
+    auto frame = Tins::EthernetII(toTins(message.destinationMac), toTins(message.sourceMac)) / arp;
+    return frame.serialize();
+}
+
+Tins::PDU::serialization_type serialize(const Echo& echo)
+{
+    Tins::ICMP icmp(echo.isRequest ? Tins::ICMP::ECHO_REQUEST : Tins::ICMP::ECHO_REPLY);
+    icmp.id(echo.id);
+    icmp.sequence(echo.sequence);
+    auto frame = Tins::EthernetII(toTins(echo.destinationMac), toTins(echo.sourceMac)) /
+                 ipHeader(echo.source, echo.destination) / icmp /
+                 Tins::RawPDU(echo.payload.data(), static_cast<std::uint32_t>(echo.payload.size()));
+    return frame.serialize();
+}
+
+Tins::SnifferConfiguration captureSettings()
+{
+    Tins::SnifferConfiguration settings;
+    settings.set_filter(Filter);
+    settings.set_snap_len(FrameLimit);
+    settings.set_buffer_size(BufferSize);
+    settings.set_promisc_mode(true);
+    settings.set_immediate_mode(true);
+    return settings;
+}
+
+} // namespace
+
+class Wire::Capture
+{
+public:
+    explicit Capture(const std::string& interface) : sniffer(interface, captureSettings())
+    {
+        char error[PCAP_ERRBUF_SIZE] = "";
+        if (pcap_setnonblock(handle(), 1, error) != 0)
+            throw std::runtime_error(error);
+        // The farm's own frames would take up the buffer that bursts need.
+        const int on = 1;
+        if (::setsockopt(pcap_fileno(handle()), SOL_PACKET, PACKET_IGNORE_OUTGOING, &on, sizeof on) != 0)
+            throw std::system_error(errno, std::generic_category(), "PACKET_IGNORE_OUTGOING");
+        // Looks once at what is there; the default waits for a frame.
+        sniffer.set_pcap_sniffing_method(&Capture::dispatch);
+    }
+
+    pcap_t* handle() { return sniffer.get_pcap_handle(); }
+
+    static int dispatch(pcap_t* handle, int count, pcap_handler handler, u_char* user)
+    {
+        const int result = pcap_dispatch(handle, count, handler, user);
+        if (result == PCAP_ERROR)
+            throw std::runtime_error(pcap_geterr(handle));
+        return result;
+    }
+
+    Tins::Sniffer sniffer;
+};
+
+Wire::Wire(const std::string& interface)
+try : m_capture(std::make_unique<Capture>(interface)) {
+    if (pcap_datalink(m_capture->handle()) != DLT_EN10MB)
+        throw std::runtime_error("it is no Ethernet interface");
+} catch (const std::exception& error) {
+    throw std::runtime_error("cannot open the interface " + interface + ": " + error.what());
+}
+
+Wire::~Wire() = default;
+
+int Wire::fd() const
+{
+    return pcap_get_selectable_fd(m_capture->handle());
+}
+
+std::optional<Frame> Wire::receive()
+{
+    for (;;) {
+        const std::unique_ptr<Tins::PDU> pdu(m_capture->sniffer.next_packet().pdu());
+        if (!pdu)
+            return std::nullopt;
+        if (const auto* const ethernet = pdu->find_pdu<Tins::EthernetII>())
+            if (auto frame = fromTins(*ethernet))
+                return frame;
+    }
+}
+
+void Wire::send(const Frame& frame)
+{
+    const auto bytes = std::visit([](const auto& message) { return serialize(message); }, frame);
+    pcap_inject(m_capture->handle(), bytes.data(), bytes.size());
+}
+
+} // namespace simulator

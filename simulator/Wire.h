@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "simulator/Frame.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace simulator {
+
+/// An Ethernet interface, read and written past the kernel's own network stack. Throws std::runtime_error
+/// when it cannot be opened, or is gone.
+class Wire
+{
+public:
+    explicit Wire(const std::string& interface);
+    Wire(const Wire&) = delete;
+    Wire& operator=(const Wire&) = delete;
+    ~Wire();
+
+    /// Readable when frames are waiting.
+    int fd() const;
+    /// The next frame that was sent by others; nothing when none is waiting. Never blocks.
+    std::optional<Frame> receive();
+    /// A frame that the interface does not take is lost, as on any network.
+    void send(const Frame& frame);
+
+private:
+    class Capture;
+    std::unique_ptr<Capture> m_capture;
+};
+
+} // namespace simulator

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/Commands.h"
+
+#include "simulator/Farm.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace simulator;
+using testing::HasSubstr;
+
+class CommandsTest : public testing::Test
+{
+protected:
+    std::string refusal(const std::string& line)
+    {
+        try {
+            return "accepted: " + runCommand(farm, line);
+        } catch (const CommandError& error) {
+            return error.what();
+        }
+    }
+
+    Station& camera() { return *farm.stations()[0]; }
+
+    int sent = 0;
+    TimerQueue timers{TimerQueue::Clock::time_point{}};
+    Farm farm{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+                                               "userName": "left", "rebootTime": 10}]})"),
+              timers, [this](const Frame&) { ++sent; }};
+};
+
+TEST_F(CommandsTest, ChangeTheCameraTheyName)
+{
+    runCommand(farm, "unplug 00:1A:2B:00:00:01");
+    EXPECT_FALSE(camera().isPlugged());
+    runCommand(farm, "  plug   001a2b000001 ");
+    EXPECT_TRUE(camera().isPlugged());
+    runCommand(farm, "hold 00:1A:2B:00:00:01");
+    EXPECT_EQ(camera().camera().registers().word(0xA00), 1u);
+    runCommand(farm, "hold 00:1A:2B:00:00:01 192.168.1.77 control");
+    EXPECT_EQ(camera().camera().registers().word(0xA00), 2u);
+    EXPECT_EQ(camera().camera().registers().word(0xA14), 0xC0A8014Du);
+    runCommand(farm, "release 00:1A:2B:00:00:01");
+    EXPECT_FALSE(camera().camera().isHeld());
+}
+
+TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
+{
+    farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+    runCommand(farm, "hold 00:1A:2B:00:00:01");
+    EXPECT_EQ(runCommand(farm, "show 00:1A:2B:00:00:01"), R"({
+    "mac": "00:1A:2B:00:00:01",
+    "address": "192.168.1.20",
+    "mask": "255.255.255.0",
+    "gateway": "0.0.0.0",
+    "ipConfiguration": "dhcp",
+    "persistent": {
+        "address": "0.0.0.0",
+        "mask": "0.0.0.0",
+        "gateway": "0.0.0.0"
+    },
+    "userName": "left",
+    "held": true,
+    "plugged": true,
+    "received": {
+        "DISCOVERY": 0,
+        "FORCEIP": 0,
+        "READREG": 0,
+        "WRITEREG": 0,
+        "READMEM": 0,
+        "WRITEMEM": 0,
+        "ARP": 1,
+        "PING": 0
+    }
+}
+)");
+}
+
+TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)
+{
+    const auto answers = [this](int requests) {
+        sent = 0;
+        for (int i = 0; i < requests; ++i)
+            farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+        return sent;
+    };
+    EXPECT_EQ(answers(1), 1);
+    runCommand(farm, "fault 00:1A:2B:00:00:01 ARP drop 2");
+    EXPECT_EQ(answers(5), 3);
+    runCommand(farm, "fault 00:1A:2B:00:00:01 ARP drop");
+    EXPECT_EQ(answers(5), 0);
+}
+
+TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
+{
+    const auto answersPing = [this] {
+        sent = 0;
+        farm.receive(Echo{{}, camera().mac(), 0xC0A80105, 0xC0A80114, true, 1, 1, {}});
+        return sent == 1;
+    };
+    runCommand(farm, "reset 00:1A:2B:00:00:01");
+    EXPECT_FALSE(answersPing());
+    timers.advance(timers.now() + std::chrono::milliseconds(10));
+    EXPECT_TRUE(answersPing());
+}
+
+TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
+{
+    EXPECT_THAT(refusal(""), HasSubstr("there are unplug, plug, hold, release, reset, fault, show"));
+    EXPECT_THAT(refusal("explode 00:1A:2B:00:00:01"),
+                HasSubstr("\"explode\" is no command; there are unplug"));
+    EXPECT_EQ(refusal("plug"), "the command is: plug MAC");
+    EXPECT_EQ(refusal("plug 00:1A:2B:00:00:01 now"), "the command is: plug MAC");
+    EXPECT_THAT(refusal("plug camera"), HasSubstr("\"camera\" is no MAC address such as"));
+    EXPECT_EQ(refusal("plug 00:1A:2B:00:00:02"), "the farm has no camera 00:1A:2B:00:00:02");
+    EXPECT_THAT(refusal("hold 00:1A:2B:00:00:01 me"),
+                HasSubstr("neither an IPv4 address nor exclusive nor control"));
+    EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 ARP"), "the command is: fault MAC REQUEST drop [TIMES]");
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 arp drop"),
+                HasSubstr("none of DISCOVERY, FORCEIP, READREG"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP delay"), HasSubstr("there is drop"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP drop 0"), HasSubstr("no number of times"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP drop 2x"), HasSubstr("no number of times"));
+    EXPECT_FALSE(camera().camera().isHeld());
+}
+
+} // namespace

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/FarmConfig.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace simulator;
+using testing::HasSubstr;
+
+/// A farm of one camera with these further members.
+std::string oneCamera(const std::string& members)
+{
+    return R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20")" +
+           (members.empty() ? "" : ", " + members) + "}]}";
+}
+
+std::string errorOf(const std::string& json)
+{
+    try {
+        parseFarmConfig(json);
+    } catch (const ConfigError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
+{
+    const FarmConfig farm = parseFarmConfig(oneCamera(""));
+    ASSERT_EQ(farm.cameras.size(), 1u);
+    const CameraConfig& camera = farm.cameras[0];
+    EXPECT_EQ(camera.mac, (gvcp::MacAddress{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}}));
+    EXPECT_EQ(camera.ip, (IpSettings{0xC0A80114, 0xFFFFFF00, 0}));
+    EXPECT_EQ(camera.ipMethod, CameraConfig::IpMethod::Dhcp);
+    EXPECT_EQ(camera.persistent, IpSettings{});
+    EXPECT_EQ(camera.serial, "FC000001");
+    EXPECT_EQ(camera.answerBy, CameraConfig::AnswerBy::Unicast);
+    EXPECT_FALSE(camera.heldBy);
+}
+
+TEST(FarmConfig, ReadsEveryMember)
+{
+    const FarmConfig farm = parseFarmConfig(R"({"seed": 7, "cameras": [{
+        "mac": "00-1a-2b-00-00-01", "address": "10.0.0.5", "mask": "255.0.0.0", "gateway": "10.0.0.1",
+        "manufacturer": "M", "model": "O", "version": "V", "info": "I", "serial": "S1", "userName": "U",
+        "ipConfiguration": "lla", "persistent": {"address": "10.0.0.9", "mask": "255.255.0.0", "gateway": "10.0.0.2"},
+        "answerDelay": 950, "rebootTime": 20, "answer": "arp", "forceIpAcknowledge": "new",
+        "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
+        "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3}],
+        "noise": ["truncated", "wrongId"]}]})");
+    const CameraConfig& camera = farm.cameras.at(0);
+    EXPECT_EQ(farm.seed, 7u);
+    EXPECT_EQ(camera.ip, (IpSettings{0x0A000005, 0xFF000000, 0x0A000001}));
+    EXPECT_EQ(camera.manufacturer + camera.model + camera.version + camera.info + camera.serial +
+                  camera.userName,
+              "MOVIS1U");
+    EXPECT_EQ(camera.ipMethod, CameraConfig::IpMethod::LinkLocal);
+    EXPECT_EQ(camera.persistent, (IpSettings{0x0A000009, 0xFFFF0000, 0x0A000002}));
+    EXPECT_EQ(camera.answerDelay.count(), 950);
+    EXPECT_EQ(camera.rebootTime.count(), 20);
+    EXPECT_EQ(camera.answerBy, CameraConfig::AnswerBy::Arp);
+    EXPECT_EQ(camera.forceIpAcknowledge, CameraConfig::ForceIpAcknowledge::FromNewAddress);
+    ASSERT_TRUE(camera.heldBy);
+    EXPECT_EQ(camera.heldBy->address, 0x0A00004Du);
+    EXPECT_EQ(camera.heldBy->privilege, 2u);
+    EXPECT_EQ(camera.loss, 0.25);
+    EXPECT_EQ(camera.forgedAnswers, 9u);
+    ASSERT_EQ(camera.faults.size(), 2u);
+    EXPECT_EQ(camera.faults[0].request, Request::ReadRegister);
+    EXPECT_FALSE(camera.faults[0].times);
+    EXPECT_EQ(camera.faults[1].request, Request::Ping);
+    EXPECT_EQ(camera.faults[1].times, 3u);
+    EXPECT_EQ(camera.noise,
+              (std::vector{CameraConfig::NoiseKind::Truncated, CameraConfig::NoiseKind::WrongId}));
+}
+
+TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
+{
+    const FarmConfig farm =
+        parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:FF", "address": "10.0.0.254",
+        "serial": "A098", "ipConfiguration": "persistent", "repeat": 3}]})");
+    ASSERT_EQ(farm.cameras.size(), 3u);
+    EXPECT_EQ(toText(farm.cameras[2].mac), "00:1A:2B:00:01:01");
+    EXPECT_EQ(farm.cameras[2].ip.address, 0x0A000100u);
+    EXPECT_EQ(farm.cameras[2].persistent, farm.cameras[2].ip);
+    EXPECT_EQ(farm.cameras[1].serial, "A099");
+    EXPECT_EQ(farm.cameras[2].serial, "A100");
+}
+
+TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
+{
+    const struct
+    {
+        const char* members;
+        const char* error;
+    } table[] = {
+        {R"("adress": "10.0.0.1")", R"("adress" is unknown; known here are mac, address, mask)"},
+        {R"("mask": "255.0.255.0")", R"("mask" must be a subnet mask)"},
+        {R"("gateway": "10.0.0")", R"("gateway" must be an IPv4 address)"},
+        {R"("gateway": 10)", R"("gateway" must be an IPv4 address)"},
+        {R"("model": 5)", R"("model" must be a text of at most 32 bytes)"},
+        {R"("userName": "12345678901234567")", R"("userName" must be a text of at most 16 bytes)"},
+        {R"("ipConfiguration": "static")", R"("ipConfiguration" must be one of "persistent", "dhcp", "lla")"},
+        {R"("persistent": "10.0.0.1")", "persistent: must be an object in braces"},
+        {R"("persistent": {"ip": "10.0.0.1"})",
+         R"(persistent: "ip" is unknown; known here are address, mask)"},
+        {R"("repeat": 0)", R"("repeat" must be a whole number from 1 to 256)"},
+        {R"("answerDelay": -1)", R"("answerDelay" must be a whole number from 0 to 60000)"},
+        {R"("answerDelay": 1.5)", R"("answerDelay" must be a whole number)"},
+        {R"("answer": "multicast")", R"("answer" must be one of "unicast", "arp", "broadcast")"},
+        {R"("forceIpAcknowledge": "no")", R"(must be one of "old", "new", "broadcast", "never")"},
+        {R"("heldPrivilege": "control")", R"("heldPrivilege" needs "heldBy")"},
+        {R"("loss": 2)", R"("loss" must be a number from 0 to 1)"},
+        {R"("noise": "random")", R"("noise" must be a list in brackets)"},
+        {R"("noise": ["loud"])", R"("noise" must be one of "truncated", "oversized", "foreign")"},
+        {R"("faults": [{"command": "READREG"}])", R"(faults: "action" is missing)"},
+        {R"("faults": [{"action": "drop"}])", R"(faults: "command" is missing)"},
+        {R"("faults": [{"command": "READ", "action": "drop"}])", R"("command" must be one of "DISCOVERY")"},
+        {R"("faults": [{"command": "ARP", "action": "drop", "times": 0}])",
+         R"("times" must be a whole number)"},
+    };
+    for (const auto& each : table) {
+        const std::string error = errorOf(oneCamera(each.members));
+        EXPECT_THAT(error, HasSubstr("cameras[0] (00:1A:2B:00:00:01)"));
+        EXPECT_THAT(error, HasSubstr(each.error));
+    }
+}
+
+TEST(FarmConfig, RefusesAFileThatListsNoUsableCameras)
+{
+    EXPECT_THAT(errorOf("{"), HasSubstr("not valid JSON"));
+    EXPECT_THAT(errorOf("[]"), HasSubstr("must be an object"));
+    EXPECT_THAT(errorOf("{}"), HasSubstr("at least one camera"));
+    EXPECT_THAT(errorOf(R"({"cameras": []})"), HasSubstr("at least one camera"));
+    EXPECT_THAT(errorOf(R"({"cameras": {}})"), HasSubstr("must be a list"));
+    EXPECT_THAT(errorOf(R"({"camera": []})"), HasSubstr("\"camera\" is unknown"));
+    EXPECT_THAT(errorOf(R"({"cameras": [7]})"), HasSubstr("cameras[0]: must be an object"));
+    EXPECT_THAT(errorOf(R"({"cameras": [{"address": "10.0.0.1"}]})"), HasSubstr("\"mac\" is missing"));
+    EXPECT_THAT(errorOf(R"({"cameras": [{"mac": "01:00:5E:00:00:01"}]})"), HasSubstr("\"mac\" must be"));
+    EXPECT_THAT(errorOf(R"({"cameras": [{"mac": "001A2B000001"}]})"), HasSubstr("\"address\" is missing"));
+}
+
+TEST(FarmConfig, RefusesTheSameMacTwice)
+{
+    EXPECT_THAT(errorOf(R"({"cameras": [{"mac": "001A2B000001", "address": "10.0.0.1", "repeat": 5},
+                                        {"mac": "001A2B000005", "address": "10.0.0.9"}]})"),
+                HasSubstr("cameras[1] (00:1A:2B:00:00:05): \"mac\" is another camera's already"));
+}
+
+TEST(FarmConfig, RefusesMoreCamerasThanAFarmHas)
+{
+    const std::string many = R"({"mac": "001A2B000000", "address": "10.0.0.0", "repeat": 256})";
+    EXPECT_EQ(parseFarmConfig("{\"cameras\": [" + many + "]}").cameras.size(), 256u);
+    EXPECT_THAT(errorOf("{\"cameras\": [" + many + R"(, {"mac": "001A2C000000", "address": "10.1.0.0"}]})"),
+                HasSubstr("lists 257 cameras; one farm has at most 256"));
+}
+
+} // namespace

@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/simulator/GvcpClient.h"
+#include "tests/simulator/Hex.h"
+#include "tests/support/NetworkLab.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <map>
+#include <set>
+#include <sstream>
+#include <unistd.h>
+
+// What others make of the farm's frames: the kernel, ping, an independent client, a dissector.
+namespace {
+
+using gvcp::Bytes;
+using simulator_tests::GvcpClient;
+using testing::HasSubstr;
+
+constexpr gvcp::Ipv4 CameraAddress = 0xC0A80114; // 192.168.1.20
+
+const std::string ThreeCameras = R"({"cameras": [
+    {"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "serial": "SN0001", "rebootTime": 50, "repeat": 3}]})";
+const std::string FullFarm = R"({"cameras": [
+    {"mac": "00:1A:2B:00:00:01", "address": "192.168.2.1", "mask": "255.255.0.0", "repeat": 256}]})";
+
+Bytes forceFirstCameraTo(const std::string& address, const std::string& mask)
+{
+    const std::string reserved = "000000000000000000000000";
+    return hex("42 11 0004 0038 0007 0000 001A2B000001" + reserved + address + reserved + mask + reserved +
+               "00000000");
+}
+
+std::vector<std::string> linesOf(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    return lines;
+}
+
+class FarmOnTheWire : public testing::Test
+{
+protected:
+    FarmOnTheWire() { network.attach(host, "eth0", "192.168.1.5/16"); }
+
+    bool canPing(const std::string& address) const
+    {
+        return host.execute({"ping", "-c1", "-W1", address}).status == 0;
+    }
+
+    lab::Switch network;
+    lab::Namespace host;
+};
+
+TEST_F(FarmOnTheWire, AnIndependentClientListsEveryOneOf256Cameras)
+{
+    const lab::Farm farm(network, FullFarm);
+    const std::vector<std::string> lines = linesOf(host.run("arv-tool-0.8"));
+    EXPECT_EQ(lines.size(), 256u);
+    EXPECT_EQ(std::set<std::string>(lines.begin(), lines.end()).size(), 256u);
+    EXPECT_THAT(lines, testing::Contains("Farm Cameras-FC-1200M-FC000100 (192.168.3.0)"));
+}
+
+TEST_F(FarmOnTheWire, EveryOneOf256CamerasAnswersEachBroadcastOfABurst)
+{
+    constexpr std::size_t Broadcasts = 20;
+    const lab::Farm farm(network, FullFarm);
+    const GvcpClient client(host);
+    for (std::size_t id = 1; id <= Broadcasts; ++id) {
+        Bytes discovery = hex("42 11 0002 0000 0000");
+        discovery[7] = static_cast<std::uint8_t>(id);
+        client.send(gvcp::LimitedBroadcast, discovery);
+    }
+    std::map<int, std::set<gvcp::Ipv4>> answers;
+    for (std::size_t i = 0; i < Broadcasts * 256; ++i) {
+        const auto answer = client.receive();
+        ASSERT_EQ(answer.payload.size(), 256u) << "after " << i << " answers";
+        answers[answer.payload[7]].insert(answer.source);
+    }
+    EXPECT_EQ(answers.size(), Broadcasts);
+    for (const auto& [id, cameras] : answers)
+        EXPECT_EQ(cameras.size(), 256u) << "request " << id;
+}
+
+TEST_F(FarmOnTheWire, TheKernelReachesACameraAndAfterForceIpItsNewAddressOnly)
+{
+    const lab::Farm farm(network, ThreeCameras);
+    EXPECT_TRUE(canPing("192.168.1.20"));
+    EXPECT_THAT(host.run("ip neigh show 192.168.1.20"), HasSubstr("lladdr 00:1a:2b:00:00:01"));
+
+    const GvcpClient client(host);
+    EXPECT_EQ(client.ask(gvcp::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000")),
+              hex("0000 0005 0000 0007"));
+    EXPECT_TRUE(canPing("192.168.2.99"));
+    EXPECT_THAT(host.run("ip neigh show 192.168.2.99"), HasSubstr("lladdr 00:1a:2b:00:00:01"));
+    EXPECT_FALSE(canPing("192.168.1.20"));
+    EXPECT_THAT(farm.control("show 00:1A:2B:00:00:01"), HasSubstr("\"address\": \"192.168.2.99\""));
+}
+
+TEST_F(FarmOnTheWire, ACameraOutsideTheHostsSubnetHearsAndAnswersTheLimitedBroadcastOnly)
+{
+    const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "10.0.0.7"}]})");
+    const GvcpClient client(host);
+    client.send(0xC0A8FFFF, hex("42 11 0002 0000 0001"));
+    client.send(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0002"));
+    const auto answer = client.receive();
+    ASSERT_EQ(answer.payload.size(), 256u);
+    EXPECT_EQ(answer.payload[7], 2) << "the directed broadcast was answered";
+    EXPECT_EQ(answer.source, 0x0A000007u);
+    EXPECT_THAT(farm.control("show 00:1A:2B:00:00:01"), HasSubstr("\"DISCOVERY\": 1,"));
+}
+
+TEST_F(FarmOnTheWire, ABroadcastAnswerReachesASocketThatIsNotBoundToAnAddress)
+{
+    const lab::Farm farm(network, R"({"cameras": [
+        {"mac": "00:1A:2B:00:00:01", "address": "10.0.0.7", "answer": "broadcast"}]})");
+    const GvcpClient client(host);
+    EXPECT_EQ(client.ask(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0002")).size(), 256u);
+}
+
+TEST_F(FarmOnTheWire, ADissectorKnowsEveryAnswerAndFindsNoneMalformed)
+{
+    const Bytes commands[] = {
+        hex("42 11 0002 0000 0001"),
+        hex("42 01 0080 0008 0002 00000024 00000034"),
+        hex("42 01 0080 0004 0003 00FFFF00"),
+        hex("42 01 0082 0008 0004 00000A00 00000002"),
+        hex("42 01 0082 0010 0005 00000938 00001388 00000024 00000000"),
+        hex("42 01 0084 0008 0006 00000048 0000 0020"),
+        hex("42 01 0084 0008 0007 00000048 0000 0021"),
+        hex("42 01 0086 000C 0008 000000E8 4C656674 00000000"),
+        hex("42 01 0086 0008 0009 00000024 00000000"),
+        hex("42 01 0082 0008 000A 00000A00 00000000"),
+        forceFirstCameraTo("C0A80114", "FFFF0000"),
+    };
+    const lab::Farm farm(network, ThreeCameras);
+    const std::string file = testing::TempDir() + "farm-" + std::to_string(::getpid()) + ".pcap";
+    // The dissector needs the commands too, to know what is answered.
+    lab::Process capture =
+        host.start({"sh", "-c",
+                    "exec tcpdump -i eth0 -Z root -U -c " + std::to_string(2 * std::size(commands)) + " -w " +
+                        file + " host 192.168.1.20 and udp port 3956 2>&1"});
+    while (capture.readLine().find("listening on") == std::string::npos) {
+    }
+    const GvcpClient client(host);
+    for (const Bytes& command : commands)
+        EXPECT_FALSE(client.ask(CameraAddress, command).empty());
+    EXPECT_EQ(capture.wait(), 0);
+
+    const std::vector<std::string> lines = linesOf(
+        host.run("tshark -o ip.check_checksum:TRUE -o udp.check_checksum:TRUE -Y 'udp.srcport == 3956'"
+                 " -T fields -E separator=/s -e _ws.malformed -e ip.checksum.status"
+                 " -e udp.checksum.status -e _ws.col.Protocol -e _ws.col.Info -r " +
+                 file));
+    std::filesystem::remove(file);
+    // First nothing where "malformed" would stand, then the two checksums, 1 for good.
+    using testing::StartsWith;
+    EXPECT_THAT(
+        lines,
+        testing::ElementsAre(
+            StartsWith(" 1 1 GVCP < DISCOVERY_ACK (Farm Cameras, SN0001)"),
+            StartsWith(" 1 1 GVCP < READREG_ACK [Multiple ReadReg Ack]"),
+            StartsWith(" 1 1 GVCP < READREG_ACK (Invalid Address) [Addr:0x00FFFF00]"),
+            StartsWith(" 1 1 GVCP < WRITEREG_ACK (Success)"),
+            StartsWith(" 1 1 GVCP < WRITEREG_ACK (Write Protect) [Multiple WriteReg Ack] (1/2) (Failed)"),
+            StartsWith(" 1 1 GVCP < READMEM_ACK [Manufacturer Name]"),
+            StartsWith(" 1 1 GVCP < READMEM_ACK (Bad Alignment)"),
+            StartsWith(" 1 1 GVCP < WRITEMEM_ACK [User-defined Name]"),
+            StartsWith(" 1 1 GVCP < WRITEMEM_ACK (Write Protect) [Current IP Address (Net #0)]"),
+            StartsWith(" 1 1 GVCP < WRITEREG_ACK (Success)"), StartsWith(" 1 1 GVCP < FORCEIP_ACK")));
+}
+
+TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
+{
+    const lab::Farm farm(network, ThreeCameras);
+    EXPECT_EQ(farm.control("unplug 00:1A:2B:00:00:01"), "");
+    EXPECT_FALSE(canPing("192.168.1.20"));
+    EXPECT_TRUE(canPing("192.168.1.21"));
+    farm.control("plug 00:1A:2B:00:00:01");
+    EXPECT_TRUE(canPing("192.168.1.20"));
+    try {
+        farm.control("plug 00:1A:2B:00:00:09");
+        FAIL() << "not refused";
+    } catch (const std::runtime_error& error) {
+        EXPECT_THAT(error.what(), HasSubstr("camera-farm: the farm has no camera 00:1A:2B:00:00:09\n"));
+    }
+}
+
+TEST_F(FarmOnTheWire, AResetBringsTheCameraBackToItsFirstAddress)
+{
+    const lab::Farm farm(network, ThreeCameras);
+    const GvcpClient client(host);
+    client.ask(gvcp::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000"));
+    farm.control("reset 00:1A:2B:00:00:01");
+    host.run("for try in $(seq 100); do ping -c1 -W1 192.168.1.20 && exit 0; done; exit 1");
+    EXPECT_FALSE(canPing("192.168.2.99"));
+}
+
+TEST_F(FarmOnTheWire, StaysAliveThroughThousandsOfForgedAnswersAndNoise)
+{
+    const lab::Farm farm(network, R"({"cameras": [
+        {"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "forgedAnswers": 5000,
+         "noise": ["truncated", "oversized", "foreign", "duplicate", "random", "wrongId"]},
+        {"mac": "00:1A:2B:00:00:02", "address": "192.168.1.21"}]})");
+    const GvcpClient client(host);
+    client.send(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0001"));
+    EXPECT_TRUE(canPing("192.168.1.21"));
+    std::set<Bytes> macs;
+    while (macs.size() < 5002) {
+        const Bytes payload = client.receive().payload;
+        const Bytes wanted = hex("0000 0003 00F8 0001");
+        if (payload.size() == 256 && std::equal(wanted.begin(), wanted.end(), payload.begin()))
+            macs.insert(Bytes(payload.begin() + 18, payload.begin() + 24));
+    }
+    EXPECT_TRUE(macs.contains(hex("001A2B000001")));
+    EXPECT_TRUE(macs.contains(hex("001A2B000002")));
+}
+
+} // namespace

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Addresses.h"
+#include "gvcp/Bytes.h"
+#include "tests/support/NetworkLab.h"
+
+namespace simulator_tests {
+
+/// A UDP socket of the kernel's on the namespace's interface eth0, that speaks to cameras.
+class GvcpClient
+{
+public:
+    struct Datagram
+    {
+        gvcp::Ipv4 source = 0;
+        gvcp::Bytes payload; ///< Empty when nothing came within 10 s.
+    };
+
+    explicit GvcpClient(const lab::Namespace& host);
+    GvcpClient(const GvcpClient&) = delete;
+    GvcpClient& operator=(const GvcpClient&) = delete;
+    ~GvcpClient();
+
+    void send(gvcp::Ipv4 to, const gvcp::Bytes& payload) const;
+    Datagram receive() const;
+    /// What is answered to this command.
+    gvcp::Bytes ask(gvcp::Ipv4 to, const gvcp::Bytes& payload) const
+    {
+        send(to, payload);
+        return receive().payload;
+    }
+
+private:
+    int m_fd;
+};
+
+} // namespace simulator_tests

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Bytes.h"
+
+#include <string>
+#include <string_view>
+
+/// "42 01" as bytes; blanks are ignored.
+inline gvcp::Bytes hex(std::string_view text)
+{
+    gvcp::Bytes bytes;
+    std::string digits;
+    for (const char each : text) {
+        if (each != ' ')
+            digits += each;
+        if (digits.size() == 2) {
+            bytes.push_back(static_cast<std::uint8_t>(std::stoul(digits, nullptr, 16)));
+            digits.clear();
+        }
+    }
+    return bytes;
+}
