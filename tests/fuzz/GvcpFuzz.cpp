@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+// Feeds bytes of any kind to everything that reads what came from the network. `scripts/fuzz` runs it with
+// libFuzzer; the test suite replays the corpus.
+#include "gvcp/DiscoveryAck.h"
+#include "gvcp/ForceIp.h"
+#include "gvcp/Memory.h"
+#include "gvcp/Packet.h"
+#include "sdk/UdpFrame.h"
+
+#include <cstdlib>
+
+using namespace gvcp;
+
+namespace {
+
+void require(bool condition)
+{
+    if (!condition)
+        std::abort();
+}
+
+/// What was read and is written again reads the same.
+void readPayload(ByteView payload)
+{
+    if (const auto ack = parseDiscoveryAck(payload))
+        require(parseDiscoveryAck(encodeDiscoveryAck(*ack)) == ack);
+    if (const auto command = parseForceIp(payload))
+        require(parseForceIp(encodeForceIp(*command)) == command);
+    if (const auto words = parseWords(payload))
+        require(parseWords(encodeWords(*words)) == words);
+    if (const auto values = parseRegisterValues(payload))
+        require(parseRegisterValues(encodeRegisterValues(*values)) == values);
+    if (const auto range = parseMemoryRange(payload))
+        require(parseMemoryRange(encodeMemoryRange(*range)) == range);
+    if (const auto block = parseMemoryBlock(payload)) {
+        const Bytes again = encodeMemoryBlock(*block);
+        require(again == Bytes(payload.begin(), payload.end()));
+    }
+}
+
+void readDatagram(ByteView datagram)
+{
+    if (const auto command = parseCommand(datagram)) {
+        require(command->payload.size() + HeaderSize <= datagram.size());
+        readPayload(command->payload);
+    }
+    if (const auto acknowledge = parseAcknowledge(datagram)) {
+        require(acknowledge->payload.size() + HeaderSize <= datagram.size());
+        readPayload(acknowledge->payload);
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const ByteView bytes(data, size);
+    readDatagram(bytes);
+    for (const auto checksum : {sdk::UdpChecksum::Ignore, sdk::UdpChecksum::Verify})
+        if (const auto frame = sdk::parseUdpFrame(bytes, checksum))
+            readDatagram(frame->payload);
+    return 0;
+}

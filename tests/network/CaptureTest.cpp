@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/network/Sdk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <sstream>
+
+namespace {
+
+/// A capture of what crosses the host's adapter, read by tshark.
+class Capture
+{
+public:
+    Capture(const Site& site, const std::string& interface)
+        : m_site(site),
+          m_file(testing::TempDir() + "gvcp-" + std::to_string(getpid()) + ".pcap"),
+          m_process(site.host().start(
+              {"sh", "-c",
+               "exec tcpdump -Z root -U -i " + interface + " -w " + m_file + " udp port 3956 2>&1"}))
+    {
+        while (m_process.readLine().find("listening on") == std::string::npos) {
+        }
+    }
+    Capture(const Capture&) = delete;
+    Capture& operator=(const Capture&) = delete;
+    ~Capture() { std::filesystem::remove(m_file); }
+
+    void stop()
+    {
+        kill(m_process.id(), SIGINT);
+        m_process.wait();
+    }
+
+    /// One line for each packet that the filter selects: the fields, with tabs between.
+    std::vector<std::string> read(const std::string& filter, const std::vector<std::string>& fields) const
+    {
+        std::vector<std::string> arguments{"tshark", "-r", m_file, "-Y", filter, "-T", "fields"};
+        for (const auto& field : fields)
+            arguments.insert(arguments.end(), {"-e", field});
+        const auto output = m_site.host().execute(arguments);
+        EXPECT_EQ(output.status, 0) << output.standardError;
+        std::vector<std::string> lines;
+        std::istringstream stream(output.standardOutput);
+        for (std::string line; std::getline(stream, line);)
+            lines.push_back(line);
+        return lines;
+    }
+
+private:
+    const Site& m_site;
+    std::string m_file;
+    lab::Process m_process;
+};
+
+} // namespace
+
+TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
+{
+    Site site;
+    site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"), R"(
+        {"mac": "02:00:00:00:01:01", "address": "192.168.1.20"},
+        {"mac": "02:00:00:00:01:02", "address": "10.0.0.9"},
+        {"mac": "02:00:00:00:01:03", "address": "10.0.0.10", "forceIpAcknowledge": "never"},
+        {"mac": "02:00:00:00:01:04", "address": "192.168.1.21", "heldBy": "192.168.1.77"})");
+    Capture capture(site, "eth0");
+    const auto records = enumerate(site);
+    ASSERT_THAT(records, testing::SizeIs(4));
+    EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:02"), 0xC0A80132), RZ_OK);
+    EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:03"), 0xC0A80133), RZ_OK);
+    EXPECT_NE(force(site, *recordOf(records, "02:00:00:00:01:04"), 0xC0A80134), RZ_OK);
+    capture.stop();
+
+    const auto ours = capture.read("ip.src == 192.168.1.5 && udp.dstport == 3956", {"frame.number"});
+    const auto dissected = capture.read("ip.src == 192.168.1.5 && gvcp", {"frame.number"});
+    EXPECT_GT(ours.size(), 20u);
+    EXPECT_EQ(dissected.size(), ours.size());
+    EXPECT_THAT(capture.read("_ws.malformed", {"frame.number"}), testing::SizeIs(0));
+
+    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0002", {"frame.number"}),
+                testing::Not(testing::IsEmpty()));
+    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0004", {"frame.number"}),
+                testing::Not(testing::IsEmpty()));
+    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0080", {"frame.number"}),
+                testing::Not(testing::IsEmpty()));
+}

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/network/DiscoveryConditions.h"
+#include "tests/network/Sdk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using testing::SizeIs;
+
+namespace {
+
+class Discovery : public testing::TestWithParam<DiscoveryCondition>
+{};
+
+} // namespace
+
+TEST_P(Discovery, FindsEveryCamera)
+{
+    Site site;
+    GetParam().build(site);
+    std::size_t found = 0;
+    for (unsigned i = 0; i < GetParam().enumerations; ++i)
+        found += macTexts(enumerate(site)).size();
+    const unsigned all = GetParam().cameras * GetParam().enumerations;
+    std::cout << found << " of " << all << '\n';
+    EXPECT_GE(static_cast<double>(found), all * GetParam().share);
+    EXPECT_LE(found, all);
+}
+
+INSTANTIATE_TEST_SUITE_P(Condition, Discovery, testing::ValuesIn(discoveryConditions()),
+                         [](const auto& condition) { return condition.param.name; });
+
+TEST(DiscoveryWithoutRawSockets, FindsWhatTheKernelLetsThrough)
+{
+    Site site;
+    discoveryCondition("InsideAndOutsideTheSubnet").build(site);
+    const auto macs = macTexts(enumerateUnprivileged(site));
+    for (const char* mac :
+         {"02:00:00:00:01:01", "02:00:00:00:01:02", "02:00:00:00:01:04", "02:00:00:00:01:05"})
+        EXPECT_EQ(macs.count(mac), 1u) << mac;
+}
+
+TEST(DiscoveryOnTwoAdapters, OfOneSubnetNamesTheAdapterThatHeardTheCamera)
+{
+    Site site;
+    discoveryCondition("TwoAdaptersInOneSubnet").build(site);
+    const auto records = enumerate(site);
+    ASSERT_THAT(records, SizeIs(6)) << "no camera is heard on the adapter that does not reach it";
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0xC0A80105), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:02:01", 0xC0A80205), nullptr);
+    for (const auto* record : records) {
+        const lab::Visit visit(site.host());
+        EXPECT_TRUE(RZ_CC_IsDeviceAccessible(record, RZ_ACCESS_EXCLUSIVE)) << macText(*record);
+    }
+}
+
+TEST(DiscoveryOnTwoAdapters, GivesOneRecordForEachThatSeesTheCamera)
+{
+    Site site;
+    discoveryCondition("OneCameraSeenByTwoAdapters").build(site);
+    const auto records = enumerate(site);
+    ASSERT_THAT(records, SizeIs(2));
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0x0A000005), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0xC0A80105), nullptr);
+}
+
+TEST(DiscoveryRecords, StayTheSameFromEnumerationToEnumeration)
+{
+    Site site;
+    discoveryCondition("InsideAndOutsideTheSubnet").build(site);
+    const auto first = enumerate(site);
+    EXPECT_THAT(enumerate(site), testing::ElementsAreArray(first));
+}
+
+TEST(DiscoverySockets, AreAllClosedAfterwards)
+{
+    Site site;
+    discoveryCondition("InsideAndOutsideTheSubnet").build(site);
+    const auto openDescriptors = [] {
+        const auto entries = std::filesystem::directory_iterator("/proc/self/fd");
+        return std::distance(begin(entries), end(entries));
+    };
+    enumerate(site);
+    const auto before = openDescriptors();
+    enumerate(site);
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+TEST(DiscoveryOfOthers, FindsTheFieldsOwnFakeCamera)
+{
+    Site site;
+    auto& network = site.addAdapter("eth0", "192.168.1.5/24");
+    network.attach(site.router(), "lan", "192.168.1.20/24");
+    const auto camera = site.router().start({"arv-fake-gv-camera-0.8", "-i", "lan", "-s", "FAKE1"});
+    std::vector<const RZ_CC_DEVICE_INFO*> records;
+    for (int tries = 0; tries < 10 && records.empty(); ++tries) // It says nothing when it is ready.
+        records = enumerate(site);
+    ASSERT_THAT(records, SizeIs(1));
+    EXPECT_STREQ(records[0]->stGigEInfo.szSerialNumber, "FAKE1");
+    EXPECT_EQ(records[0]->stGigEInfo.nDeviceIp, 0xC0A80114u);
+    const lab::Visit visit(site.host());
+    EXPECT_TRUE(RZ_CC_IsDeviceAccessible(records[0], RZ_ACCESS_EXCLUSIVE));
+}

@@ -1,0 +1,188 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/network/Sdk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+namespace {
+
+constexpr const char* Mac = "02:00:00:00:01:01";
+constexpr const char* OtherMac = "02:00:00:00:01:02";
+constexpr unsigned OldIp = 0x0A000009; // 10.0.0.9
+constexpr unsigned NewIp = 0xC0A80132; // 192.168.1.50
+
+/// One camera outside the host's subnet with `quirks`, more JSON members of it.
+class ForceIp : public testing::Test
+{
+protected:
+    void build(const std::string& quirks = {}, const std::string& moreCameras = {})
+    {
+        network = &site.addAdapter("eth0", "192.168.1.5/24");
+        farm = &site.addCameras(
+            *network,
+            R"({"mac": "02:00:00:00:01:01", "address": "10.0.0.9", "serial": "S1", "userName": "Twin")" +
+                (quirks.empty() ? "" : ", " + quirks) + "}" +
+                (moreCameras.empty() ? "" : ", " + moreCameras));
+    }
+
+    int forceTo(unsigned ip, unsigned mask = 0xFFFFFF00, unsigned gateway = 0)
+    {
+        const auto* camera = recordOf(enumerate(site), Mac);
+        if (!camera) {
+            ADD_FAILURE() << "the camera is not found at all";
+            return -1;
+        }
+        return force(site, *camera, ip, mask, gateway);
+    }
+
+    unsigned addressOf(const std::string& mac)
+    {
+        const auto* camera = recordOf(enumerate(site), mac);
+        return camera ? camera->stGigEInfo.nDeviceIp : 0;
+    }
+
+    void expectObeyed(const std::string& quirks)
+    {
+        build(quirks);
+        EXPECT_EQ(forceTo(NewIp), RZ_OK);
+        EXPECT_EQ(addressOf(Mac), NewIp);
+        site.host().run("ping -c 1 -W 2 192.168.1.50");
+    }
+
+    Site site;
+    lab::Switch* network = nullptr;
+    lab::Farm* farm = nullptr;
+};
+
+} // namespace
+
+TEST_F(ForceIp, BringsAnUnreachableCameraIntoTheSubnet)
+{
+    build();
+    EXPECT_EQ(forceTo(NewIp, 0xFFFFFF80, 0xC0A80101), RZ_OK);
+    const auto* camera = recordOf(enumerate(site), Mac);
+    ASSERT_NE(camera, nullptr);
+    EXPECT_EQ(camera->stGigEInfo.nDeviceIp, NewIp);
+    EXPECT_EQ(camera->stGigEInfo.nDeviceSubnetMask, 0xFFFFFF80u);
+    EXPECT_EQ(camera->stGigEInfo.nDeviceGateway, 0xC0A80101u);
+    const lab::Visit visit(site.host());
+    EXPECT_TRUE(RZ_CC_IsDeviceAccessible(camera, RZ_ACCESS_EXCLUSIVE));
+}
+
+TEST_F(ForceIp, SucceedsWhenAcknowledgedFromTheOldAddress)
+{
+    expectObeyed(R"("forceIpAcknowledge": "old")");
+}
+
+TEST_F(ForceIp, SucceedsWhenAcknowledgedFromTheNewAddress)
+{
+    expectObeyed(R"("forceIpAcknowledge": "new")");
+}
+
+TEST_F(ForceIp, SucceedsWhenAcknowledgedByBroadcast)
+{
+    expectObeyed(R"("forceIpAcknowledge": "broadcast")");
+}
+
+TEST_F(ForceIp, SucceedsWhenTheCameraObeysSilently)
+{
+    expectObeyed(R"("forceIpAcknowledge": "never")");
+}
+
+TEST_F(ForceIp, SucceedsWhenItWasLostOnce)
+{
+    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 1}])");
+}
+
+TEST_F(ForceIp, FailsWhenItIsLostAlwaysAndTheCameraKeepsItsAddress)
+{
+    build(R"("faults": [{"command": "FORCEIP", "action": "drop"}])");
+    EXPECT_EQ(forceTo(NewIp), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(addressOf(Mac), OldIp);
+}
+
+TEST_F(ForceIp, FailsWhenAnotherApplicationHoldsTheCamera)
+{
+    build(R"("heldBy": "192.168.1.77")");
+    EXPECT_EQ(forceTo(NewIp), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(addressOf(Mac), OldIp);
+}
+
+TEST_F(ForceIp, FailsWithinThreeSecondsWhenTheCameraIsGone)
+{
+    build();
+    const auto* camera = recordOf(enumerate(site), Mac);
+    ASSERT_NE(camera, nullptr);
+    farm->control(std::string("unplug ") + Mac);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(force(site, *camera, NewIp), RZ_ERROR_NO_ANSWER);
+    // The three seconds are what callers are promised, not a measure of speed.
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(3));
+}
+
+TEST_F(ForceIp, GoesByTheMacAloneWhenTwoCamerasLookAlike)
+{
+    build({}, R"({"mac": "02:00:00:00:01:02", "address": "10.0.0.9", "serial": "S1", "userName": "Twin"})");
+    EXPECT_EQ(forceTo(NewIp), RZ_OK);
+    EXPECT_EQ(addressOf(Mac), NewIp);
+    EXPECT_EQ(addressOf(OtherMac), OldIp);
+}
+
+TEST_F(ForceIp, GoesOutOnTheAdapterThatHeardTheCamera)
+{
+    auto& first = site.addAdapter("eth0", "192.168.1.5/24");
+    auto& second = site.addAdapter("eth1", "192.168.1.6/24");
+    site.addCameras(first, R"({"mac": "02:00:00:00:01:01", "address": "10.0.0.9"})");
+    // The same MAC on the other network: one that must not be hit.
+    site.addCameras(second, R"({"mac": "02:00:00:00:01:01", "address": "10.0.0.9"})");
+    const auto records = enumerate(site);
+    ASSERT_THAT(records, testing::SizeIs(2));
+    ASSERT_EQ(force(site, *recordOf(records, Mac, 0xC0A80106), NewIp), RZ_OK);
+    const auto after = enumerate(site);
+    EXPECT_EQ(recordOf(after, Mac, 0xC0A80106)->stGigEInfo.nDeviceIp, NewIp);
+    EXPECT_EQ(recordOf(after, Mac, 0xC0A80105)->stGigEInfo.nDeviceIp, OldIp);
+}
+
+TEST_F(ForceIp, OfAnUnchangedConfigurationSucceeds)
+{
+    build();
+    EXPECT_EQ(forceTo(OldIp), RZ_OK);
+    EXPECT_EQ(addressOf(Mac), OldIp);
+}
+
+TEST_F(ForceIp, OfAnUnchangedConfigurationFailsWhenAnotherApplicationHoldsTheCamera)
+{
+    site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"),
+                    R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "heldBy": "192.168.1.77"})");
+    EXPECT_EQ(forceTo(0xC0A80114), RZ_ERROR_ACCESS_DENIED);
+}
+
+TEST_F(ForceIp, WorksUnderAStrictReversePathFilter)
+{
+    build();
+    site.setReversePathFilter(1);
+    EXPECT_EQ(forceTo(NewIp), RZ_OK);
+    EXPECT_EQ(addressOf(Mac), NewIp);
+}
+
+TEST_F(ForceIp, WorksBehindAFirewall)
+{
+    build();
+    site.raiseFirewall();
+    EXPECT_EQ(forceTo(NewIp), RZ_OK);
+    EXPECT_EQ(addressOf(Mac), NewIp);
+}
+
+TEST_F(ForceIp, IsGoneAfterTheResetOfACameraThatIsNotStatic)
+{
+    build(R"("ipConfiguration": "dhcp")");
+    ASSERT_EQ(forceTo(NewIp), RZ_OK);
+    ASSERT_EQ(addressOf(Mac), NewIp);
+    farm->control(std::string("reset ") + Mac);
+    unsigned address = 0;
+    for (int tries = 0; tries < 20 && address == 0; ++tries)
+        address = addressOf(Mac);
+    EXPECT_EQ(address, OldIp);
+}
