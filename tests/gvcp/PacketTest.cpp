@@ -6,7 +6,6 @@
 
 using namespace gvcp;
 using testing::ElementsAre;
-using testing::ElementsAreArray;
 
 TEST(CommandPacket, OfDiscoveryIsItsHeaderAlone)
 {

@@ -217,7 +217,7 @@ Output Namespace::execute(const std::vector<std::string>& arguments) const
     try {
         while (fds[0].fd >= 0 || fds[1].fd >= 0) {
             pollUntil(fds, deadline, joined(arguments).c_str());
-            for (std::size_t i = 0; i < fds.size(); ++i)
+            for (std::size_t i = 0; i < std::size(texts); ++i)
                 if (fds[i].fd >= 0 && fds[i].revents != 0 && !append(fds[i].fd, *texts[i]))
                     ::close(std::exchange(fds[i].fd, -1));
         }
