@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "device/QDevice.h"
+
+namespace cli {
+
+struct Session;
+
+/// Throws a Failure that says who has the address: another camera of the list, an adapter of this computer,
+/// or whoever answers a ping. An address that the camera has already is its own. When no ping can be sent,
+/// that is said on session.err and the address counts as unused.
+void requireUnusedAddress(const QDevice& camera, const QVector<QDevice>& cameras, quint32 address,
+                          const Session& session);
+
+/// Whether a camera with that address would be in another subnet than the adapter that hears it.
+bool isOutsideAdapterSubnet(const QDevice& camera, quint32 address);
+
+} // namespace cli

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Command.h"
+
+namespace cli {
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all{listCommand(), forceCommand()};
+    return all;
+}
+
+} // namespace cli

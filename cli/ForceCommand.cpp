@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/AddressConflict.h"
+#include "cli/Cameras.h"
+#include "cli/Command.h"
+#include "cli/DeviceTable.h"
+#include "cli/DisplayText.h"
+#include "cli/Failure.h"
+#include "cli/IpSettings.h"
+#include "cli/MacAddress.h"
+#include "cli/Privileges.h"
+#include "cli/Session.h"
+#include "device/CameraAddress.h"
+
+#include <ostream>
+
+namespace cli {
+namespace {
+
+/// A camera takes an address at once; the looks after the first are for answers that get lost.
+constexpr int Looks = 5;
+
+IpSettings settingsOf(const QDevice& camera)
+{
+    return {QDevice::GetIP(camera.m_strIpAddress), QDevice::GetIP(camera.m_strSubnetMask),
+            QDevice::GetIP(camera.m_strDefaultGateway)};
+}
+
+std::string notFound(const QString& macAddress, const QVector<QDevice>& cameras)
+{
+    std::string text = "no camera has the MAC address " + macAddress.toStdString();
+    if (cameras.isEmpty())
+        return text + "; no camera answered at all";
+    text += "; found:";
+    for (const QDevice& camera : cameras)
+        text += "\n    " + camera.m_strMacAddress.toStdString() + "  " + displayText(camera.m_strModelName) +
+                "  " + camera.m_strIpAddress.toStdString();
+    return text;
+}
+
+/// What the user should know of a change that is about to be made.
+void announce(const QDevice& camera, const IpSettings& wanted, std::ostream& err)
+{
+    err << describe(camera) << ": " << describe(settingsOf(camera)) << " -> " << describe(wanted) << '\n';
+    if (isOutsideAdapterSubnet(camera, wanted.address))
+        err << "note: the new address is outside the subnet of the adapter that hears the camera ("
+            << dotted(camera.m_nNetExport).toStdString() << "); the camera will be listed as Unreachable\n";
+    if (!isStatic(camera))
+        err << "note: the address holds until the camera's next reset, as its IP configuration is "
+            << displayText(camera.m_strIpConfigType) << '\n';
+    err << std::flush;
+}
+
+void force(const Arguments& arguments, Session& session)
+{
+    const QString macAddress = parseMacAddress(arguments.operands[0]);
+    const IpSettings wanted =
+        parseIpSettings(arguments.options.at("--ip"), arguments.options.at("--mask"),
+                        arguments.has("--gateway") ? arguments.options.at("--gateway") : "0.0.0.0");
+
+    if (session.interactive)
+        session.err << "Looking for cameras ...\n" << std::flush;
+    const QVector<QDevice> cameras = findCameras();
+    const QDevice* const camera = cameraByMac(cameras, macAddress);
+    if (!camera) {
+        if (!session.hasRawSockets)
+            session.err << rawSocketHint(session.programPath);
+        throw Failure(ExitStatus::NoSuchCamera, notFound(macAddress, cameras));
+    }
+    requireUnusedAddress(*camera, cameras, wanted.address, session);
+
+    announce(*camera, wanted, session.err);
+    const QString failure = ForceAddress(*camera, wanted.address, wanted.mask, wanted.gateway);
+    if (!failure.isEmpty())
+        throw Failure(ExitStatus::Failed, describe(*camera) + ": " + failure.toStdString());
+
+    const std::optional<QDevice> after = awaitSettings(macAddress, wanted, Looks);
+    if (!after)
+        throw Failure(ExitStatus::Failed,
+                      describe(*camera) + " took the address and was not heard again" +
+                          (session.hasRawSockets
+                               ? std::string()
+                               : "; without CAP_NET_RAW a camera outside the subnet may not "
+                                 "be heard"));
+    if (!reports(*after, wanted))
+        throw Failure(ExitStatus::Failed,
+                      describe(*camera) + " took the address but reports another: asked for " +
+                          describe(wanted) + "; it reports " + describe(settingsOf(*after)));
+    session.out << changeTable(*camera, *after, session.coloured);
+}
+
+} // namespace
+
+Command forceCommand()
+{
+    return {
+        "force",
+        "MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
+        "gives a camera an address, even one that is out of reach",
+        R"(Gives the camera with this MAC address an IPv4 address, also when it is in another subnet and cannot be reached
+otherwise. The address must be free: no other camera's, not this computer's, and nobody may answer a ping to it.
+Done when the camera is found again with what was asked. The address holds until the camera's next reset; that of
+a camera with a static address stays.
+
+  MAC                  as the list command shows it; colons, dashes or nothing between the pairs
+  --ip ADDRESS         the new address
+  --mask MASK          the new subnet mask
+  --gateway GATEWAY    the new default gateway; 0.0.0.0, none, when not given
+)",
+        {{"MAC"}, {{"--ip", "ADDRESS", true}, {"--mask", "MASK", true}, {"--gateway", "GATEWAY"}}},
+        force,
+    };
+}
+
+} // namespace cli

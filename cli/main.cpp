@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Ping.h"
+#include "cli/Privileges.h"
+#include "cli/Program.h"
+#include "cli/Session.h"
+
+#include <QCoreApplication>
+
+#include <cstdlib>
+#include <exception>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <unistd.h>
+
+namespace {
+
+/// Whoever starts the program with a standard stream closed must not have it in the next file or socket that
+/// is opened. False when data would be lost.
+bool secureStandardStreams()
+{
+    if (::fcntl(STDOUT_FILENO, F_GETFD) == -1)
+        return false;
+    for (const int fd : {STDIN_FILENO, STDERR_FILENO})
+        if (::fcntl(fd, F_GETFD) == -1 && ::open("/dev/null", O_RDWR) == -1)
+            return false;
+    return true;
+}
+
+std::string ownStatus()
+{
+    std::ifstream file("/proc/self/status");
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool wantsColour()
+{
+    const char* const noColour = std::getenv("NO_COLOR");
+    return ::isatty(STDOUT_FILENO) != 0 && (!noColour || *noColour == '\0');
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+try {
+    if (!secureStandardStreams()) {
+        std::cerr << "ip-configurator-cli: standard output is closed\n";
+        return static_cast<int>(cli::ExitStatus::Failed);
+    }
+    const std::vector<std::string> words(argv + 1, argv + argc);
+    const QCoreApplication application(argc, argv);
+    std::error_code ignored; // The path is only for a hint.
+    cli::Session session{
+        std::cout,
+        std::cerr,
+        wantsColour(),
+        ::isatty(STDERR_FILENO) != 0,
+        cli::hasRawSocketCapability(ownStatus()),
+        std::filesystem::read_symlink("/proc/self/exe", ignored).string(),
+        cli::ping,
+    };
+    return static_cast<int>(cli::runProgram(words, session));
+} catch (const std::exception& error) {
+    std::cerr << "ip-configurator-cli: " << error.what() << '\n';
+    return static_cast<int>(cli::ExitStatus::Failed);
+}
