@@ -62,7 +62,7 @@ void compare(const std::string& description, const std::function<void(Site&)>& b
         run(Ours, wrapper, site, ours);
         run(ArvTool, wrapper, site, arvTool);
     }
-    std::printf("| %-68s | %4u | %4zu | %6.3f | %4zu | %6.3f | %5.2f |\n", description.c_str(),
+    std::printf("| %-76s | %4u | %4zu | %6.3f | %4zu | %6.3f | %5.2f |\n", description.c_str(),
                 cameras * pairs, ours.cameras, ours.median(), arvTool.cameras, arvTool.median(),
                 ours.median() / arvTool.median());
     std::fflush(stdout);
@@ -79,9 +79,9 @@ void buildForgery(Site& site)
 int main()
 try {
     std::printf("Cameras listed and median seconds of the whole command; cameras summed over the runs.\n\n"
-                "| %-68s |  all | ours |      s |  arv |      s | ratio |\n"
+                "| %-76s |  all | ours |      s |  arv |      s | ratio |\n"
                 "|%s|-----:|-----:|-------:|-----:|-------:|------:|\n",
-                "condition", std::string(70, '-').c_str());
+                "condition", std::string(78, '-').c_str());
     const std::vector<std::string> unprivileged{"setpriv", "--bounding-set=-net_raw", "--inh-caps=-net_raw"};
     for (const auto& condition : discoveryConditions())
         compare(condition.description, condition.build, condition.cameras, condition.enumerations);
