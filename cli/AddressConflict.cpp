@@ -36,7 +36,7 @@ void requireUnusedAddress(const QDevice& camera, const QVector<QDevice>& cameras
     if (result.answered)
         refuse(text, "a device with this address answers ping");
     if (!result.failure.empty())
-        session.err << "note: whether another device uses " << text.toStdString() << " could not be asked ("
+        session.err << "note: whether another device uses " << text.toStdString() << " could not be checked ("
                     << result.failure << ")\n";
 }
 

@@ -65,14 +65,14 @@ Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& w
             addOption(arguments, *option, {});
             continue;
         }
-        // The next option is not this one's value: no value begins with a dash.
-        const bool inNextWord = equals == std::string::npos;
-        const bool nextIsValue = i + 1 < words.size() && words[i + 1].rfind('-', 0) != 0;
-        const std::string value =
-            inNextWord ? (nextIsValue ? words[++i] : std::string()) : word.substr(equals + 1);
-        if (value.empty())
+        if (equals != std::string::npos) {
+            addOption(arguments, *option, word.substr(equals + 1));
+            continue;
+        }
+        // A forgotten value must not make the next option one.
+        if (i + 1 == words.size() || words[i + 1].rfind('-', 0) == 0)
             refuse(name + " needs a value: " + shown(*option));
-        addOption(arguments, *option, value);
+        addOption(arguments, *option, words[++i]);
     }
 
     if (arguments.operands.size() < syntax.operands.size())

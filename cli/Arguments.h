@@ -22,7 +22,7 @@ struct Syntax
     std::vector<Option> options;
 };
 
-/// What did follow it. Every required option and every operand is there; no value is empty.
+/// What did follow it. Every required option and every operand is there.
 struct Arguments
 {
     std::vector<std::string> operands;
@@ -31,8 +31,8 @@ struct Arguments
     bool has(const std::string& option) const { return options.count(option) != 0; }
 };
 
-/// Takes options before, between and after the operands, as "--mask M" or "--mask=M". Throws a Failure that
-/// says which word is wrong and what is allowed.
+/// Takes options before, between and after the operands, as "--mask M" or "--mask=M"; the second form also
+/// for a value that begins with a dash. Throws a Failure that says which word is wrong and what is allowed.
 Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& words);
 
 } // namespace cli

@@ -13,7 +13,6 @@ bool isHarmless(uint character)
     switch (QChar::category(character)) {
     case QChar::Other_Control:
     case QChar::Other_Format:
-    case QChar::Other_Surrogate:
     case QChar::Separator_Line:
     case QChar::Separator_Paragraph:
         return false;

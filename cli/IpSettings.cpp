@@ -49,7 +49,7 @@ void requireMask(const Given& mask)
     const quint32 hostBits = ~mask.number;
     if ((hostBits & (hostBits + 1)) != 0)
         mask.refuse(
-            "is no subnet mask: in binary all ones must come before all zeros, such as 255.255.255.0");
+            "is no subnet mask: only ones before zeros, in binary, are allowed, such as 255.255.255.0");
     if (mask.number == 0)
         mask.refuse("makes all addresses one subnet; 128.0.0.0 to 255.255.255.252 are allowed");
     if (mask.number > LongestMask)

@@ -1,0 +1,226 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/network/Site.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+/// The program as a user starts it, on a computer with two adapters and these cameras behind them.
+class CommandLine : public testing::Test
+{
+protected:
+    static constexpr const char* Free = "02:00:00:00:01:01";
+    static constexpr const char* Held = "02:00:00:00:01:02";
+    static constexpr const char* Unreachable = "02:00:00:00:01:03";
+    static constexpr const char* OnOtherAdapter = "02:00:00:00:02:01";
+
+    CommandLine()
+    {
+        lan = &site.addAdapter("eth0", "192.168.1.5/24");
+        farm = &site.addCameras(*lan, R"(
+            {"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "gateway": "192.168.1.254", "model": "FC-1",
+             "serial": "S1", "userName": "瓶盖检测", "ipConfiguration": "persistent"},
+            {"mac": "02:00:00:00:01:02", "address": "192.168.1.21", "heldBy": "192.168.1.77", "model": "FC-1",
+             "serial": "S2", "userName": "Held", "ipConfiguration": "dhcp"},
+            {"mac": "02:00:00:00:01:03", "address": "10.0.0.9", "mask": "255.0.0.0", "model": "FC-2",
+             "serial": "S3", "userName": "\u001B[2J", "ipConfiguration": "lla"})");
+        site.addCameras(site.addAdapter("eth1", "172.16.0.5/16"), R"(
+            {"mac": "02:00:00:00:02:01", "address": "172.16.9.9", "mask": "255.255.0.0"})");
+    }
+
+    lab::Output run(std::vector<std::string> arguments, const std::vector<std::string>& wrapper = {}) const
+    {
+        arguments.insert(arguments.begin(), PROGRAM);
+        arguments.insert(arguments.begin(), wrapper.begin(), wrapper.end());
+        return site.host().execute(arguments);
+    }
+
+    lab::Output force(const std::string& mac, const std::string& ip) const
+    {
+        return run({"force", mac, "--ip", ip, "--mask", "255.255.255.0"});
+    }
+
+    /// What `list --json` says of the camera.
+    json listed(const std::string& mac) const
+    {
+        for (const json& camera : json::parse(run({"list", "--json"}).standardOutput))
+            if (camera["GevMACAddress"] == mac)
+                return camera;
+        ADD_FAILURE() << mac << " is not listed";
+        return {};
+    }
+
+    /// How many FORCEIP packets have reached the camera.
+    int forced(const std::string& mac) const
+    {
+        return json::parse(farm->control("show " + mac))["received"]["FORCEIP"];
+    }
+
+    /// Its output, on a terminal.
+    std::string onTerminal(const std::string& environment) const
+    {
+        return site.host().run(environment + " script -qec '" PROGRAM " list' /dev/null");
+    }
+
+    Site site;
+    lab::Switch* lan = nullptr;
+    lab::Farm* farm = nullptr;
+};
+
+} // namespace
+
+TEST_F(CommandLine, ListsTheCamerasOfAllAdapters)
+{
+    const lab::Output output = run({"list", "--json"});
+    EXPECT_EQ(output.status, 0);
+    EXPECT_EQ(output.standardError, "");
+    const json array = json::parse(output.standardOutput);
+    ASSERT_EQ(array.size(), 4u);
+    EXPECT_EQ(array[0], json::parse(R"({
+        "DeviceModelName": "FC-1", "DeviceUserID": "瓶盖检测", "DeviceSerialNumber": "S1",
+        "GevMACAddress": "02:00:00:00:01:01", "GevIPConfigurationStatus": "PersistentIP",
+        "GevCurrentIPAddress": "192.168.1.20", "GevCurrentSubnetMask": "255.255.255.0",
+        "GevCurrentDefaultGateway": "192.168.1.254", "Status": "Free", "AdapterAddress": "192.168.1.5"})"));
+    const char* const others[][4] = {{Held, "InUse", "DHCP", "192.168.1.5"},
+                                     {Unreachable, "Unreachable", "LLA", "192.168.1.5"},
+                                     {OnOtherAdapter, "Free", "DHCP", "172.16.0.5"}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        const auto& [mac, status, configuration, adapter] = others[i];
+        EXPECT_EQ(array[i + 1]["GevMACAddress"], mac);
+        EXPECT_EQ(array[i + 1]["Status"], status);
+        EXPECT_EQ(array[i + 1]["GevIPConfigurationStatus"], configuration);
+        EXPECT_EQ(array[i + 1]["AdapterAddress"], adapter);
+    }
+}
+
+TEST_F(CommandLine, PrintsUtf8AndNoControlCharactersInAnyLocale)
+{
+    for (const char* locale : {"LC_ALL=C", "LC_ALL=C.UTF-8"}) {
+        const lab::Output output = run({"list"}, {"env", locale});
+        EXPECT_EQ(output.status, 0);
+        EXPECT_THAT(output.standardOutput,
+                    AllOf(HasSubstr("瓶盖检测   S1 "), HasSubstr("\\x1B[2J    S3 "), Not(HasSubstr("\x1B"))));
+    }
+}
+
+TEST_F(CommandLine, ColoursForATerminalUnlessToldNotTo)
+{
+    EXPECT_THAT(onTerminal("env -u NO_COLOR"), HasSubstr("\x1B[31mUnreachable\x1B[0m"));
+    EXPECT_THAT(onTerminal("NO_COLOR="), HasSubstr("\x1B[31mUnreachable\x1B[0m"));
+    EXPECT_THAT(onTerminal("NO_COLOR=1"), AllOf(HasSubstr("Unreachable"), Not(HasSubstr("\x1B"))));
+}
+
+TEST_F(CommandLine, BringsAnUnreachableCameraIntoTheSubnet)
+{
+    const lab::Output output = force(Unreachable, "192.168.1.50");
+    EXPECT_EQ(output.status, 0) << output.standardError;
+    EXPECT_THAT(output.standardOutput,
+                HasSubstr("\nafter   Free         192.168.1.50  255.255.255.0  0.0.0.0\n"));
+    const json camera = listed(Unreachable);
+    EXPECT_EQ(camera["Status"], "Free");
+    EXPECT_EQ(camera["GevCurrentIPAddress"], "192.168.1.50");
+    site.host().run("ping -c 1 -W 2 192.168.1.50");
+    EXPECT_EQ(listed(Free)["GevCurrentIPAddress"], "192.168.1.20");
+}
+
+TEST_F(CommandLine, TakesACameraOutOfTheSubnetAndStillFindsIt)
+{
+    const lab::Output output = force(Free, "10.1.2.3");
+    EXPECT_EQ(output.status, 0) << output.standardError;
+    EXPECT_THAT(output.standardError, HasSubstr("will be listed as Unreachable"));
+    EXPECT_EQ(listed(Free)["Status"], "Unreachable");
+}
+
+TEST_F(CommandLine, TellsThatAnotherApplicationHoldsTheCamera)
+{
+    const lab::Output output = force(Held, "192.168.1.50");
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "");
+    EXPECT_THAT(output.standardError,
+                HasSubstr("FC-1 (02:00:00:00:01:02): another application controls the camera"));
+    EXPECT_EQ(listed(Held)["GevCurrentIPAddress"], "192.168.1.21");
+}
+
+TEST_F(CommandLine, TellsWhatIsThereWhenTheCameraIsNot)
+{
+    const lab::Output output = force("02:00:00:00:01:09", "192.168.1.50");
+    EXPECT_EQ(output.status, 3);
+    EXPECT_EQ(output.standardOutput, "");
+    for (const char* mac : {Free, Held, Unreachable, OnOtherAdapter})
+        EXPECT_THAT(output.standardError, HasSubstr(mac));
+}
+
+TEST_F(CommandLine, SendsNothingToACameraWhoseNewAddressIsTaken)
+{
+    lan->attach(site.router(), "lan", "192.168.1.30/24");
+    const struct
+    {
+        const char* address;
+        const char* owner;
+    } table[] = {{"192.168.1.30", "answers ping"},
+                 {"192.168.1.20", "the camera FC-1 (02:00:00:00:01:01) has it"},
+                 {"172.16.0.5", "an adapter of this computer has it"}};
+    for (const auto& each : table) {
+        const lab::Output output = force(Unreachable, each.address);
+        EXPECT_EQ(output.status, 1);
+        EXPECT_EQ(output.standardOutput, "");
+        EXPECT_THAT(output.standardError, HasSubstr(each.owner));
+    }
+    EXPECT_EQ(forced(Unreachable), 0);
+}
+
+TEST_F(CommandLine, RefusesWrongArgumentsWithoutASound)
+{
+    const lab::Output output = run({"force", Free, "--ip", "192.168.1.50", "--mask", "255.0.255.0"});
+    EXPECT_EQ(output.status, 2);
+    EXPECT_EQ(output.standardOutput, "");
+    EXPECT_THAT(output.standardError,
+                HasSubstr("ip-configurator-cli: --mask \"255.0.255.0\" is no subnet mask"));
+    EXPECT_EQ(json::parse(farm->control(std::string("show ") + Free))["received"]["DISCOVERY"], 0);
+}
+
+TEST_F(CommandLine, SaysHowToHearAllCamerasWhenItLacksThePrivilege)
+{
+    const lab::Output output =
+        run({"list", "--json"}, {"setpriv", "--bounding-set=-net_raw", "--inh-caps=-net_raw"});
+    EXPECT_EQ(output.status, 0);
+    EXPECT_THAT(json::parse(output.standardOutput), Not(IsEmpty()));
+    EXPECT_THAT(output.standardError, HasSubstr("sudo setcap cap_net_raw+ep " PROGRAM "\n"));
+}
+
+TEST_F(CommandLine, FailsWhenItsOutputCannotBeWritten)
+{
+    for (const char* redirection : {">/dev/full", ">&-"}) {
+        const lab::Output output =
+            site.host().execute({"sh", "-c", std::string(PROGRAM " list ") + redirection});
+        EXPECT_EQ(output.status, 1) << redirection;
+        EXPECT_THAT(output.standardError, HasSubstr("standard output")) << redirection;
+    }
+}
+
+TEST(CommandLineWithoutCameras, SaysWhichAdaptersItAskedOn)
+{
+    Site site;
+    site.addAdapter("eth0", "192.168.1.5/24");
+    const lab::Output table = site.host().execute({PROGRAM, "list"});
+    EXPECT_EQ(table.status, 0);
+    EXPECT_EQ(table.standardOutput, "");
+    EXPECT_THAT(table.standardError, HasSubstr("No camera answered on 192.168.1.5."));
+    EXPECT_EQ(site.host().execute({PROGRAM, "list", "--json"}).standardOutput, "[]\n");
+}
+
+TEST(CommandLineWithoutCameras, SaysThatThereIsNoAdapter)
+{
+    const lab::Namespace alone;
+    const lab::Output output = alone.execute({PROGRAM, "list"});
+    EXPECT_EQ(output.status, 0);
+    EXPECT_THAT(output.standardError, HasSubstr("no network adapter of this computer"));
+}

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/cli/ProgramFixture.h"
+
+#include <gmock/gmock.h>
+
+using cli::ExitStatus;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace {
+
+constexpr const char* Mac = "00:00:00:00:00:02";
+
+class ForceCommandTest : public ProgramFixture
+{
+protected:
+    /// Two cameras that only their MAC addresses tell apart; the second is out of reach.
+    ForceCommandTest()
+    {
+        sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01"}), sdk.record({.mac = Mac, .ip = "10.0.0.9"})};
+    }
+
+    ExitStatus force(const std::string& ip = "192.0.2.30", const std::vector<std::string>& more = {})
+    {
+        std::vector<std::string> words{"force", Mac, "--ip", ip, "--mask", "255.255.255.0"};
+        words.insert(words.end(), more.begin(), more.end());
+        return run(words);
+    }
+
+    void expectRefusedUnsent(const std::string& ip, const std::string& reason)
+    {
+        EXPECT_EQ(force(ip), ExitStatus::Failed);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_THAT(err.str(), AllOf(HasSubstr(ip + " is in use: "), HasSubstr(reason)));
+        EXPECT_THAT(forced(), IsEmpty());
+    }
+
+    RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
+};
+
+} // namespace
+
+TEST_F(ForceCommandTest, ForcesTheCameraOfThatMacAndNoOther)
+{
+    EXPECT_EQ(force("192.0.2.30", {"--gateway", "192.0.2.1"}), ExitStatus::Done);
+    EXPECT_THAT(forced(), ElementsAre("ForceIpEx(00:00:00:00:00:02, 192.0.2.30, 255.255.255.0, 192.0.2.1)"));
+    EXPECT_EQ(out.str(), "        STATUS       ADDRESS     MASK           GATEWAY\n"
+                         "before  Unreachable  10.0.0.9    255.255.255.0  0.0.0.0\n"
+                         "after   Free         192.0.2.30  255.255.255.0  192.0.2.1\n");
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST_F(ForceCommandTest, SetsNoGatewayUnlessOneIsGiven)
+{
+    camera().nDeviceGateway = SdkDouble::address("10.0.0.1");
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_THAT(forced(), ElementsAre("ForceIpEx(00:00:00:00:00:02, 192.0.2.30, 255.255.255.0, 0.0.0.0)"));
+}
+
+TEST_F(ForceCommandTest, SaysWhatItIsAboutToDoBeforeItDoesIt)
+{
+    sdk.forceIp = [this](auto...) {
+        EXPECT_THAT(err.str(),
+                    HasSubstr("Model (00:00:00:00:00:02): 10.0.0.9, mask 255.255.255.0, no gateway -> "
+                              "192.0.2.30, mask 255.255.255.0, no gateway\n"));
+        return RZ_ERROR_REFUSED;
+    };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_EQ(forced().size(), 1u);
+}
+
+TEST_F(ForceCommandTest, SendsNothingWhenAnArgumentIsWrong)
+{
+    const std::vector<std::string> lines[] = {
+        {"force", "00:00:00:00:00", "--ip", "192.0.2.30", "--mask", "255.255.255.0"},
+        {"force", Mac, "--ip", "192.0.2.300", "--mask", "255.255.255.0"},
+        {"force", Mac, "--ip", "192.0.2.30", "--mask", "255.0.255.0"},
+        {"force", Mac, "--ip", "192.0.2.30", "--mask", "255.255.255.0", "--gateway", "10.0.0.1"},
+    };
+    for (const auto& words : lines) {
+        EXPECT_EQ(run(words), ExitStatus::WrongArguments);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_NE(err.str(), "");
+    }
+    EXPECT_THAT(sdk.calls(), IsEmpty());
+    EXPECT_THAT(pinged, IsEmpty());
+}
+
+TEST_F(ForceCommandTest, TellsWhatIsThereWhenTheCameraIsNot)
+{
+    sdk.listed.pop_back();
+    EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(err.str(), "ip-configurator-cli: no camera has the MAC address 00:00:00:00:00:02; found:\n"
+                         "    00:00:00:00:00:01  Model  192.0.2.20\n");
+    sdk.listed.clear();
+    session.hasRawSockets = false;
+    EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
+    EXPECT_THAT(err.str(), AllOf(HasSubstr("sudo setcap"), HasSubstr("no camera answered at all")));
+    EXPECT_THAT(forced(), IsEmpty());
+}
+
+TEST_F(ForceCommandTest, RefusesTheAddressOfAnotherCamera)
+{
+    expectRefusedUnsent("192.0.2.20", "the camera Model (00:00:00:00:00:01) has it");
+}
+
+TEST_F(ForceCommandTest, RefusesAnAddressThatAnswersPing)
+{
+    pingResult.answered = true;
+    expectRefusedUnsent("192.0.2.30", "answers ping");
+    EXPECT_THAT(pinged, ElementsAre("192.0.2.30"));
+}
+
+TEST_F(ForceCommandTest, GoesOnAndSaysSoWhenNoPingCanBeSent)
+{
+    pingResult.failure = "ping: no route";
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_THAT(err.str(), HasSubstr("another device uses 192.0.2.30 could not be checked (ping: no route)"));
+}
+
+TEST_F(ForceCommandTest, TakesTheCamerasOwnAddressForNoConflict)
+{
+    pingResult.answered = true;
+    EXPECT_EQ(force("10.0.0.9", {"--gateway", "10.0.0.1"}), ExitStatus::Done);
+    EXPECT_THAT(pinged, IsEmpty());
+    EXPECT_EQ(camera().nDeviceGateway, SdkDouble::address("10.0.0.1"));
+}
+
+TEST_F(ForceCommandTest, NotesThatTheCameraWillBeOutOfReach)
+{
+    EXPECT_EQ(force("198.51.100.7"), ExitStatus::Done);
+    EXPECT_THAT(err.str(), HasSubstr("outside the subnet of the adapter that hears the camera (192.0.2.5)"));
+    EXPECT_EQ(force("192.0.2.30"), ExitStatus::Done);
+    EXPECT_THAT(err.str(), Not(HasSubstr("outside the subnet")));
+}
+
+TEST_F(ForceCommandTest, NotesUnlessTheCameraIsStaticThatAResetUndoesIt)
+{
+    const struct
+    {
+        uint32_t ipConfig;
+        const char* note;
+    } table[] = {{2, "as its IP configuration is DHCP"}, {4, "as its IP configuration is LLA"}};
+    for (const auto& each : table) {
+        camera().nIpConfigCurrent = each.ipConfig;
+        EXPECT_EQ(force(), ExitStatus::Done);
+        EXPECT_THAT(err.str(), HasSubstr(each.note));
+    }
+    camera().nIpConfigCurrent = 1;
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_THAT(err.str(), Not(HasSubstr("reset")));
+}
+
+TEST_F(ForceCommandTest, TriesACameraInUseAndTellsWhyItFailed)
+{
+    camera().nDeviceIp = SdkDouble::address("192.0.2.21");
+    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
+    sdk.forceIp = [](auto...) { return RZ_ERROR_ACCESS_DENIED; };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_THAT(
+        err.str(),
+        HasSubstr("ip-configurator-cli: Model (00:00:00:00:00:02): another application controls the camera"));
+    EXPECT_EQ(forced().size(), 1u);
+}
+
+TEST_F(ForceCommandTest, WaitsForACameraThatIsMissedAtFirst)
+{
+    int looks = 0;
+    sdk.enumDevices = [this, &looks](RZ_CC_DEVICE_INFO_LIST& list) {
+        ++looks;
+        const bool missed = looks == 2 || looks == 3;
+        list.nDeviceCount = missed ? 1 : 2;
+        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
+        return RZ_OK;
+    };
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_EQ(looks, 4);
+    EXPECT_EQ(forced().size(), 1u);
+}
+
+TEST_F(ForceCommandTest, FailsWithTheDifferenceWhenTheCameraReportsSomethingElse)
+{
+    uint32_t RZ_GIGE_DEVICE_INFO::*const members[] = {&RZ_GIGE_DEVICE_INFO::nDeviceIp,
+                                                      &RZ_GIGE_DEVICE_INFO::nDeviceSubnetMask,
+                                                      &RZ_GIGE_DEVICE_INFO::nDeviceGateway};
+    for (const auto member : members) {
+        sdk.forceIp = [member](RZ_CC_DEVICE_INFO* info, uint32_t ip, uint32_t mask, uint32_t gateway) {
+            info->stGigEInfo.nDeviceIp = ip;
+            info->stGigEInfo.nDeviceSubnetMask = mask;
+            info->stGigEInfo.nDeviceGateway = gateway;
+            info->stGigEInfo.*member ^= 1u << 8;
+            return RZ_OK;
+        };
+        camera().nDeviceIp = SdkDouble::address("10.0.0.9");
+        EXPECT_EQ(force(), ExitStatus::Failed);
+        EXPECT_EQ(out.str(), "");
+        EXPECT_THAT(err.str(),
+                    AllOf(HasSubstr("asked for 192.0.2.30, mask 255.255.255.0, no gateway; it reports "),
+                          HasSubstr(member == members[0]   ? "reports 192.0.3.30, mask"
+                                    : member == members[1] ? "mask 255.255.254.0, no gateway\n"
+                                                           : "gateway 0.0.1.0\n")));
+    }
+}
+
+TEST_F(ForceCommandTest, FailsWhenTheCameraIsNotHeardAgain)
+{
+    sdk.forceIp = [this](auto...) {
+        sdk.listed.pop_back();
+        return RZ_OK;
+    };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_THAT(err.str(), HasSubstr("was not heard again"));
+}
+
+TEST_F(ForceCommandTest, DoesNotTakeAnOldListForTheCamerasAnswer)
+{
+    camera().nDeviceIp = SdkDouble::address("192.0.2.30");
+    int looks = 0;
+    sdk.enumDevices = [this, &looks](RZ_CC_DEVICE_INFO_LIST& list) -> int {
+        if (++looks > 1)
+            return RZ_ERROR_NETWORK;
+        list.nDeviceCount = 2;
+        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
+        return RZ_OK;
+    };
+    EXPECT_EQ(force("192.0.2.30"), ExitStatus::Failed);
+}
