@@ -181,6 +181,7 @@ TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
     EXPECT_FALSE(canPing("192.168.1.20"));
     EXPECT_TRUE(canPing("192.168.1.21"));
     farm.control("plug 00:1A:2B:00:00:01");
+    host.run("ip neigh flush all"); // The kernel may still be waiting for the ARP answer of before.
     EXPECT_TRUE(canPing("192.168.1.20"));
     try {
         farm.control("plug 00:1A:2B:00:00:09");
