@@ -15,8 +15,8 @@ constexpr int PatienceMilliseconds = 10000;
 PingResult ping(const std::string& address)
 {
     QProcess process;
-    process.start(QStringLiteral("ping"), {QStringLiteral("-c"), QStringLiteral("1"), QStringLiteral("-W"),
-                                           QStringLiteral("1"), QString::fromStdString(address)});
+    // -n: a name server that does not answer must not hold up the one that does.
+    process.start(QStringLiteral("ping"), {"-n", "-c", "1", "-W", "1", QString::fromStdString(address)});
     if (!process.waitForFinished(PatienceMilliseconds) || process.exitStatus() != QProcess::NormalExit)
         return {false, "ping: " + displayText(process.errorString())};
 

@@ -135,8 +135,17 @@ TEST_F(CommandLine, TakesACameraOutOfTheSubnetAndStillFindsIt)
 {
     const lab::Output output = force(Free, "10.1.2.3");
     EXPECT_EQ(output.status, 0) << output.standardError;
-    EXPECT_THAT(output.standardError, HasSubstr("will be listed as Unreachable"));
+    EXPECT_THAT(output.standardError, AllOf(HasSubstr("will be listed as Unreachable"),
+                                            HasSubstr("another device uses 10.1.2.3 could not be checked")));
     EXPECT_EQ(listed(Free)["Status"], "Unreachable");
+}
+
+TEST_F(CommandLine, GoesOnAndSaysSoWhereThereIsNoPingProgram)
+{
+    const lab::Output output =
+        run({"force", Unreachable, "--ip=192.168.1.50", "--mask=255.255.255.0"}, {"env", "PATH=/nowhere"});
+    EXPECT_EQ(output.status, 0) << output.standardError;
+    EXPECT_THAT(output.standardError, HasSubstr("another device uses 192.168.1.50 could not be checked"));
 }
 
 TEST_F(CommandLine, TellsThatAnotherApplicationHoldsTheCamera)
