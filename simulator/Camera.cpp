@@ -12,12 +12,14 @@ using gvcp::Command;
 using gvcp::Status;
 namespace reg = gvcp::reg;
 
-Camera::Camera(const CameraConfig& config)
-    : m_mac(config.mac),
-      m_registers(config),
-      m_startIp(config.ip),
-      m_answerBy(config.answerBy),
-      m_forceIpAcknowledge(config.forceIpAcknowledge)
+namespace {
+
+// Of the acknowledge that has no command of its own.
+constexpr Command Pending{0x0088};
+
+} // namespace
+
+Camera::Camera(const CameraConfig& config) : m_config(config), m_registers(config)
 {
     if (config.heldBy)
         hold(*config.heldBy);
@@ -30,53 +32,82 @@ bool Camera::concerns(const gvcp::CommandPacket& command, bool sentByBroadcast) 
         return false;
     if (command.command == Command::ForceIp) {
         const auto force = gvcp::parseForceIp(command.payload);
-        return force && force->mac == m_mac;
+        return force && force->mac == m_config.mac;
     }
     return command.command == Command::Discovery || !sentByBroadcast;
 }
 
-std::optional<Camera::Answer> Camera::handle(const gvcp::CommandPacket& command, const Asker& asker)
+Camera::Reaction Camera::handle(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now)
 {
+    passTime(now);
     if (command.command == Command::ForceIp)
         return forceIp(command);
+    m_control.heard(asker, now);
+    Reaction reaction;
+    reaction.answer = acknowledge(command, execute(command, asker, now));
+    if (m_registers.takeResetRequest()) {
+        reaction.effect = Effect::Reset;
+        if (m_config.rebootsWithoutAcknowledge)
+            reaction.answer.reset();
+    }
+    return reaction;
+}
 
-    const Outcome outcome = execute(command, asker);
+std::optional<Camera::Answer> Camera::refuse(const gvcp::CommandPacket& command, Status status) const
+{
+    return acknowledge(command, {status, {}});
+}
+
+std::optional<Camera::Answer> Camera::announceDelay(const gvcp::CommandPacket& command,
+                                                    std::chrono::milliseconds time) const
+{
+    gvcp::Bytes payload(4);
+    gvcp::writeU16(payload, 2, static_cast<std::uint16_t>(time.count()));
+    gvcp::CommandPacket pending = command;
+    pending.command = Pending;
+    return acknowledge(pending, {Status::Success, payload});
+}
+
+std::optional<Camera::Answer> Camera::acknowledge(const gvcp::CommandPacket& command,
+                                                  const Outcome& outcome) const
+{
     if (!(command.flags & gvcp::FlagAcknowledge))
         return std::nullopt;
     Answer answer{gvcp::encodeAcknowledge(command.command, outcome.status, command.id, outcome.payload),
                   ip()};
-    if (command.command == Command::Discovery) {
-        answer.onlyByBroadcast = m_answerBy == CameraConfig::AnswerBy::Broadcast;
+    if (command.command == Command::Discovery || command.command == Command::ForceIp) {
+        answer.onlyByBroadcast = m_config.answerBy == CameraConfig::AnswerBy::Broadcast;
         answer.broadcastAllowed = command.flags & gvcp::FlagBroadcastAcknowledge;
     }
     return answer;
 }
 
-std::optional<Camera::Answer> Camera::forceIp(const gvcp::CommandPacket& command)
+Camera::Reaction Camera::forceIp(const gvcp::CommandPacket& command)
 {
-    using Acknowledge = CameraConfig::ForceIpAcknowledge;
+    using Way = CameraConfig::ForceIpAcknowledge;
 
     const auto force = gvcp::parseForceIp(command.payload);
-    if (!force || isHeld())
-        return std::nullopt;
-    const IpSettings before = ip();
+    if (!force || m_control.application())
+        return {};
+    Reaction reaction{acknowledge(command, {})};
     if (force->ip == 0)
-        runStoredIpConfiguration();
+        reaction.effect = Effect::IpRestart; // The new address is not known yet: the old one answers.
     else
-        m_registers.setCurrentIp({force->ip, force->subnetMask, force->gateway});
+        setIp({force->ip, force->subnetMask, force->gateway});
 
-    if (!(command.flags & gvcp::FlagAcknowledge) || m_forceIpAcknowledge == Acknowledge::Never)
-        return std::nullopt;
-    Answer answer;
-    answer.packet = gvcp::encodeAcknowledge(Command::ForceIp, Status::Success, command.id);
-    answer.from = m_forceIpAcknowledge == Acknowledge::FromOldAddress ? before : ip();
-    answer.onlyByBroadcast =
-        m_answerBy == CameraConfig::AnswerBy::Broadcast || m_forceIpAcknowledge == Acknowledge::Broadcast;
-    answer.broadcastAllowed = command.flags & gvcp::FlagBroadcastAcknowledge;
-    return answer;
+    const Way way = m_config.forceIpAcknowledge;
+    if (way == Way::Never)
+        reaction.answer.reset();
+    if (reaction.answer && way == Way::FromNewAddress)
+        reaction.answer->from = ip();
+    if (reaction.answer && way == Way::Broadcast) {
+        reaction.answer->from = ip();
+        reaction.answer->onlyByBroadcast = true;
+    }
+    return reaction;
 }
 
-Camera::Outcome Camera::execute(const gvcp::CommandPacket& command, const Asker& asker)
+Camera::Outcome Camera::execute(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now)
 {
     if (command.payload.size() > gvcp::MaxPayload)
         return {Status::InvalidParameter, {}};
@@ -86,11 +117,13 @@ Camera::Outcome Camera::execute(const gvcp::CommandPacket& command, const Asker&
     case Command::ReadRegister:
         return readRegisters(command.payload, asker);
     case Command::WriteRegister:
-        return writeRegisters(command.payload, asker);
+        return writeRegisters(command.payload, asker, now);
     case Command::ReadMemory:
         return readMemory(command.payload, asker);
     case Command::WriteMemory:
-        return writeMemory(command.payload, asker);
+        if (m_config.writesMemory)
+            return writeMemory(command.payload, asker);
+        break;
     case Command::ForceIp:
         break;
     }
@@ -102,7 +135,7 @@ Camera::Outcome Camera::readRegisters(gvcp::ByteView payload, const Asker& asker
     const auto addresses = gvcp::parseWords(payload);
     if (!addresses)
         return {Status::InvalidParameter, {}};
-    if (!mayRead(asker))
+    if (!m_control.mayRead(asker))
         return {Status::AccessDenied, {}};
     std::vector<std::uint32_t> values;
     for (const std::uint32_t address : *addresses) {
@@ -115,7 +148,7 @@ Camera::Outcome Camera::readRegisters(gvcp::ByteView payload, const Asker& asker
     return {Status::Success, gvcp::encodeWords(values)};
 }
 
-Camera::Outcome Camera::writeRegisters(gvcp::ByteView payload, const Asker& asker)
+Camera::Outcome Camera::writeRegisters(gvcp::ByteView payload, const Asker& asker, Clock::time_point now)
 {
     const auto values = gvcp::parseRegisterValues(payload);
     if (!values)
@@ -123,7 +156,7 @@ Camera::Outcome Camera::writeRegisters(gvcp::ByteView payload, const Asker& aske
     // One after the other: those before the one that fails are written, and the answer says how many.
     std::uint16_t written = 0;
     for (const gvcp::RegisterValue& each : *values) {
-        const Status status = writeRegister(each, asker);
+        const Status status = writeRegister(each, asker, now);
         if (status != Status::Success)
             return {status, gvcp::encodeWriteResult(written)};
         ++written;
@@ -131,31 +164,19 @@ Camera::Outcome Camera::writeRegisters(gvcp::ByteView payload, const Asker& aske
     return {Status::Success, gvcp::encodeWriteResult(written)};
 }
 
-Status Camera::writeRegister(const gvcp::RegisterValue& each, const Asker& asker)
+Status Camera::writeRegister(const gvcp::RegisterValue& each, const Asker& asker, Clock::time_point now)
 {
-    if (each.address == reg::ControlChannelPrivilege)
-        return writePrivilege(each.value, asker);
-    if (!controls(asker))
+    if (each.address == reg::ControlChannelPrivilege) {
+        if (!m_control.request(each.value, asker, now))
+            return Status::AccessDenied;
+        showControl();
+        return Status::Success;
+    }
+    if (!m_control.mayWrite(asker))
         return Status::AccessDenied;
     std::array<std::uint8_t, 4> bytes{};
     gvcp::writeU32(bytes, 0, each.value);
     return m_registers.write(each.address, bytes);
-}
-
-Status Camera::writePrivilege(std::uint32_t value, const Asker& asker)
-{
-    if (m_controller && !controls(asker))
-        return Status::AccessDenied;
-    // Exclusive wins where both are asked for; the other bits belong to features that this camera has not.
-    const std::uint32_t privilege =
-        value & gvcp::Privilege::Exclusive ? gvcp::Privilege::Exclusive : value & gvcp::Privilege::Control;
-    if (privilege == gvcp::Privilege::Open) {
-        release();
-    } else {
-        m_controller = asker;
-        m_registers.setController(privilege, asker.address, asker.port);
-    }
-    return Status::Success;
 }
 
 Camera::Outcome Camera::readMemory(gvcp::ByteView payload, const Asker& asker) const
@@ -163,13 +184,14 @@ Camera::Outcome Camera::readMemory(gvcp::ByteView payload, const Asker& asker) c
     const auto range = gvcp::parseMemoryRange(payload);
     if (!range || range->count == 0 || range->count > gvcp::MaxMemoryBlock)
         return {Status::InvalidParameter, {}};
-    if (!mayRead(asker))
+    if (!m_control.mayRead(asker))
         return {Status::AccessDenied, {}};
     gvcp::Bytes data(range->count);
     const Status status = m_registers.read(range->address, data);
     if (status != Status::Success)
         return {status, {}};
-    return {Status::Success, gvcp::encodeMemoryBlock({range->address, data})};
+    return {Status::Success,
+            m_config.readMemoryOmitsAddress ? data : gvcp::encodeMemoryBlock({range->address, data})};
 }
 
 Camera::Outcome Camera::writeMemory(gvcp::ByteView payload, const Asker& asker)
@@ -178,40 +200,39 @@ Camera::Outcome Camera::writeMemory(gvcp::ByteView payload, const Asker& asker)
     if (!block)
         return {Status::InvalidParameter, {}};
     const Status status =
-        controls(asker) ? m_registers.write(block->address, block->data) : Status::AccessDenied;
+        m_control.mayWrite(asker) ? m_registers.write(block->address, block->data) : Status::AccessDenied;
     const bool written = status == Status::Success;
     return {status, gvcp::encodeWriteResult(written ? static_cast<std::uint16_t>(block->data.size()) : 0)};
 }
 
-bool Camera::mayRead(const Asker& asker) const
+void Camera::passTime(Clock::time_point now)
 {
-    return m_registers.word(reg::ControlChannelPrivilege) != gvcp::Privilege::Exclusive || controls(asker);
+    m_control.expire(now, std::chrono::milliseconds{m_registers.word(reg::HeartbeatTimeout)});
+    showControl();
 }
 
 void Camera::hold(const CameraConfig::Holder& holder)
 {
-    // No command ever comes from port 0, so nobody is taken for this application.
-    m_controller = Asker{holder.address, 0};
-    m_registers.setController(holder.privilege, holder.address, 0);
+    m_control.seize(holder.address, holder.privilege);
+    showControl();
 }
 
 void Camera::release()
 {
-    m_controller.reset();
-    m_registers.setController(gvcp::Privilege::Open, 0, 0);
+    m_control.release();
+    showControl();
 }
 
 void Camera::restart()
 {
+    m_registers = RegisterMap(m_config, m_registers.stored());
     release();
-    runStoredIpConfiguration();
 }
 
-void Camera::runStoredIpConfiguration()
+void Camera::showControl()
 {
-    const IpSettings stored = m_registers.persistentIp();
-    const bool persistent = m_registers.word(reg::CurrentIpConfig) & gvcp::IpConfig::Persistent;
-    m_registers.setCurrentIp(persistent && stored.address != 0 ? stored : m_startIp);
+    const Asker application = m_control.application().value_or(Asker{});
+    m_registers.setController(m_control.privilege(), application.address, application.port);
 }
 
 } // namespace simulator

@@ -3,6 +3,7 @@
 
 #include "gvcp/Memory.h"
 #include "simulator/CameraConfig.h"
+#include "simulator/ControlChannel.h"
 #include "simulator/RegisterMap.h"
 
 #include <optional>
@@ -10,18 +11,12 @@
 namespace simulator {
 
 /// The camera's side of GVCP: who may do what with its registers, and what it answers. It knows its addresses
-/// but no network: commands come in and answers go out as bytes.
+/// but no network and no clock: commands come in and answers go out as bytes, the time is told it.
 class Camera
 {
 public:
-    /// Where a command came from; an application is known by both.
-    struct Asker
-    {
-        gvcp::Ipv4 address = 0;
-        std::uint16_t port = 0;
-
-        bool operator==(const Asker&) const = default;
-    };
+    using Asker = ControlChannel::Application;
+    using Clock = ControlChannel::Clock;
 
     struct Answer
     {
@@ -31,21 +26,45 @@ public:
         bool broadcastAllowed = false; ///< The command's flag for it, where it has one.
     };
 
+    /// What is left to do when a command has been answered.
+    enum class Effect
+    {
+        None,
+        IpRestart, ///< The stored IP configuration is to be run again.
+        Reset
+    };
+
+    struct Reaction
+    {
+        std::optional<Answer> answer; ///< Nothing when it stays silent.
+        Effect effect = Effect::None;
+    };
+
     explicit Camera(const CameraConfig& config);
 
     /// Whether it would consider such a command at all, however it was sent.
     bool concerns(const gvcp::CommandPacket& command, bool sentByBroadcast) const;
-    /// Carries out a command that concerns it. Nothing when it stays silent.
-    std::optional<Answer> handle(const gvcp::CommandPacket& command, const Asker& asker);
+    /// Carries out a command that concerns it.
+    Reaction handle(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now);
+    /// Answers such a command with this status and does nothing.
+    std::optional<Answer> refuse(const gvcp::CommandPacket& command, gvcp::Status status) const;
+    /// Says that the answer will take that long. Meanwhile the asker need not be heard to stay in control.
+    std::optional<Answer> announceDelay(const gvcp::CommandPacket& command,
+                                        std::chrono::milliseconds time) const;
+    void excuse(const Asker& asker, Clock::time_point until) { m_control.heard(asker, until); }
+    /// Ends control whose heartbeat has stopped.
+    void passTime(Clock::time_point now);
 
+    const CameraConfig& config() const { return m_config; }
     const RegisterMap& registers() const { return m_registers; }
+    const ControlChannel& control() const { return m_control; }
     IpSettings ip() const { return m_registers.currentIp(); }
-    bool isHeld() const { return m_controller.has_value(); }
+    void setIp(const IpSettings& ip) { m_registers.setCurrentIp(ip); }
 
     /// Puts an application elsewhere in control, whoever was it before.
     void hold(const CameraConfig::Holder& holder);
     void release();
-    /// As after a reset: nobody is in control, and the stored IP configuration is in force.
+    /// As after a reset: nobody is in control, it has no address yet, and only the stored settings are left.
     void restart();
 
 private:
@@ -55,24 +74,21 @@ private:
         gvcp::Bytes payload;
     };
 
-    std::optional<Answer> forceIp(const gvcp::CommandPacket& command);
-    Outcome execute(const gvcp::CommandPacket& command, const Asker& asker);
+    Reaction forceIp(const gvcp::CommandPacket& command);
+    Outcome execute(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now);
     Outcome readRegisters(gvcp::ByteView payload, const Asker& asker) const;
-    Outcome writeRegisters(gvcp::ByteView payload, const Asker& asker);
+    Outcome writeRegisters(gvcp::ByteView payload, const Asker& asker, Clock::time_point now);
+    gvcp::Status writeRegister(const gvcp::RegisterValue& each, const Asker& asker, Clock::time_point now);
     Outcome readMemory(gvcp::ByteView payload, const Asker& asker) const;
     Outcome writeMemory(gvcp::ByteView payload, const Asker& asker);
-    gvcp::Status writePrivilege(std::uint32_t value, const Asker& asker);
-    gvcp::Status writeRegister(const gvcp::RegisterValue& each, const Asker& asker);
-    bool mayRead(const Asker& asker) const;
-    bool controls(const Asker& asker) const { return m_controller == asker; }
-    void runStoredIpConfiguration();
+    /// What is sent for it, if the command wants to be acknowledged.
+    std::optional<Answer> acknowledge(const gvcp::CommandPacket& command, const Outcome& outcome) const;
+    /// Lets the registers say who is in control.
+    void showControl();
 
-    gvcp::MacAddress m_mac;
+    CameraConfig m_config;
     RegisterMap m_registers;
-    IpSettings m_startIp;
-    CameraConfig::AnswerBy m_answerBy;
-    CameraConfig::ForceIpAcknowledge m_forceIpAcknowledge;
-    std::optional<Asker> m_controller;
+    ControlChannel m_control;
 };
 
 } // namespace simulator

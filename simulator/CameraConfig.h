@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "gvcp/Bytes.h"
+#include "gvcp/Registers.h"
+#include "simulator/Fault.h"
 #include "simulator/IpSettings.h"
-#include "simulator/Request.h"
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -46,19 +49,30 @@ struct CameraConfig
         WrongId
     };
 
-    /// An application elsewhere that controls the camera.
-    struct Holder
+    enum class UserNameAccess
     {
-        gvcp::Ipv4 address = 0;
-        std::uint32_t privilege = 0; ///< gvcp::Privilege::Exclusive or Control.
+        ReadWrite,
+        ReadOnly,
+        None
     };
 
-    /// The next `times` such requests are ignored; all of them without a number.
-    struct Fault
+    /// An application elsewhere that controls the camera; unless told, one at an address that is nobody's.
+    struct Holder
     {
-        Request request = Request::Discovery;
-        std::optional<unsigned> times;
+        gvcp::Ipv4 address = 0xC0000201;                      // 192.0.2.1
+        std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
     };
+
+    /// What the camera tells of its features, in its memory at DescriptionAddress.
+    struct Description
+    {
+        std::shared_ptr<const gvcp::Bytes> file; ///< Null for a camera without one; of whole registers.
+        std::string url;
+        std::string secondUrl;
+    };
+
+    static constexpr std::uint32_t DescriptionAddress = 0xC0A00000;
+    static constexpr std::size_t UrlSize = 512; ///< Bytes.
 
     gvcp::MacAddress mac;
     std::string manufacturer = "Farm Cameras";
@@ -67,11 +81,23 @@ struct CameraConfig
     std::string info = "Simulated camera";
     std::string serial;
     std::string userName;
-    IpSettings ip; ///< At the start, and after a reset unless another one is stored.
+    UserNameAccess userNameAccess = UserNameAccess::ReadWrite;
+    /// At the start, and taken for what a DHCP server would lease it later, unless it is a link-local one.
+    /// Without an address the camera boots when the farm starts, and asks on the network.
+    IpSettings ip;
     IpMethod ipMethod = IpMethod::Dhcp;
     IpSettings persistent;
+    bool hasPersistentIp = true;
+    Description description;
+    std::uint32_t resetRegister = 0x00010000; ///< A write of anything but 0 reboots the camera.
+    std::chrono::milliseconds rebootTime{1000};
+    std::chrono::milliseconds dhcpTimeout{4000};
+    std::chrono::milliseconds probeInterval{100}; ///< Between the probes of a link-local address.
+    std::chrono::milliseconds heartbeatTimeout{3000};
     std::chrono::milliseconds answerDelay{0}; ///< Before a DISCOVERY answer.
-    std::chrono::milliseconds rebootTime{500};
+    bool rebootsWithoutAcknowledge = false;
+    bool writesMemory = true;
+    bool readMemoryOmitsAddress = false;
     AnswerBy answerBy = AnswerBy::Unicast;
     ForceIpAcknowledge forceIpAcknowledge = ForceIpAcknowledge::FromOldAddress;
     std::optional<Holder> heldBy;

@@ -4,9 +4,11 @@
 #include "gvcp/Registers.h"
 #include "simulator/Farm.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <span>
 #include <sstream>
 
 namespace simulator {
@@ -15,9 +17,6 @@ namespace {
 
 using Words = std::vector<std::string>;
 using Json = nlohmann::ordered_json;
-
-// What `hold` takes for the application elsewhere: an address that is nobody's.
-constexpr gvcp::Ipv4 SomeApplication = 0xC0000201; // 192.0.2.1
 
 std::string unplug(Station& station, const Words&)
 {
@@ -39,7 +38,7 @@ std::string reset(Station& station, const Words&)
 
 std::string hold(Station& station, const Words& options)
 {
-    CameraConfig::Holder holder{SomeApplication, gvcp::Privilege::Exclusive};
+    CameraConfig::Holder holder;
     for (const std::string& option : options) {
         if (const auto address = gvcp::parseIpv4(option))
             holder.address = *address;
@@ -58,31 +57,56 @@ std::string release(Station& station, const Words&)
     return {};
 }
 
-Request parseRequest(const std::string& word)
+/// Which of the names this is; throws with all of them when it is none.
+std::size_t indexIn(std::span<const std::string_view> names, const std::string& word)
 {
-    std::string names;
-    for (std::size_t i = 0; i < RequestNames.size(); ++i) {
-        if (word == RequestNames[i])
-            return Request{static_cast<int>(i)};
-        names += (names.empty() ? "" : ", ") + std::string(RequestNames[i]);
+    std::string all;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        if (word == names[i])
+            return i;
+        all += (all.empty() ? "" : ", ") + std::string(names[i]);
     }
-    throw CommandError("\"" + word + "\" is none of " + names);
+    throw CommandError("\"" + word + "\" is none of " + all);
+}
+
+unsigned parseNumber(const std::string& text, const std::string& what)
+{
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || end != text.data() + text.size() || number == 0)
+        throw CommandError("\"" + text + "\" is no " + what + " from 1");
+    return number;
 }
 
 std::string fault(Station& station, const Words& options)
 {
-    CameraConfig::Fault fault{parseRequest(options[0]), std::nullopt};
-    if (options[1] != "drop")
-        throw CommandError("\"" + options[1] + "\" is no fault; there is drop");
-    if (options.size() > 2) {
-        const std::string& text = options[2];
-        unsigned times = 0;
-        const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), times);
-        if (error != std::errc{} || end != text.data() + text.size() || times == 0)
-            throw CommandError("\"" + text + "\" is no number of times from 1");
-        fault.times = times;
+    Fault fault;
+    if (options[0] != AnyRequest)
+        fault.request = Request{static_cast<int>(indexIn(RequestNames, options[0]))};
+    fault.action = FaultAction{static_cast<int>(indexIn(FaultActionNames, options[1]))};
+    std::size_t next = 2;
+    if (next < options.size() && options.size() % 2 != 0)
+        fault.times = parseNumber(options[next++], "number of times");
+    for (; next < options.size(); next += 2) {
+        const unsigned value = parseNumber(options[next + 1], options[next]);
+        if (options[next] == "after")
+            fault.after = value;
+        else if (options[next] == "every")
+            fault.every = value;
+        else if (options[next] == "time")
+            fault.time = std::chrono::milliseconds{std::min(value, MaxFaultTime)};
+        else
+            throw CommandError("\"" + options[next] + "\" is none of after, every, time");
     }
+    if (const auto why = whyImpossible(fault))
+        throw CommandError(*why);
     station.addFault(fault);
+    return {};
+}
+
+std::string heal(Station& station, const Words&)
+{
+    station.clearFaults();
     return {};
 }
 
@@ -93,19 +117,40 @@ Json toJson(const IpSettings& ip)
             {"gateway", gvcp::toText(ip.gateway)}};
 }
 
+const char* nameOf(BootSequence::Phase phase)
+{
+    switch (phase) {
+    case BootSequence::Phase::Off:
+        return "off";
+    case BootSequence::Phase::Dhcp:
+        return "dhcp";
+    case BootSequence::Phase::LinkLocal:
+        return "lla";
+    case BootSequence::Phase::Running:
+        break;
+    }
+    return "running";
+}
+
 std::string show(Station& station, const Words&)
 {
-    const RegisterMap& registers = station.camera().registers();
-    const std::uint32_t methods = registers.word(gvcp::reg::CurrentIpConfig);
+    const Camera& camera = station.camera();
+    const StoredSettings stored = camera.registers().stored();
+    const auto& controller = camera.control().application();
     Json json{{"mac", toText(station.mac())}};
-    json.update(toJson(station.camera().ip()));
-    json["ipConfiguration"] = methods & gvcp::IpConfig::Persistent ? "persistent"
-                              : methods & gvcp::IpConfig::Dhcp     ? "dhcp"
-                                                                   : "lla";
-    json["persistent"] = toJson(registers.persistentIp());
-    json["userName"] = registers.userName();
-    json["held"] = station.camera().isHeld();
+    json.update(toJson(camera.ip()));
+    json["ipConfiguration"] = stored.ipConfig & gvcp::IpConfig::Persistent ? "persistent"
+                              : stored.ipConfig & gvcp::IpConfig::Dhcp     ? "dhcp"
+                                                                           : "lla";
+    json["ipConfigurationBits"] = stored.ipConfig;
+    json["persistent"] = toJson(stored.persistent);
+    json["userName"] = stored.userName;
+    json["held"] = controller.has_value();
+    json["controller"] = controller ? gvcp::toText(controller->address) : "none";
+    json["privilege"] = camera.control().privilege();
     json["plugged"] = station.isPlugged();
+    json["state"] = nameOf(station.phase());
+    json["resets"] = station.resets();
     for (std::size_t i = 0; i < RequestNames.size(); ++i)
         json["received"][std::string(RequestNames[i])] = station.counters()[i];
     // A camera's texts are bytes: what is not UTF-8 must not make this fail.
@@ -127,7 +172,8 @@ constexpr CommandRow Rows[] = {
     {"hold", "hold MAC [ADDRESS] [exclusive|control]", 0, 2, hold},
     {"release", "release MAC", 0, 0, release},
     {"reset", "reset MAC", 0, 0, reset},
-    {"fault", "fault MAC REQUEST drop [TIMES]", 2, 3, fault},
+    {"fault", "fault MAC REQUEST ACTION [TIMES] [after N] [every N] [time MS]", 2, 9, fault},
+    {"heal", "heal MAC", 0, 0, heal},
     {"show", "show MAC", 0, 0, show},
 };
 

@@ -3,21 +3,29 @@
 
 namespace simulator {
 
-Farm::Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send)
+Farm::Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send) : m_timeouts(timers)
 {
+    const FrameSink sendToAll = [this, send](const Frame& frame) {
+        send(frame);
+        // The interface does not give the farm's own frames back. Of what its cameras send only ARP is meant
+        // for other cameras; they hear it when whoever is sending has finished.
+        if (std::holds_alternative<ArpMessage>(frame))
+            m_timeouts.after(std::chrono::milliseconds{0}, [this, frame] { receive(frame); });
+    };
     for (const CameraConfig& camera : config.cameras) {
-        m_stations.push_back(std::make_unique<Station>(camera, config.seed, timers, send));
+        m_stations.push_back(std::make_unique<Station>(camera, config.seed, timers, sendToAll));
         m_byMac.emplace(camera.mac, m_stations.back().get());
     }
 }
 
 void Farm::receive(const Frame& frame)
 {
-    const gvcp::MacAddress& destination = std::visit(
-        [](const auto& message) -> const gvcp::MacAddress& { return message.destinationMac; }, frame);
+    const auto [source, destination] = std::visit(
+        [](const auto& message) { return std::pair(message.sourceMac, message.destinationMac); }, frame);
     if (destination == BroadcastMac) {
         for (const auto& station : m_stations)
-            station->receive(frame);
+            if (station->mac() != source)
+                station->receive(frame);
     } else if (Station* const station = find(destination)) {
         station->receive(frame);
     }

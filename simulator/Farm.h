@@ -16,6 +16,7 @@ class Farm
 public:
     Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send);
 
+    /// A frame from the network.
     void receive(const Frame& frame);
 
     /// Null when it has no such camera.
@@ -23,6 +24,7 @@ public:
     const std::vector<std::unique_ptr<Station>>& stations() const { return m_stations; }
 
 private:
+    Timeouts m_timeouts;
     std::vector<std::unique_ptr<Station>> m_stations;
     std::map<gvcp::MacAddress, Station*> m_byMac;
 };

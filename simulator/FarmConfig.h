@@ -3,6 +3,7 @@
 
 #include "simulator/CameraConfig.h"
 
+#include <filesystem>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,8 @@ struct FarmConfig
     std::uint32_t seed = 1;            ///< Of everything that happens by chance.
 };
 
-/// Reads a JSON text as camera-farm(1) describes it; throws ConfigError.
-FarmConfig parseFarmConfig(std::string_view json);
+/// Reads a JSON text as camera-farm(1) describes it; the files that it names relatively are in `directory`.
+/// Throws ConfigError.
+FarmConfig parseFarmConfig(std::string_view json, const std::filesystem::path& directory = {});
 
 } // namespace simulator

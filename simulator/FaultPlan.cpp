@@ -1,26 +1,28 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/FaultPlan.h"
 
-#include <algorithm>
-
 namespace simulator {
 
-void FaultPlan::add(const CameraConfig::Fault& fault)
+std::optional<Fault> FaultPlan::hit(Request request)
 {
-    m_faults.push_back(fault);
+    std::optional<Fault> result;
+    for (Entry& entry : m_entries) {
+        if (!entry.fault.concerns(request))
+            continue;
+        ++entry.seen;
+        if (result || !isDue(entry))
+            continue;
+        result = entry.fault;
+        if (entry.fault.times)
+            --*entry.fault.times;
+    }
+    return result;
 }
 
-bool FaultPlan::drops(Request request)
+bool FaultPlan::isDue(const Entry& entry)
 {
-    const auto found =
-        std::find_if(m_faults.begin(), m_faults.end(), [request](const CameraConfig::Fault& fault) {
-            return fault.request == request && fault.times != 0u;
-        });
-    if (found == m_faults.end())
-        return false;
-    if (found->times)
-        --*found->times;
-    return true;
+    const Fault& fault = entry.fault;
+    return fault.times != 0u && entry.seen > fault.after && (entry.seen - fault.after) % fault.every == 0;
 }
 
 } // namespace simulator

@@ -1,21 +1,32 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/CameraConfig.h"
+#include "simulator/Fault.h"
+
+#include <vector>
 
 namespace simulator {
 
-/// Which requests a camera is going to ignore.
+/// Which requests to a camera are going to go wrong.
 class FaultPlan
 {
 public:
-    /// Follows what is already planned for such requests; one without end makes those after it useless.
-    void add(const CameraConfig::Fault& fault);
-    /// Whether the request that has just come in is one of them; uses it up.
-    bool drops(Request request);
+    /// Of several that hit the same request the earlier one counts.
+    void add(const Fault& fault) { m_entries.push_back({fault, 0}); }
+    void clear() { m_entries.clear(); }
+    /// The fault that hits the request which has just come in; uses it up.
+    std::optional<Fault> hit(Request request);
 
 private:
-    std::vector<CameraConfig::Fault> m_faults;
+    struct Entry
+    {
+        Fault fault;
+        unsigned seen = 0; ///< Requests that it concerns.
+    };
+
+    static bool isDue(const Entry& entry);
+
+    std::vector<Entry> m_entries;
 };
 
 } // namespace simulator

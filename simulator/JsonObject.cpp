@@ -50,6 +50,21 @@ std::optional<std::uint32_t> JsonObject::number(const char* member, std::uint32_
     return value->get<std::uint32_t>();
 }
 
+std::optional<std::chrono::milliseconds> JsonObject::milliseconds(const char* member, std::uint32_t min,
+                                                                  std::uint32_t max)
+{
+    const auto count = number(member, min, max);
+    return count ? std::optional(std::chrono::milliseconds{*count}) : std::nullopt;
+}
+
+std::optional<bool> JsonObject::flag(const char* member)
+{
+    const nlohmann::json* const value = any(member);
+    if (value && !value->is_boolean())
+        fail(member, "must be true or false");
+    return value ? std::optional(value->get<bool>()) : std::nullopt;
+}
+
 std::optional<double> JsonObject::probability(const char* member)
 {
     const nlohmann::json* const value = any(member);

@@ -3,6 +3,7 @@
 
 #include "gvcp/Addresses.h"
 
+#include <chrono>
 #include <cstdint>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -28,6 +29,9 @@ public:
     const nlohmann::json* array(const char* member);
     std::optional<std::string> text(const char* member, std::size_t maxBytes);
     std::optional<std::uint32_t> number(const char* member, std::uint32_t min, std::uint32_t max);
+    std::optional<std::chrono::milliseconds> milliseconds(const char* member, std::uint32_t min,
+                                                          std::uint32_t max);
+    std::optional<bool> flag(const char* member);
     std::optional<double> probability(const char* member);
     std::optional<gvcp::Ipv4> address(const char* member);
     std::optional<gvcp::Ipv4> mask(const char* member);
@@ -41,7 +45,8 @@ public:
     std::optional<T> choice(const char* member, Choices<T> allowed)
     {
         const nlohmann::json* const value = any(member);
-        return value ? std::optional(chosen(member, *value, allowed)) : std::nullopt;
+        // The type is said: T may be an optional itself.
+        return value ? std::optional<T>(chosen(member, *value, allowed)) : std::optional<T>();
     }
 
     /// Of a list of such texts; empty when the member is not there.

@@ -4,6 +4,7 @@
 #include "gvcp/Bytes.h"
 #include "gvcp/Packet.h"
 #include "simulator/CameraConfig.h"
+#include "simulator/StoredSettings.h"
 
 #include <string>
 #include <vector>
@@ -15,7 +16,10 @@ namespace simulator {
 class RegisterMap
 {
 public:
+    /// As the factory left it.
     explicit RegisterMap(const CameraConfig& config);
+    /// As it is after a reset: without an address, and with the settings that were stored before.
+    RegisterMap(const CameraConfig& config, const StoredSettings& settings);
 
     /// As an application may: InvalidAddress for what does not exist, BadAlignment unless address and length
     /// are multiples of 4. `out` is unspecified unless Success.
@@ -29,11 +33,12 @@ public:
 
     IpSettings currentIp() const;
     void setCurrentIp(const IpSettings& ip);
-    IpSettings persistentIp() const;
+    /// What outlives a reset.
+    StoredSettings stored() const;
     /// The application in control; all zero for none.
     void setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port);
-    /// Ends at its first NUL.
-    std::string userName() const;
+    /// Whether the reset register has been written since the last call.
+    bool takeResetRequest();
     /// The first 248 bytes: what a DISCOVERY acknowledge carries.
     gvcp::Bytes discoveryBlock() const;
 
@@ -48,12 +53,20 @@ private:
     };
 
     const Region* regionAt(std::uint32_t address) const;
+    /// Four bytes; null where nothing is.
+    const std::uint8_t* wordAt(std::uint32_t address) const;
+    void layOut(const CameraConfig& config);
+    void store(const StoredSettings& settings);
+    std::uint32_t capabilities(const CameraConfig& config) const;
     void add(std::uint32_t address, std::size_t size, bool writable);
     void setText(std::uint32_t address, std::size_t size, const std::string& text);
     /// The bytes from this address to the end of its region.
     std::span<std::uint8_t> bytesAt(std::uint32_t address);
 
-    std::vector<Region> m_regions; ///< Each of whole registers, none overlapping, lowest address first.
+    std::vector<Region> m_regions;                    ///< Each of whole registers, none overlapping.
+    std::shared_ptr<const gvcp::Bytes> m_description; ///< Shared by cameras that have the same one.
+    std::uint32_t m_resetRegister;
+    bool m_hasPersistentIp;
 };
 
 } // namespace simulator

@@ -20,24 +20,47 @@ std::mt19937 generatorFor(std::uint32_t seed, const gvcp::MacAddress& mac)
     return std::mt19937(sequence);
 }
 
+AnswerRoute::Recipient askerOf(const UdpDatagram& datagram)
+{
+    return {datagram.sourceMac, datagram.source, datagram.sourcePort};
+}
+
 } // namespace
 
 Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& timers, FrameSink send)
-    : m_config(config),
-      m_camera(config),
-      m_timers(timers),
+    : m_camera(config),
+      m_random(generatorFor(seed, config.mac)),
+      m_timeouts(timers),
       m_send(std::move(send)),
       m_arp(config.mac, timers, [this](const Frame& frame) { transmit(frame); }),
-      m_random(generatorFor(seed, config.mac))
+      m_route(m_camera.config(), m_arp, [this](const Frame& frame) { transmit(frame); }),
+      m_boot(
+          m_camera.config(), timers, [this](const Frame& frame) { transmit(frame); }, m_random,
+          [this](const IpSettings& ip) {
+              m_camera.setIp(ip);
+              announceAddress();
+          })
 {
-    for (const CameraConfig::Fault& fault : config.faults)
+    for (const Fault& fault : config.faults)
         m_faults.add(fault);
+    if (!m_boot.isOn())
+        restartIp(std::chrono::milliseconds{0});
+}
+
+const Camera& Station::camera()
+{
+    m_camera.passTime(m_timeouts.now());
+    return m_camera;
 }
 
 void Station::receive(const Frame& frame)
 {
-    if (m_isPlugged && m_isRunning && !isLost())
+    if (!m_isPlugged || !m_boot.isOn() || isLost())
+        return;
+    if (m_boot.isRunning())
         std::visit([this](const auto& message) { hear(message); }, frame);
+    else
+        m_boot.receive(frame);
 }
 
 void Station::hear(const UdpDatagram& datagram)
@@ -51,20 +74,76 @@ void Station::hear(const UdpDatagram& datagram)
     if (!command || !m_camera.concerns(*command, toAll))
         return;
     const auto request = requestOf(command->command);
-    if (request && ignores(*request))
+    const auto fault = request ? meetFault(*request) : std::nullopt;
+    if (fault && !survives(*fault, datagram, *command))
         return;
+    const auto action = fault ? std::optional(fault->action) : std::nullopt;
+    const std::chrono::milliseconds answerDelay = m_camera.config().answerDelay;
+    if (request == Request::Discovery && answerDelay.count() > 0)
+        carryOutLater(answerDelay, datagram, action);
+    else
+        carryOut(datagram, action);
+}
 
-    const auto answer = m_camera.handle(*command, {datagram.source, datagram.sourcePort});
-    const Recipient asker{datagram.sourceMac, datagram.source, datagram.sourcePort};
-    if (answer && request == Request::Discovery) {
-        if (m_config.answerDelay.count() > 0)
-            after(m_config.answerDelay, [this, answer = *answer, asker] { answerDiscovery(answer, asker); });
-        else
-            answerDiscovery(*answer, asker);
-    } else if (answer) {
-        deliver(*answer, asker);
+bool Station::survives(const Fault& fault, const UdpDatagram& datagram, const gvcp::CommandPacket& command)
+{
+    const auto answer = [&](const std::optional<Camera::Answer>& what) {
+        if (what)
+            m_route.deliver(*what, askerOf(datagram));
+    };
+    switch (fault.action) {
+    case FaultAction::Drop:
+    case FaultAction::Vanish:
+        return false;
+    case FaultAction::Busy:
+        answer(m_camera.refuse(command, gvcp::Status::Busy));
+        return false;
+    case FaultAction::BadAlignment:
+        answer(m_camera.refuse(command, gvcp::Status::BadAlignment));
+        return false;
+    case FaultAction::Pending:
+        answer(m_camera.announceDelay(command, fault.time));
+        [[fallthrough]];
+    case FaultAction::Delay:
+        // Who waits for an answer sends nothing that would keep control alive.
+        m_camera.excuse({datagram.source, datagram.sourcePort}, m_timeouts.now() + fault.time);
+        carryOutLater(fault.time, datagram, fault.action);
+        return false;
+    case FaultAction::Mute:
+    case FaultAction::Twice:
+    case FaultAction::Seize:
+        break;
     }
-    if (m_camera.ip() != ip)
+    return true;
+}
+
+void Station::carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
+                            std::optional<FaultAction> fault)
+{
+    m_timeouts.after(delay, [this, datagram, fault] { carryOut(datagram, fault); });
+}
+
+void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault)
+{
+    const auto command = gvcp::parseCommand(datagram.payload);
+    const IpSettings before = m_camera.ip();
+    const Camera::Reaction reaction =
+        m_camera.handle(*command, {datagram.source, datagram.sourcePort}, m_timeouts.now());
+    if (reaction.answer && fault != FaultAction::Mute) {
+        if (command->command == gvcp::Command::Discovery)
+            answerDiscovery(*reaction.answer, askerOf(datagram));
+        else
+            m_route.deliver(*reaction.answer, askerOf(datagram));
+        if (fault == FaultAction::Twice)
+            m_route.deliver(*reaction.answer, askerOf(datagram));
+    }
+    if (fault == FaultAction::Seize)
+        m_camera.hold({});
+    if (reaction.effect == Camera::Effect::Reset)
+        reset();
+    else if (reaction.effect == Camera::Effect::IpRestart)
+        restartIp(std::chrono::milliseconds{0});
+    else if (m_camera.ip() != before)
         announceAddress();
 }
 
@@ -72,7 +151,7 @@ void Station::hear(const ArpMessage& message)
 {
     m_arp.heard(message);
     const gvcp::Ipv4 own = m_camera.ip().address;
-    if (!message.isRequest || message.target != own || own == 0 || ignores(Request::Arp))
+    if (!message.isRequest || message.target != own || own == 0 || meetFault(Request::Arp))
         return;
     ArpMessage reply;
     reply.sourceMac = mac();
@@ -87,7 +166,7 @@ void Station::hear(const ArpMessage& message)
 void Station::hear(const Echo& echo)
 {
     const IpSettings ip = m_camera.ip();
-    if (!echo.isRequest || echo.destination != ip.address || ignores(Request::Ping))
+    if (!echo.isRequest || echo.destination != ip.address || meetFault(Request::Ping))
         return;
     Echo reply = echo;
     reply.isRequest = false;
@@ -106,81 +185,39 @@ void Station::hear(const Echo& echo)
     }
 }
 
-bool Station::ignores(Request request)
+std::optional<Fault> Station::meetFault(Request request)
 {
     ++m_counters[static_cast<std::size_t>(request)];
-    return m_faults.drops(request);
+    const auto fault = m_faults.hit(request);
+    if (fault && fault->action == FaultAction::Vanish)
+        m_isPlugged = false;
+    return fault;
 }
 
-void Station::answerDiscovery(const Camera::Answer& answer, const Recipient& to)
+void Station::answerDiscovery(const Camera::Answer& answer, const AnswerRoute::Recipient& to)
 {
-    for (const CameraConfig::NoiseKind kind : m_config.noise) {
+    for (const CameraConfig::NoiseKind kind : m_camera.config().noise) {
         Camera::Answer noise = answer;
         for (gvcp::Bytes& packet : makeNoise(kind, answer.packet, m_random)) {
             noise.packet = std::move(packet);
-            deliver(noise, to);
+            m_route.deliver(noise, to);
         }
     }
-    deliver(answer, to);
-    if (m_config.forgedAnswers > 0)
+    m_route.deliver(answer, to);
+    if (m_camera.config().forgedAnswers > 0)
         sendForged(answer, to, 0);
 }
 
-void Station::sendForged(const Camera::Answer& answer, const Recipient& to, unsigned next)
+void Station::sendForged(const Camera::Answer& answer, const AnswerRoute::Recipient& to, unsigned next)
 {
-    const unsigned end = std::min(next + ForgedBatch, m_config.forgedAnswers);
+    const unsigned end = std::min(next + ForgedBatch, m_camera.config().forgedAnswers);
     for (; next < end; ++next) {
         Camera::Answer forged = answer;
         forged.packet = forgeAnswer(answer.packet, next);
-        deliver(forged, to);
+        m_route.deliver(forged, to);
     }
-    if (next < m_config.forgedAnswers)
-        after(ForgedPause, [this, answer, to, next] { sendForged(answer, to, next); });
-}
-
-void Station::deliver(const Camera::Answer& answer, const Recipient& to)
-{
-    // An asker without an address (0.0.0.0) can be reached in no other way.
-    if (answer.onlyByBroadcast || to.address == 0)
-        deliverByBroadcast(answer, to);
-    else if (answer.from.reaches(to.address))
-        transmitTo(to.mac, answer, to);
-    else if (m_config.answerBy == CameraConfig::AnswerBy::Arp)
-        deliverByArp(to.address, answer, to);
-    else if (answer.from.gateway != 0)
-        deliverByArp(answer.from.gateway, answer, to);
-    else
-        transmitTo(to.mac, answer, to);
-}
-
-void Station::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to)
-{
-    m_arp.resolve(answer.from.address, nextHop,
-                  [this, answer, to](const std::optional<gvcp::MacAddress>& mac) {
-                      if (mac)
-                          transmitTo(*mac, answer, to);
-                      else
-                          deliverByBroadcast(answer, to);
-                  });
-}
-
-void Station::deliverByBroadcast(const Camera::Answer& answer, const Recipient& to)
-{
-    if (answer.broadcastAllowed)
-        transmitTo(BroadcastMac, answer, {BroadcastMac, gvcp::LimitedBroadcast, to.port});
-}
-
-void Station::transmitTo(const gvcp::MacAddress& mac, const Camera::Answer& answer, const Recipient& to)
-{
-    UdpDatagram datagram;
-    datagram.sourceMac = this->mac();
-    datagram.destinationMac = mac;
-    datagram.source = answer.from.address;
-    datagram.destination = to.address;
-    datagram.sourcePort = gvcp::DevicePort;
-    datagram.destinationPort = to.port;
-    datagram.payload = answer.packet;
-    transmit(datagram);
+    if (next < m_camera.config().forgedAnswers)
+        m_timeouts.after(ForgedPause, [this, answer, to, next] { sendForged(answer, to, next); });
 }
 
 void Station::announceAddress()
@@ -196,31 +233,26 @@ void Station::announceAddress()
 
 void Station::reset()
 {
-    m_isRunning = false;
-    ++m_boot;
-    after(m_config.rebootTime, [this] {
-        m_camera.restart();
-        m_isRunning = true;
-        announceAddress();
-    });
+    ++m_resets;
+    m_camera.restart();
+    restartIp(m_camera.config().rebootTime);
 }
 
-void Station::after(std::chrono::milliseconds delay, std::function<void()> action)
+void Station::restartIp(std::chrono::milliseconds off)
 {
-    m_timers.after(delay, [this, boot = m_boot, action = std::move(action)] {
-        if (boot == m_boot)
-            action();
-    });
+    m_timeouts.cancelAll();
+    m_camera.setIp({});
+    m_boot.run(off, m_camera.registers().stored());
 }
 
 bool Station::isLost()
 {
-    return m_config.loss > 0 && std::bernoulli_distribution(m_config.loss)(m_random);
+    return m_camera.config().loss > 0 && std::bernoulli_distribution(m_camera.config().loss)(m_random);
 }
 
 void Station::transmit(const Frame& frame)
 {
-    if (m_isPlugged && m_isRunning && !isLost())
+    if (m_isPlugged && m_boot.isOn() && !isLost())
         m_send(frame);
 }
 

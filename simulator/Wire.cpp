@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/Wire.h"
 
-#include <algorithm>
+#include "simulator/TinsConversion.h"
+
 #include <cerrno>
 #include <linux/if_packet.h>
 #include <pcap/pcap.h>
@@ -21,31 +22,9 @@ namespace simulator {
 namespace {
 
 // Not "inbound and": libpcap evaluates the first frames' filter by itself, and that word drops them there.
-constexpr char Filter[] = "arp or icmp or udp dst port 3956";
+constexpr char Filter[] = "arp or icmp or udp dst port 3956 or udp dst port 68";
 constexpr unsigned FrameLimit = 2048;     // bytes; also the size of a slot in the capture's buffer
 constexpr unsigned BufferSize = 16 << 20; // bytes: thousands of frames, for bursts
-
-gvcp::MacAddress fromTins(const Tins::HWAddress<6>& mac)
-{
-    gvcp::MacAddress result;
-    std::copy(mac.begin(), mac.end(), result.bytes.begin());
-    return result;
-}
-
-Tins::HWAddress<6> toTins(const gvcp::MacAddress& mac)
-{
-    return mac.bytes.data();
-}
-
-gvcp::Ipv4 fromTins(const Tins::IPv4Address& address)
-{
-    return Tins::Endian::be_to_host(static_cast<std::uint32_t>(address));
-}
-
-Tins::IPv4Address toTins(gvcp::Ipv4 address)
-{
-    return Tins::IPv4Address(Tins::Endian::host_to_be(address));
-}
 
 gvcp::Bytes payloadOf(const Tins::PDU& pdu)
 {
@@ -60,7 +39,7 @@ Tins::IP ipHeader(gvcp::Ipv4 source, gvcp::Ipv4 destination)
     return ip;
 }
 
-std::optional<Frame> fromTins(const Tins::EthernetII& ethernet)
+std::optional<Frame> frameOf(const Tins::EthernetII& ethernet)
 {
     const gvcp::MacAddress source = fromTins(ethernet.src_addr());
     const gvcp::MacAddress destination = fromTins(ethernet.dst_addr());
@@ -186,7 +165,7 @@ std::optional<Frame> Wire::receive()
         if (!pdu)
             return std::nullopt;
         if (const auto* const ethernet = pdu->find_pdu<Tins::EthernetII>())
-            if (auto frame = fromTins(*ethernet))
+            if (auto frame = frameOf(*ethernet))
                 return frame;
     }
 }

@@ -7,6 +7,7 @@
 #include "simulator/Wire.h"
 
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -26,7 +27,7 @@ std::string readFile(const std::string& path)
 
 FarmConfig readConfig(const std::string& path)
 try {
-    return parseFarmConfig(readFile(path));
+    return parseFarmConfig(readFile(path), std::filesystem::path(path).parent_path());
 } catch (const std::exception& error) {
     throw std::runtime_error(path + ": " + error.what());
 }

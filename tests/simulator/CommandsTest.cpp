@@ -44,7 +44,7 @@ TEST_F(CommandsTest, ChangeTheCameraTheyName)
     EXPECT_EQ(camera().camera().registers().word(0xA00), 2u);
     EXPECT_EQ(camera().camera().registers().word(0xA14), 0xC0A8014Du);
     runCommand(farm, "release 00:1A:2B:00:00:01");
-    EXPECT_FALSE(camera().camera().isHeld());
+    EXPECT_FALSE(camera().camera().control().application());
 }
 
 TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
@@ -57,6 +57,7 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     "mask": "255.255.255.0",
     "gateway": "0.0.0.0",
     "ipConfiguration": "dhcp",
+    "ipConfigurationBits": 6,
     "persistent": {
         "address": "0.0.0.0",
         "mask": "0.0.0.0",
@@ -64,7 +65,11 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     },
     "userName": "left",
     "held": true,
+    "controller": "192.0.2.1",
+    "privilege": 1,
     "plugged": true,
+    "state": "running",
+    "resets": 0,
     "received": {
         "DISCOVERY": 0,
         "FORCEIP": 0,
@@ -109,7 +114,7 @@ TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
 
 TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
 {
-    EXPECT_THAT(refusal(""), HasSubstr("there are unplug, plug, hold, release, reset, fault, show"));
+    EXPECT_THAT(refusal(""), HasSubstr("there are unplug, plug, hold, release, reset, fault, heal, show"));
     EXPECT_THAT(refusal("explode 00:1A:2B:00:00:01"),
                 HasSubstr("\"explode\" is no command; there are unplug"));
     EXPECT_EQ(refusal("plug"), "the command is: plug MAC");
@@ -118,13 +123,20 @@ TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
     EXPECT_EQ(refusal("plug 00:1A:2B:00:00:02"), "the farm has no camera 00:1A:2B:00:00:02");
     EXPECT_THAT(refusal("hold 00:1A:2B:00:00:01 me"),
                 HasSubstr("neither an IPv4 address nor exclusive nor control"));
-    EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 ARP"), "the command is: fault MAC REQUEST drop [TIMES]");
+    EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 ARP"),
+              "the command is: fault MAC REQUEST ACTION [TIMES] [after N] [every N] [time MS]");
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 arp drop"),
                 HasSubstr("none of DISCOVERY, FORCEIP, READREG"));
-    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP delay"), HasSubstr("there is drop"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP burn"), HasSubstr("none of drop, mute, delay, pending"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP twice"), HasSubstr("only be met with drop and vanish"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY delay"), HasSubstr("delay and pending need a time"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop time 5"), HasSubstr("only delay and pending"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop 1 each 5"),
+                HasSubstr("none of after, every, time"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop every 0"), HasSubstr("\"0\" is no every from 1"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP drop 0"), HasSubstr("no number of times"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP drop 2x"), HasSubstr("no number of times"));
-    EXPECT_FALSE(camera().camera().isHeld());
+    EXPECT_FALSE(camera().camera().control().application());
 }
 
 } // namespace

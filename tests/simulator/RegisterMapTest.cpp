@@ -39,12 +39,12 @@ TEST(RegisterMap, AWriteThatFailsChangesNothing)
     RegisterMap map(config());
     // The last word of the user name, then what is none.
     EXPECT_EQ(map.write(0xF4, hex("00000000 00000000")), Status::InvalidAddress);
-    EXPECT_EQ(map.userName(), "0123456789ABCDEF");
+    EXPECT_EQ(map.stored().userName, "0123456789ABCDEF");
     // The IP configuration is writable, what follows it is not.
     EXPECT_EQ(map.write(0x14, hex("00000001 00000000")), Status::WriteProtect);
     EXPECT_EQ(map.word(0x14), 6u);
     EXPECT_EQ(map.write(0xE8, hex("41424300")), Status::Success);
-    EXPECT_EQ(map.userName(), "ABC");
+    EXPECT_EQ(map.stored().userName, "ABC");
 }
 
 TEST(RegisterMap, HasTheIpConfigurationThatItsMethodCallsFor)

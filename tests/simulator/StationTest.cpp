@@ -33,6 +33,17 @@ const std::string ForceTo192_168_1_99 = "42 11 0004 0038 0007  0000 001A2B000001
                                         "000000000000000000000000 FFFFFF00"
                                         "000000000000000000000000 00000000";
 
+Fault faultOf(Request request, FaultAction action = FaultAction::Drop, std::optional<unsigned> times = {},
+              std::chrono::milliseconds time = 0ms)
+{
+    Fault fault;
+    fault.request = request;
+    fault.action = action;
+    fault.times = times;
+    fault.time = time;
+    return fault;
+}
+
 class StationTest : public testing::Test
 {
 protected:
@@ -281,7 +292,7 @@ TEST_F(StationTest, HoldsADiscoveryAnswerBackForItsDelay)
 TEST_F(StationTest, IgnoresRequestsAsItsFaultsSay)
 {
     CameraConfig faulty;
-    faulty.faults = {{Request::Discovery, 2}, {Request::ReadRegister, std::nullopt}};
+    faulty.faults = {faultOf(Request::Discovery, FaultAction::Drop, 2), faultOf(Request::ReadRegister)};
     become(faulty);
     for (int i = 0; i < 3; ++i)
         ask(DiscoveryWithBroadcast, NearHost);
@@ -290,7 +301,7 @@ TEST_F(StationTest, IgnoresRequestsAsItsFaultsSay)
     for (int i = 0; i < 10; ++i)
         ask(ReadAddress, NearHost, CameraAddress);
     EXPECT_TRUE(sent.empty());
-    station->addFault({Request::Arp, 1});
+    station->addFault(faultOf(Request::Arp, FaultAction::Drop, 1));
     for (int i = 0; i < 2; ++i)
         station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
     EXPECT_EQ(sent.size(), 1u);
@@ -337,7 +348,7 @@ TEST_F(StationTest, IsGoneForItsRebootTimeAndComesBackAsStored)
     pass(1ms);
     ASSERT_EQ(sentOf<ArpMessage>().size(), 1u);
     EXPECT_EQ(sentOf<ArpMessage>()[0].sender, CameraAddress);
-    EXPECT_FALSE(station->camera().isHeld());
+    EXPECT_FALSE(station->camera().control().application());
     pass(1000ms);
     EXPECT_TRUE(sentOf<UdpDatagram>().empty()) << "an answer from before the reset";
 }

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/AnswerRoute.h"
+
+#include <utility>
+
+namespace simulator {
+
+AnswerRoute::AnswerRoute(const CameraConfig& config, ArpClient& arp, FrameSink send)
+    : m_config(config),
+      m_arp(arp),
+      m_send(std::move(send))
+{}
+
+void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to)
+{
+    // An asker without an address (0.0.0.0) can be reached in no other way.
+    if (answer.onlyByBroadcast || to.address == 0)
+        deliverByBroadcast(answer, to);
+    else if (answer.from.reaches(to.address))
+        transmit(to.mac, answer, to);
+    else if (m_config.answerBy == CameraConfig::AnswerBy::Arp)
+        deliverByArp(to.address, answer, to);
+    else if (answer.from.gateway != 0)
+        deliverByArp(answer.from.gateway, answer, to);
+    else
+        transmit(to.mac, answer, to);
+}
+
+void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to)
+{
+    m_arp.resolve(answer.from.address, nextHop,
+                  [this, answer, to](const std::optional<gvcp::MacAddress>& mac) {
+                      if (mac)
+                          transmit(*mac, answer, to);
+                      else
+                          deliverByBroadcast(answer, to);
+                  });
+}
+
+void AnswerRoute::deliverByBroadcast(const Camera::Answer& answer, const Recipient& to)
+{
+    if (answer.broadcastAllowed)
+        transmit(BroadcastMac, answer, {BroadcastMac, gvcp::LimitedBroadcast, to.port});
+}
+
+void AnswerRoute::transmit(const gvcp::MacAddress& mac, const Camera::Answer& answer, const Recipient& to)
+{
+    UdpDatagram datagram;
+    datagram.sourceMac = m_config.mac;
+    datagram.destinationMac = mac;
+    datagram.source = answer.from.address;
+    datagram.destination = to.address;
+    datagram.sourcePort = gvcp::DevicePort;
+    datagram.destinationPort = to.port;
+    datagram.payload = answer.packet;
+    m_send(datagram);
+}
+
+} // namespace simulator

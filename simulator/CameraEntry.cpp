@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/CameraEntry.h"
+
+#include "simulator/DescriptionMembers.h"
+#include "simulator/FarmConfig.h"
+#include "simulator/QuirkMembers.h"
+
+namespace simulator {
+
+namespace {
+
+using Config = CameraConfig;
+
+constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
+constexpr std::uint32_t LongestTime = 60000; // ms
+
+constexpr std::pair<const char*, Config::IpMethod> IpMethods[] = {
+    {"persistent", Config::IpMethod::Persistent},
+    {"dhcp", Config::IpMethod::Dhcp},
+    {"lla", Config::IpMethod::LinkLocal},
+};
+
+IpSettings readIp(JsonObject& object, gvcp::Ipv4 defaultMask)
+{
+    IpSettings ip;
+    ip.address = object.address("address").value_or(0);
+    ip.mask = object.mask("mask").value_or(defaultMask);
+    ip.gateway = object.address("gateway").value_or(0);
+    return ip;
+}
+
+void readTexts(JsonObject& object, Config& camera)
+{
+    camera.manufacturer = object.text("manufacturer", 32).value_or(camera.manufacturer);
+    camera.model = object.text("model", 32).value_or(camera.model);
+    camera.version = object.text("version", 32).value_or(camera.version);
+    camera.info = object.text("info", 48).value_or(camera.info);
+    camera.serial = object.text("serial", 16).value_or("");
+    camera.userName = object.text("userName", 16).value_or("");
+}
+
+void readIpConfiguration(JsonObject& object, const std::string& name, Config& camera)
+{
+    camera.ipMethod = object.choice<Config::IpMethod>("ipConfiguration", IpMethods).value_or(camera.ipMethod);
+    camera.hasPersistentIp = object.flag("hasPersistentIp").value_or(true);
+    const bool isPersistent = camera.ipMethod == Config::IpMethod::Persistent;
+    const nlohmann::json* const persistent = object.any("persistent");
+    if (persistent) {
+        JsonObject stored(*persistent, name + ", persistent");
+        camera.persistent = readIp(stored, camera.ip.mask);
+        stored.rejectOthers();
+    } else if (isPersistent) {
+        camera.persistent = camera.ip;
+    }
+    if (!camera.hasPersistentIp && (persistent || isPersistent))
+        object.fail("hasPersistentIp", "cannot be false for a camera with a persistent address");
+}
+
+void readTimes(JsonObject& object, Config& camera)
+{
+    camera.rebootTime = object.milliseconds("rebootTime", 0, LongestTime).value_or(camera.rebootTime);
+    camera.dhcpTimeout = object.milliseconds("dhcpTimeout", 1, LongestTime).value_or(camera.dhcpTimeout);
+    camera.probeInterval =
+        object.milliseconds("probeInterval", 1, LongestTime).value_or(camera.probeInterval);
+}
+
+std::string serialFrom(const gvcp::MacAddress& mac)
+{
+    std::string text = toText(mac).substr(9); // the maker's own half
+    std::erase(text, ':');
+    return "FC" + text;
+}
+
+/// Adds to the number at a text's end, keeping its width where it fits: "A009" + 1 is "A010".
+std::string countedUp(const std::string& text, unsigned by)
+{
+    std::size_t begin = text.size();
+    while (begin > 0 && text.size() - begin < 9 && text[begin - 1] >= '0' && text[begin - 1] <= '9')
+        --begin;
+    if (begin == text.size())
+        return text;
+    std::string digits = std::to_string(std::stoul(text.substr(begin)) + by);
+    const std::size_t width = text.size() - begin;
+    if (digits.size() < width)
+        digits.insert(0, width - digits.size(), '0');
+    return text.substr(0, begin) + digits;
+}
+
+gvcp::MacAddress countedUp(const gvcp::MacAddress& mac, unsigned by)
+{
+    gvcp::MacAddress result = mac;
+    unsigned carry = by;
+    for (std::size_t i = result.bytes.size(); i-- > 0 && carry > 0; carry >>= 8) {
+        carry += result.bytes[i];
+        result.bytes[i] = static_cast<std::uint8_t>(carry);
+    }
+    return result;
+}
+
+} // namespace
+
+std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t index,
+                                    const std::filesystem::path& directory)
+{
+    std::string name = "cameras[" + std::to_string(index) + "]";
+    JsonObject object(value, name);
+    const auto mac = object.mac("mac");
+    if (!mac)
+        object.fail("mac", "is missing");
+    name += " (" + toText(*mac) + ")";
+    object.setName(name);
+
+    Config camera;
+    camera.mac = *mac;
+    camera.ip = readIp(object, UsualMask);
+    readTexts(object, camera);
+    readIpConfiguration(object, name, camera);
+    readTimes(object, camera);
+    readQuirks(object, name, camera);
+    readDescription(object, directory, camera);
+    const unsigned repeat = object.number("repeat", 1, FarmConfig::MaxCameras).value_or(1);
+    object.rejectOthers();
+
+    std::vector<Config> cameras(repeat, camera);
+    for (unsigned i = 0; i < repeat; ++i) {
+        Config& each = cameras[i];
+        each.mac = countedUp(camera.mac, i);
+        if (each.ip.address != 0)
+            each.ip.address += i;
+        if (each.persistent.address != 0)
+            each.persistent.address += i;
+        each.serial = camera.serial.empty() ? serialFrom(each.mac) : countedUp(camera.serial, i);
+    }
+    return cameras;
+}
+
+} // namespace simulator

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/DhcpClient.h"
+
+#include "simulator/TinsConversion.h"
+
+#include <algorithm>
+#include <tins/dhcp.h>
+#include <utility>
+
+namespace simulator {
+
+namespace {
+
+constexpr std::uint16_t ServerPort = 67;
+constexpr std::uint8_t Reply = 2; // BOOTP's operation code
+constexpr std::uint8_t Ethernet = 1;
+constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
+constexpr std::size_t FixedPart = 240; // bytes, up to the first option
+constexpr std::size_t TransactionAt = 4;
+
+// Four tries within the whole time: at 0, 1/8, 3/8 and 7/8 of it.
+constexpr int FirstPauseShare = 8;
+
+/// What a server's message says, when it is one for this client.
+struct Message
+{
+    std::uint8_t type = 0;
+    IpSettings lease;
+    gvcp::Ipv4 server = 0;
+};
+
+template <typename Option>
+auto optionOr(Option option, decltype(option()) otherwise)
+{
+    try {
+        return option();
+    } catch (const Tins::option_not_found&) {
+        return otherwise;
+    }
+}
+
+std::optional<Message> parse(const gvcp::Bytes& payload, const gvcp::MacAddress& mac)
+try {
+    const Tins::DHCP dhcp(payload.data(), static_cast<std::uint32_t>(payload.size()));
+    if (dhcp.opcode() != Reply || fromTins(Tins::HWAddress<6>(dhcp.chaddr())) != mac)
+        return std::nullopt;
+    Message message;
+    message.type = dhcp.type();
+    message.server = fromTins(dhcp.server_identifier());
+    message.lease.address = fromTins(dhcp.yiaddr());
+    message.lease.mask = fromTins(optionOr([&] { return dhcp.subnet_mask(); }, toTins(UsualMask)));
+    const auto routers = optionOr([&] { return dhcp.routers(); }, {});
+    message.lease.gateway = routers.empty() ? 0 : fromTins(routers.front());
+    return message;
+} catch (const Tins::exception_base&) {
+    return std::nullopt;
+}
+
+bool isUsable(const IpSettings& lease)
+{
+    const unsigned firstOctet = lease.address >> 24;
+    return firstOctet != 0 && firstOctet != 127 && firstOctet < 224 && gvcp::isContiguousMask(lease.mask);
+}
+
+} // namespace
+
+DhcpClient::DhcpClient(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random)
+    : m_mac(mac),
+      m_timeouts(timers),
+      m_send(std::move(send)),
+      m_random(random)
+{}
+
+void DhcpClient::start(std::chrono::milliseconds patience, Done done)
+{
+    stop();
+    m_done = std::move(done);
+    m_transaction = static_cast<std::uint32_t>(m_random());
+    m_state = State::Selecting;
+    m_timeouts.after(patience, [this] { finish(std::nullopt); });
+    tryAgain(std::max(patience / FirstPauseShare, std::chrono::milliseconds{1}));
+}
+
+void DhcpClient::stop()
+{
+    m_timeouts.cancelAll();
+    m_state = State::Idle;
+}
+
+void DhcpClient::tryAgain(std::chrono::milliseconds pause)
+{
+    m_timeouts.after(pause, [this, pause] { tryAgain(2 * pause); });
+    sendMessage();
+}
+
+void DhcpClient::sendMessage()
+{
+    Tins::DHCP dhcp;
+    dhcp.htype(Ethernet);
+    dhcp.xid(m_transaction);
+    dhcp.chaddr(toTins(m_mac));
+    if (m_state == State::Requesting) {
+        dhcp.type(Tins::DHCP::REQUEST);
+        dhcp.requested_ip(toTins(m_offer.address));
+        dhcp.server_identifier(toTins(m_offer.server));
+    } else {
+        dhcp.type(Tins::DHCP::DISCOVER);
+    }
+    const std::uint8_t wanted[] = {Tins::DHCP::SUBNET_MASK, Tins::DHCP::ROUTERS};
+    dhcp.add_option({Tins::DHCP::DHCP_PARAMETER_REQUEST_LIST, sizeof wanted, wanted});
+    dhcp.end();
+
+    UdpDatagram datagram;
+    datagram.sourceMac = m_mac;
+    datagram.destinationMac = BroadcastMac;
+    datagram.destination = gvcp::LimitedBroadcast;
+    datagram.sourcePort = Port;
+    datagram.destinationPort = ServerPort;
+    datagram.payload = dhcp.serialize();
+    m_send(datagram);
+}
+
+void DhcpClient::receive(const UdpDatagram& datagram)
+{
+    // Looked at first: with many cameras most of a server's broadcasts are for others.
+    if (m_state == State::Idle || datagram.payload.size() < FixedPart ||
+        gvcp::readU32(datagram.payload, TransactionAt) != m_transaction)
+        return;
+    const auto message = parse(datagram.payload, m_mac);
+    if (!message)
+        return;
+    if (message->type == Tins::DHCP::NAK) {
+        m_state = State::Selecting; // The next try asks anew.
+    } else if (message->type == Tins::DHCP::OFFER && m_state == State::Selecting &&
+               isUsable(message->lease)) {
+        m_offer = {message->lease.address, message->server};
+        m_state = State::Requesting;
+        sendMessage();
+    } else if (message->type == Tins::DHCP::ACK && m_state == State::Requesting &&
+               message->server == m_offer.server && isUsable(message->lease)) {
+        finish(message->lease);
+    }
+}
+
+void DhcpClient::finish(const std::optional<IpSettings>& lease)
+{
+    stop();
+    m_done(lease);
+}
+
+} // namespace simulator

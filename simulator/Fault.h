@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "simulator/Request.h"
+
+#include <chrono>
+#include <string>
+
+namespace simulator {
+
+/// What becomes of a request that a fault meets.
+enum class FaultAction
+{
+    Drop,         ///< It is ignored.
+    Mute,         ///< It is carried out and not acknowledged.
+    Delay,        ///< It is carried out after the fault's time.
+    Pending,      ///< Likewise, and PENDING_ACK says so at once.
+    Busy,         ///< It is refused with this status.
+    BadAlignment, ///< Likewise.
+    Twice,        ///< It is carried out, and acknowledged twice.
+    Seize,        ///< It is carried out, and then an application elsewhere takes control.
+    Vanish        ///< It is ignored, and the camera has lost its cable.
+};
+
+/// In the enumerators' order; also the spelling in configuration files and commands.
+inline constexpr std::array<std::string_view, 9> FaultActionNames{
+    "drop", "mute", "delay", "pending", "busy", "badAlignment", "twice", "seize", "vanish"};
+
+/// In place of a request's name: every command of the control protocol.
+inline constexpr std::string_view AnyRequest = "ANY";
+/// In milliseconds; what PENDING_ACK can say.
+inline constexpr unsigned MaxFaultTime = 65535;
+
+/// Which requests go wrong, and how.
+struct Fault
+{
+    std::optional<Request> request; ///< Nothing stands for every command of the control protocol.
+    FaultAction action = FaultAction::Drop;
+    std::optional<unsigned> times;     ///< Until further notice without a number.
+    unsigned after = 0;                ///< So many such requests pass first,
+    unsigned every = 1;                ///< and then each that is a multiple of this is hit.
+    std::chrono::milliseconds time{0}; ///< For Delay and Pending.
+
+    bool concerns(Request other) const
+    {
+        return request ? *request == other : other != Request::Arp && other != Request::Ping;
+    }
+};
+
+/// Why there can be no such fault; nothing when there can.
+inline std::optional<std::string> whyImpossible(const Fault& fault)
+{
+    const bool isSimple = fault.action == FaultAction::Drop || fault.action == FaultAction::Vanish;
+    if ((fault.request == Request::Arp || fault.request == Request::Ping) && !isSimple)
+        return "ARP and PING can only be met with drop and vanish";
+    const bool takesTime = fault.action == FaultAction::Delay || fault.action == FaultAction::Pending;
+    if (takesTime != (fault.time.count() > 0))
+        return takesTime ? "delay and pending need a time" : "only delay and pending take a time";
+    return std::nullopt;
+}
+
+} // namespace simulator
