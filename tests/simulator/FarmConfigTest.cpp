@@ -48,7 +48,11 @@ TEST(FarmConfig, ReadsEveryMember)
         "ipConfiguration": "lla", "persistent": {"address": "10.0.0.9", "mask": "255.255.0.0", "gateway": "10.0.0.2"},
         "answerDelay": 950, "rebootTime": 20, "answer": "arp", "forceIpAcknowledge": "new",
         "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
-        "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3}],
+        "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
+        "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
+        "readMemoryOmitsAddress": true,
+        "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
+                   {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5}],
         "noise": ["truncated", "wrongId"]}]})");
     const CameraConfig& camera = farm.cameras.at(0);
     EXPECT_EQ(farm.seed, 7u);
@@ -67,7 +71,20 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_EQ(camera.heldBy->privilege, 2u);
     EXPECT_EQ(camera.loss, 0.25);
     EXPECT_EQ(camera.forgedAnswers, 9u);
-    ASSERT_EQ(camera.faults.size(), 2u);
+    EXPECT_EQ(camera.heartbeatTimeout.count(), 5000);
+    EXPECT_EQ(camera.dhcpTimeout.count(), 700);
+    EXPECT_EQ(camera.probeInterval.count(), 30);
+    EXPECT_EQ(camera.resetRegister, 0xF0000614u);
+    EXPECT_EQ(camera.userNameAccess, CameraConfig::UserNameAccess::ReadOnly);
+    EXPECT_TRUE(camera.rebootsWithoutAcknowledge);
+    EXPECT_FALSE(camera.writesMemory);
+    EXPECT_TRUE(camera.readMemoryOmitsAddress);
+    ASSERT_EQ(camera.faults.size(), 3u);
+    EXPECT_FALSE(camera.faults[2].request);
+    EXPECT_EQ(camera.faults[2].action, FaultAction::Pending);
+    EXPECT_EQ(camera.faults[2].time.count(), 900);
+    EXPECT_EQ(camera.faults[2].after, 4u);
+    EXPECT_EQ(camera.faults[2].every, 5u);
     EXPECT_EQ(camera.faults[0].request, Request::ReadRegister);
     EXPECT_EQ(camera.faults[0].action, FaultAction::Drop);
     EXPECT_FALSE(camera.faults[0].times);
@@ -88,6 +105,18 @@ TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
     EXPECT_EQ(farm.cameras[2].persistent, farm.cameras[2].ip);
     EXPECT_EQ(farm.cameras[1].serial, "A099");
     EXPECT_EQ(farm.cameras[2].serial, "A100");
+}
+
+TEST(FarmConfig, CountsUpStoredAddressesTooAndLeavesOutWhatIsNotThere)
+{
+    const FarmConfig farm = parseFarmConfig(R"({"cameras": [
+        {"mac": "00:1A:2B:00:00:01", "ipConfiguration": "persistent", "persistent": {"address": "10.0.0.9"},
+         "repeat": 2},
+        {"mac": "00:1A:2B:00:00:11", "repeat": 2}]})");
+    EXPECT_EQ(farm.cameras[1].persistent, (IpSettings{0x0A00000A, 0xFFFFFF00, 0}));
+    EXPECT_EQ(farm.cameras[1].ip.address, 0u);
+    EXPECT_EQ(farm.cameras[3].ip.address, 0u);
+    EXPECT_EQ(farm.cameras[3].persistent.address, 0u);
 }
 
 TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
@@ -118,6 +147,16 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("noise": ["loud"])", R"("noise" must be one of "truncated", "oversized", "foreign")"},
         {R"("faults": [{"command": "READREG"}])", R"(faults: "action" is missing)"},
         {R"("faults": [{"action": "drop"}])", R"(faults: "command" is missing)"},
+        {R"("faults": [{"command": "ARP", "action": "busy"}])", "can only be met with drop and vanish"},
+        {R"("faults": [{"command": "ANY", "action": "delay"}])", "delay and pending need a time"},
+        {R"("hasPersistentIp": 1)", R"("hasPersistentIp" must be true or false)"},
+        {R"("hasPersistentIp": false, "ipConfiguration": "persistent")", "with a persistent address"},
+        {R"("userNameAccess": "none", "userName": "x")",
+         R"(cannot be "none" for a camera with a "userName")"},
+        {R"("resetRegister": "0x0938")", R"("resetRegister" must be the address of a maker's register)"},
+        {R"("resetRegister": "65536")", R"("resetRegister" must be the address)"},
+        {R"("resetRegister": "0x10001")", R"("resetRegister" must be the address)"},
+        {R"("heartbeatTimeout": 0)", R"("heartbeatTimeout" must be a whole number from 1)"},
         {R"("faults": [{"command": "READ", "action": "drop"}])", R"("command" must be one of "DISCOVERY")"},
         {R"("faults": [{"command": "ARP", "action": "drop", "times": 0}])",
          R"("times" must be a whole number)"},

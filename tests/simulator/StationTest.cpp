@@ -27,6 +27,7 @@ constexpr Ipv4 Router = 0xC0A80101;
 
 const std::string DiscoveryWithBroadcast = "42 11 0002 0000 1234";
 const std::string DiscoveryWithoutBroadcast = "42 01 0002 0000 1234";
+const std::string TakeControl = "42 01 0082 0008 0010 00000A00 00000002";
 const std::string ReadAddress = "42 01 0080 0004 0001 00000024";
 const std::string ForceTo192_168_1_99 = "42 11 0004 0038 0007  0000 001A2B000001"
                                         "000000000000000000000000 C0A80163"
@@ -74,6 +75,14 @@ protected:
         CameraConfig quirks;
         quirks.ip = {CameraAddress, 0xFFFFFF00, Router};
         return quirks;
+    }
+
+    static CameraConfig withoutAddress()
+    {
+        CameraConfig camera;
+        camera.mac = CameraMac;
+        camera.ipMethod = CameraConfig::IpMethod::LinkLocal;
+        return camera;
     }
 
     void ask(const std::string& datagram, Ipv4 from, Ipv4 to = gvcp::LimitedBroadcast)
@@ -351,6 +360,151 @@ TEST_F(StationTest, IsGoneForItsRebootTimeAndComesBackAsStored)
     EXPECT_FALSE(station->camera().control().application());
     pass(1000ms);
     EXPECT_TRUE(sentOf<UdpDatagram>().empty()) << "an answer from before the reset";
+}
+
+TEST_F(StationTest, RebootsWhenItsResetRegisterIsWritten)
+{
+    CameraConfig camera;
+    camera.rebootTime = 300ms;
+    become(camera);
+    ask(TakeControl, NearHost, CameraAddress);
+    ask("42 01 0082 0008 0003 0000064C AC100007", NearHost, CameraAddress);
+    ask("42 01 0082 0008 0004 0000065C FFFF0000", NearHost, CameraAddress);
+    ask("42 01 0082 0008 0005 00000014 00000005", NearHost, CameraAddress);
+    sent.clear();
+    ask("42 01 0082 0008 0006 00010000 00000001", NearHost, CameraAddress);
+    expectOneAnswer(HostMac, NearHost);
+    EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0083 0004 0006 0000 0001"));
+    EXPECT_EQ(station->resets(), 1u);
+    EXPECT_EQ(station->phase(), BootSequence::Phase::Off);
+    sent.clear();
+    pass(300ms);
+    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, 0xAC100007u);
+    EXPECT_EQ(station->camera().ip(), (IpSettings{0xAC100007, 0xFFFF0000, 0}));
+    EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
+}
+
+TEST_F(StationTest, RunsItsIpConfigurationAgainWhenForcedToNoAddress)
+{
+    ask(ForceTo192_168_1_99, NearHost);
+    sent.clear();
+    std::string restart = ForceTo192_168_1_99;
+    restart.replace(restart.find("C0A80163"), 8, "00000000");
+    ask(restart, NearHost);
+    const auto answers = sentOf<UdpDatagram>();
+    ASSERT_EQ(answers.size(), 1u);
+    EXPECT_EQ(answers[0].source, 0xC0A80163u) << "the answer comes first";
+    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, CameraAddress);
+    EXPECT_EQ(station->camera().ip().address, CameraAddress);
+    EXPECT_EQ(station->resets(), 0u);
+}
+
+TEST_F(StationTest, IsDeafToCommandsUntilItHasAnAddress)
+{
+    station = std::make_unique<Station>(withoutAddress(), 1, *timers,
+                                        [this](const Frame& frame) { sent.push_back(frame); });
+    EXPECT_EQ(station->phase(), BootSequence::Phase::LinkLocal);
+    ask(DiscoveryWithBroadcast, NearHost);
+    for (int i = 0; i < 401; ++i)
+        pass(1ms);
+    EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
+    EXPECT_TRUE(sentOf<UdpDatagram>().empty());
+    const auto announcement = sentOf<ArpMessage>().back();
+    EXPECT_EQ(announcement.sender, station->camera().ip().address);
+    EXPECT_EQ(announcement.target, announcement.sender);
+    ask(DiscoveryWithBroadcast, NearHost);
+    EXPECT_EQ(sentOf<UdpDatagram>().size(), 1u);
+}
+
+TEST_F(StationTest, RefusesWhatABusyOrMistakenCameraRefusesAndDoesNotCarryItOut)
+{
+    const struct
+    {
+        FaultAction action;
+        const char* answer;
+    } table[] = {{FaultAction::Busy, "8007 0083 0000 0010"},
+                 {FaultAction::BadAlignment, "8005 0083 0000 0010"}};
+    for (const auto& each : table) {
+        become({});
+        station->addFault(faultOf(Request::WriteRegister, each.action, 1));
+        ask(TakeControl, NearHost, CameraAddress);
+        EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex(each.answer));
+        EXPECT_FALSE(station->camera().control().application());
+        ask(TakeControl, NearHost, CameraAddress);
+        EXPECT_TRUE(station->camera().control().application());
+    }
+}
+
+TEST_F(StationTest, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
+{
+    ask(TakeControl, NearHost, CameraAddress);
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, 1, 5000ms));
+    sent.clear();
+    ask("42 01 0082 0008 0002 0000064C AC100007", NearHost, CameraAddress);
+    ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u);
+    EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0089 0004 0002 0000 1388"));
+    pass(4999ms);
+    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0u);
+    EXPECT_EQ(sent.size(), 1u);
+    pass(1ms);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(1).payload, hex("0000 0083 0004 0002 0000 0001"))
+        << "its controller was excused from the heartbeat";
+    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0xAC100007u);
+}
+
+TEST_F(StationTest, AnswersLateTwiceOrNotAtAllAsItsFaultsSay)
+{
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Delay, 1, 700ms));
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Twice, 1));
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 2u);
+    pass(700ms);
+    EXPECT_EQ(sent.size(), 3u);
+
+    sent.clear();
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Mute, 1));
+    ask(TakeControl, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    EXPECT_TRUE(station->camera().control().application()) << "carried out all the same";
+}
+
+TEST_F(StationTest, VanishesAfterTheNumberOfCommandsThatItsFaultSays)
+{
+    Fault fault;
+    fault.action = FaultAction::Vanish;
+    fault.after = 3;
+    station->addFault(fault);
+    for (int i = 0; i < 6; ++i)
+        ask(i % 2 == 0 ? ReadAddress : DiscoveryWithBroadcast, NearHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 3u);
+    EXPECT_FALSE(station->isPlugged());
+    station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
+    EXPECT_EQ(sent.size(), 3u);
+}
+
+TEST_F(StationTest, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
+{
+    station->addFault(faultOf(Request::ForceIp, FaultAction::Seize, 1));
+    ask(ForceTo192_168_1_99, NearHost);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0005 0000 0007"));
+    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
+    EXPECT_EQ(station->camera().control().privilege(), 1u);
+    sent.clear();
+    ask(TakeControl, NearHost, 0xC0A80163);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("8006 0083 0004 0010 0000 0000"));
+}
+
+TEST_F(StationTest, IsFreeAgainWhenItsControllersHeartbeatHasStopped)
+{
+    ask(TakeControl, NearHost, CameraAddress);
+    pass(3000ms);
+    EXPECT_TRUE(station->camera().control().application());
+    pass(1ms);
+    EXPECT_FALSE(station->camera().control().application());
+    ask(ForceTo192_168_1_99, NearHost);
+    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
 }
 
 TEST_F(StationTest, LosesAboutItsShareOfFramesAndTheSameOnesEachTime)

@@ -1,0 +1,219 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/DhcpClient.h"
+
+#include "tests/simulator/Hex.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace simulator;
+using namespace std::chrono_literals;
+using gvcp::Bytes;
+
+constexpr gvcp::MacAddress CameraMac{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
+constexpr gvcp::MacAddress ServerMac{{0x02, 0, 0, 0, 0, 0x01}};
+
+const std::string MagicCookie = "63825363";
+const std::string Offer = "35 01 02 36 04 C0A80101";
+const std::string Acknowledge =
+    "35 01 05 36 04 C0A80101 01 04 FFFFFF00 03 08 C0A80101 C0A80102 33 04 00000E10";
+const std::string Refusal = "35 01 06 36 04 C0A80101";
+
+class DhcpClientTest : public testing::Test
+{
+protected:
+    void start()
+    {
+        client.start(4000ms, [this](const std::optional<IpSettings>& result) {
+            ++finished;
+            lease = result;
+        });
+    }
+
+    const UdpDatagram& last() const { return std::get<UdpDatagram>(sent.back()); }
+    /// The transaction id of the client's last message, as hexadecimal digits.
+    Bytes transaction() const { return {last().payload.begin() + 4, last().payload.begin() + 8}; }
+
+    /// What the message says after its fixed part: "35 01 01" at the front is DISCOVER.
+    static bool hasOption(const Bytes& payload, const std::string& option)
+    {
+        const Bytes wanted = hex(option);
+        for (std::size_t at = 240; at < payload.size() && payload[at] != 0xFF; at += 2u + payload[at + 1])
+            if (payload.size() - at >= wanted.size() &&
+                std::equal(wanted.begin(), wanted.end(), payload.begin() + static_cast<long>(at)))
+                return true;
+        return false;
+    }
+
+    UdpDatagram reply(const std::string& options, gvcp::Ipv4 address = 0xC0A80164,
+                      const gvcp::MacAddress& mac = CameraMac) const
+    {
+        Bytes payload(240);
+        const auto put = [&payload](std::size_t at, const Bytes& bytes) {
+            std::copy(bytes.begin(), bytes.end(), payload.begin() + static_cast<long>(at));
+        };
+        put(0, hex("02 01 06 00"));
+        put(4, transaction());
+        gvcp::writeU32(payload, 16, address);
+        put(28, Bytes(mac.bytes.begin(), mac.bytes.end()));
+        put(236, hex(MagicCookie));
+        const Bytes tail = hex(options + "FF");
+        payload.insert(payload.end(), tail.begin(), tail.end());
+        return {ServerMac, CameraMac, 0xC0A80101, address, 67, 68, payload};
+    }
+
+    void pass(std::chrono::milliseconds time) { timers.advance(timers.now() + time); }
+
+    TimerQueue timers{TimerQueue::Clock::time_point{}};
+    std::vector<Frame> sent;
+    std::mt19937 random{1};
+    DhcpClient client{CameraMac, timers, [this](const Frame& frame) { sent.push_back(frame); }, random};
+    int finished = 0;
+    std::optional<IpSettings> lease;
+};
+
+TEST_F(DhcpClientTest, AsksFromNoAddressByBroadcast)
+{
+    start();
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(last().sourceMac, CameraMac);
+    EXPECT_EQ(last().destinationMac, BroadcastMac);
+    EXPECT_EQ(last().source, 0u);
+    EXPECT_EQ(last().destination, 0xFFFFFFFFu);
+    EXPECT_EQ(last().sourcePort, 68);
+    EXPECT_EQ(last().destinationPort, 67);
+    const Bytes& payload = last().payload;
+    ASSERT_GE(payload.size(), 244u);
+    EXPECT_EQ(Bytes(payload.begin(), payload.begin() + 4), hex("01 01 06 00"));
+    EXPECT_EQ(Bytes(payload.begin() + 28, payload.begin() + 34), hex("001A2B000001"));
+    EXPECT_EQ(Bytes(payload.begin() + 236, payload.begin() + 240), hex(MagicCookie));
+    EXPECT_TRUE(hasOption(payload, "35 01 01")) << "DISCOVER";
+}
+
+TEST_F(DhcpClientTest, RequestsWhatItIsOfferedAndTakesWhatIsAcknowledged)
+{
+    start();
+    const Bytes begun = transaction();
+    client.receive(reply(Offer));
+    ASSERT_EQ(sent.size(), 2u);
+    EXPECT_TRUE(hasOption(last().payload, "35 01 03")) << "REQUEST";
+    EXPECT_TRUE(hasOption(last().payload, "32 04 C0A80164"));
+    EXPECT_TRUE(hasOption(last().payload, "36 04 C0A80101"));
+    EXPECT_EQ(transaction(), begun);
+    EXPECT_EQ(finished, 0);
+
+    client.receive(reply(Acknowledge));
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(lease, (IpSettings{0xC0A80164, 0xFFFFFF00, 0xC0A80101}));
+    client.receive(reply(Acknowledge));
+    pass(60s);
+    EXPECT_EQ(finished, 1);
+    EXPECT_EQ(sent.size(), 2u);
+}
+
+TEST_F(DhcpClientTest, DoesWithoutAMaskOrARouter)
+{
+    start();
+    client.receive(reply(Offer));
+    client.receive(reply("35 01 05 36 04 C0A80101"));
+    EXPECT_EQ(lease, (IpSettings{0xC0A80164, 0xFFFFFF00, 0}));
+}
+
+TEST_F(DhcpClientTest, TriesFourTimesAndThenGivesUp)
+{
+    start();
+    std::vector<std::chrono::milliseconds> times;
+    for (auto now = 1ms; now <= 4000ms; now += 1ms) {
+        const std::size_t before = sent.size();
+        pass(1ms);
+        if (sent.size() > before)
+            times.push_back(now);
+        EXPECT_EQ(finished, now < 4000ms ? 0 : 1);
+    }
+    EXPECT_EQ(times, (std::vector{500ms, 1500ms, 3500ms})) << "after the first one";
+    EXPECT_FALSE(lease);
+}
+
+TEST_F(DhcpClientTest, RepeatsALostRequest)
+{
+    start();
+    client.receive(reply(Offer));
+    pass(500ms);
+    ASSERT_EQ(sent.size(), 3u);
+    EXPECT_TRUE(hasOption(last().payload, "35 01 03"));
+    client.receive(reply(Acknowledge));
+    EXPECT_TRUE(lease);
+}
+
+TEST_F(DhcpClientTest, BeginsAgainWhenItsRequestIsRefused)
+{
+    start();
+    client.receive(reply(Offer));
+    client.receive(reply(Refusal));
+    EXPECT_EQ(finished, 0);
+    pass(500ms);
+    EXPECT_TRUE(hasOption(last().payload, "35 01 01"));
+    client.receive(reply(Offer));
+    client.receive(reply(Acknowledge));
+    EXPECT_TRUE(lease);
+}
+
+TEST_F(DhcpClientTest, IgnoresWhatIsNoAnswerToIt)
+{
+    start();
+    client.receive(reply(Acknowledge)); // nothing was requested yet
+    client.receive(reply(Offer, 0));
+    client.receive(reply(Offer, 0xE0000001)); // multicast
+    client.receive(reply(Offer, 0x7F000001));
+    client.receive(reply(Offer, 0xC0A80164, ServerMac));
+    client.receive(reply("35 01 02"));                               // from no server
+    client.receive(reply("36 04 C0A80101"));                         // of no kind
+    client.receive(reply("35 01 02 36 04 C0A80101 01 04 FF00FF00")); // no mask
+    client.receive(reply("35 01 02 36 40 C0A80101"));                // an option past the end
+    UdpDatagram otherTransaction = reply(Offer);
+    otherTransaction.payload[4] ^= 0x80;
+    client.receive(otherTransaction);
+    UdpDatagram request = reply(Offer);
+    request.payload[0] = 1;
+    client.receive(request);
+    EXPECT_EQ(sent.size(), 1u);
+    EXPECT_EQ(finished, 0);
+
+    client.receive(reply(Offer));
+    client.receive(reply("35 01 05 36 04 C0A80109")); // another server's
+    EXPECT_EQ(finished, 0);
+    EXPECT_EQ(sent.size(), 2u);
+}
+
+TEST_F(DhcpClientTest, SurvivesMangledMessages)
+{
+    start();
+    std::mt19937 mangler(1);
+    for (int i = 0; i < 20000; ++i) {
+        UdpDatagram datagram = reply(i % 2 == 0 ? Offer : Acknowledge);
+        for (auto changes = 1 + mangler() % 3; changes > 0; --changes)
+            datagram.payload[8 + mangler() % (datagram.payload.size() - 8)] =
+                static_cast<std::uint8_t>(mangler());
+        if (mangler() % 4 == 0)
+            datagram.payload.resize(mangler() % datagram.payload.size());
+        client.receive(datagram);
+        if (finished > 0) {
+            finished = 0;
+            ASSERT_NE(lease->address >> 28, 0xEu);
+            start();
+        }
+    }
+}
+
+TEST_F(DhcpClientTest, SaysNothingMoreWhenItIsStopped)
+{
+    start();
+    client.stop();
+    client.receive(reply(Offer));
+    pass(60s);
+    EXPECT_EQ(sent.size(), 1u);
+    EXPECT_EQ(finished, 0);
+}
+
+} // namespace

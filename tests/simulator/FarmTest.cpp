@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "simulator/Farm.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace {
+
+using namespace simulator;
+using namespace std::chrono_literals;
+
+class FarmTest : public testing::Test
+{
+protected:
+    void build(const std::string& cameras)
+    {
+        farm.emplace(parseFarmConfig("{\"cameras\": [" + cameras + "]}"), timers,
+                     [this](const Frame& frame) { sent.push_back(frame); });
+    }
+
+    void pass(std::chrono::milliseconds time)
+    {
+        for (; time > 0ms; time -= 1ms)
+            timers.advance(timers.now() + 1ms);
+    }
+
+    gvcp::Ipv4 addressOf(std::size_t camera) { return farm->stations()[camera]->camera().ip().address; }
+
+    TimerQueue timers{TimerQueue::Clock::time_point{}};
+    std::vector<Frame> sent;
+    std::optional<Farm> farm;
+};
+
+TEST_F(FarmTest, LetsItsCamerasHearEachOthersArp)
+{
+    build(R"({"mac": "00:1A:2B:00:00:01", "ipConfiguration": "lla", "address": "169.254.33.7",
+              "mask": "255.255.0.0", "rebootTime": 10},
+             {"mac": "00:1A:2B:00:00:02", "ipConfiguration": "lla", "address": "169.254.33.7",
+              "mask": "255.255.0.0"})");
+    farm->stations()[0]->reset();
+    pass(10ms + 1000ms);
+    EXPECT_EQ(addressOf(1), 0xA9FE2107u);
+    EXPECT_NE(addressOf(0), 0xA9FE2107u) << "the address that it prefers is the other one's";
+    EXPECT_TRUE(farm->stations()[0]->camera().ip().reaches(addressOf(1)));
+}
+
+TEST_F(FarmTest, FindsADifferentLinkLocalAddressForEachOf256Cameras)
+{
+    build(R"({"mac": "00:1A:2B:00:00:01", "ipConfiguration": "lla", "repeat": 256})");
+    pass(2000ms);
+    std::set<gvcp::Ipv4> addresses;
+    for (const auto& station : farm->stations()) {
+        ASSERT_EQ(station->phase(), BootSequence::Phase::Running);
+        addresses.insert(station->camera().ip().address);
+    }
+    EXPECT_EQ(addresses.size(), 256u);
+}
+
+TEST_F(FarmTest, GivesAFrameToTheCameraItIsForAndABroadcastToAll)
+{
+    build(R"({"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "repeat": 3})");
+    const gvcp::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
+    farm->receive(Echo{{}, second, 0xC0A80105, 0xC0A80115, true, 1, 1, {}});
+    ASSERT_EQ(sent.size(), 1u);
+    EXPECT_EQ(std::get<Echo>(sent[0]).sourceMac, second);
+    farm->receive(Echo{{}, {{2, 0, 0, 0, 0, 9}}, 0xC0A80105, 0xC0A80115, true, 1, 1, {}});
+    EXPECT_EQ(sent.size(), 1u) << "nobody's MAC";
+
+    const gvcp::Bytes discovery{0x42, 0x11, 0, 2, 0, 0, 0, 1};
+    farm->receive(UdpDatagram{{}, BroadcastMac, 0xC0A80105, gvcp::LimitedBroadcast, 5000, 3956, discovery});
+    EXPECT_EQ(sent.size(), 4u);
+}
+
+} // namespace
