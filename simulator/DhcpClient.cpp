@@ -18,8 +18,10 @@ constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
 constexpr std::size_t FixedPart = 240; // bytes, up to the first option
 constexpr std::size_t TransactionAt = 4;
 
-// Four tries within the whole time: at 0, 1/8, 3/8 and 7/8 of it.
+// Four tries within the whole time: at its begin, and 1/8, 3/8 and 7/8 of it later.
 constexpr int FirstPauseShare = 8;
+// Cameras that are switched on together begin within this share of the time, and not all at once.
+constexpr int BeginShare = 16;
 
 /// What a server's message says, when it is one for this client.
 struct Message
@@ -78,7 +80,9 @@ void DhcpClient::start(std::chrono::milliseconds patience, Done done)
     m_transaction = static_cast<std::uint32_t>(m_random());
     m_state = State::Selecting;
     m_timeouts.after(patience, [this] { finish(std::nullopt); });
-    tryAgain(std::max(patience / FirstPauseShare, std::chrono::milliseconds{1}));
+    std::uniform_int_distribution<std::chrono::milliseconds::rep> wait(0, patience.count() / BeginShare);
+    const auto pause = std::max(patience / FirstPauseShare, std::chrono::milliseconds{1});
+    m_timeouts.after(std::chrono::milliseconds{wait(m_random)}, [this, pause] { tryAgain(pause); });
 }
 
 void DhcpClient::stop()

@@ -80,9 +80,9 @@ TEST_F(BootSequenceTest, AsksForALeaseWhenNothingIsStoredAndFallsBackToLinkLocal
 {
     bootOf(at({})).run(0ms, {Persistent | Dhcp, {}, ""});
     EXPECT_EQ(boot->phase(), Phase::Dhcp);
-    ASSERT_EQ(sent.size(), 1u);
-    EXPECT_TRUE(std::holds_alternative<UdpDatagram>(sent[0]));
     pass(3999ms);
+    ASSERT_GE(sent.size(), 1u);
+    EXPECT_TRUE(std::holds_alternative<UdpDatagram>(sent[0]));
     EXPECT_EQ(boot->phase(), Phase::Dhcp);
     pass(1ms);
     EXPECT_EQ(boot->phase(), Phase::LinkLocal);

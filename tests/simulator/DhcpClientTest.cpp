@@ -4,6 +4,7 @@
 #include "tests/simulator/Hex.h"
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
@@ -29,6 +30,14 @@ protected:
             ++finished;
             lease = result;
         });
+        begin();
+    }
+
+    /// Passes the random wait at the beginning.
+    void begin()
+    {
+        for (const std::size_t before = sent.size(); sent.size() == before && timers.next();)
+            timers.advance(*timers.next());
     }
 
     const UdpDatagram& last() const { return std::get<UdpDatagram>(sent.back()); }
@@ -72,6 +81,17 @@ protected:
     int finished = 0;
     std::optional<IpSettings> lease;
 };
+
+TEST_F(DhcpClientTest, BeginsAtATimeOfItsOwn)
+{
+    std::set<TimerQueue::Clock::duration> waits;
+    for (int i = 0; i < 100; ++i) {
+        const auto started = timers.now();
+        start();
+        waits.insert(timers.now() - started);
+    }
+    EXPECT_GT(waits.size(), 50u);
+}
 
 TEST_F(DhcpClientTest, AsksFromNoAddressByBroadcast)
 {
@@ -122,15 +142,18 @@ TEST_F(DhcpClientTest, DoesWithoutAMaskOrARouter)
 
 TEST_F(DhcpClientTest, TriesFourTimesAndThenGivesUp)
 {
+    const auto started = timers.now();
     start();
+    const auto begun = timers.now();
+    EXPECT_LE(begun - started, 250ms);
     std::vector<std::chrono::milliseconds> times;
-    for (auto now = 1ms; now <= 4000ms; now += 1ms) {
+    while (finished == 0) {
         const std::size_t before = sent.size();
         pass(1ms);
         if (sent.size() > before)
-            times.push_back(now);
-        EXPECT_EQ(finished, now < 4000ms ? 0 : 1);
+            times.push_back(std::chrono::duration_cast<std::chrono::milliseconds>(timers.now() - begun));
     }
+    EXPECT_EQ(timers.now() - started, 4000ms);
     EXPECT_EQ(times, (std::vector{500ms, 1500ms, 3500ms})) << "after the first one";
     EXPECT_FALSE(lease);
 }

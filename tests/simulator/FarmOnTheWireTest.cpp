@@ -1,22 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/simulator/Capture.h"
 #include "tests/simulator/GvcpClient.h"
 #include "tests/simulator/Hex.h"
+#include "tests/simulator/Lines.h"
 #include "tests/support/NetworkLab.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <set>
-#include <sstream>
-#include <unistd.h>
 
 // What others make of the farm's frames: the kernel, ping, an independent client, a dissector.
 namespace {
 
 using gvcp::Bytes;
+using simulator_tests::Capture;
 using simulator_tests::GvcpClient;
+using simulator_tests::linesOf;
 using testing::HasSubstr;
 
 constexpr gvcp::Ipv4 CameraAddress = 0xC0A80114; // 192.168.1.20
@@ -31,15 +32,6 @@ Bytes forceFirstCameraTo(const std::string& address, const std::string& mask)
     const std::string reserved = "000000000000000000000000";
     return hex("42 11 0004 0038 0007 0000 001A2B000001" + reserved + address + reserved + mask + reserved +
                "00000000");
-}
-
-std::vector<std::string> linesOf(const std::string& text)
-{
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
 }
 
 class FarmOnTheWire : public testing::Test
@@ -138,29 +130,15 @@ TEST_F(FarmOnTheWire, ADissectorKnowsEveryAnswerAndFindsNoneMalformed)
         forceFirstCameraTo("C0A80114", "FFFF0000"),
     };
     const lab::Farm farm(network, ThreeCameras);
-    const std::string file = testing::TempDir() + "farm-" + std::to_string(::getpid()) + ".pcap";
     // The dissector needs the commands too, to know what is answered.
-    lab::Process capture =
-        host.start({"sh", "-c",
-                    "exec tcpdump -i eth0 -Z root -U -c " + std::to_string(2 * std::size(commands)) + " -w " +
-                        file + " host 192.168.1.20 and udp port 3956 2>&1"});
-    while (capture.readLine().find("listening on") == std::string::npos) {
-    }
+    Capture capture(host, "host 192.168.1.20 and udp port 3956", 2 * std::size(commands));
     const GvcpClient client(host);
     for (const Bytes& command : commands)
         EXPECT_FALSE(client.ask(CameraAddress, command).empty());
-    EXPECT_EQ(capture.wait(), 0);
-
-    const std::vector<std::string> lines = linesOf(
-        host.run("tshark -o ip.check_checksum:TRUE -o udp.check_checksum:TRUE -Y 'udp.srcport == 3956'"
-                 " -T fields -E separator=/s -e _ws.malformed -e ip.checksum.status"
-                 " -e udp.checksum.status -e _ws.col.Protocol -e _ws.col.Info -r " +
-                 file));
-    std::filesystem::remove(file);
     // First nothing where "malformed" would stand, then the two checksums, 1 for good.
     using testing::StartsWith;
     EXPECT_THAT(
-        lines,
+        capture.finish("udp.srcport == 3956"),
         testing::ElementsAre(
             StartsWith(" 1 1 GVCP < DISCOVERY_ACK (Farm Cameras, SN0001)"),
             StartsWith(" 1 1 GVCP < READREG_ACK [Multiple ReadReg Ack]"),
@@ -172,6 +150,30 @@ TEST_F(FarmOnTheWire, ADissectorKnowsEveryAnswerAndFindsNoneMalformed)
             StartsWith(" 1 1 GVCP < WRITEMEM_ACK [User-defined Name]"),
             StartsWith(" 1 1 GVCP < WRITEMEM_ACK (Write Protect) [Current IP Address (Net #0)]"),
             StartsWith(" 1 1 GVCP < WRITEREG_ACK (Success)"), StartsWith(" 1 1 GVCP < FORCEIP_ACK")));
+}
+
+TEST_F(FarmOnTheWire, ADissectorKnowsTheAnswersOfACameraThatIsSlowBusyOrDescribesItself)
+{
+    const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+        "faults": [
+            {"command": "WRITEREG", "action": "pending", "time": 50, "times": 1},
+            {"command": "READREG", "action": "busy", "times": 1},
+            {"command": "READMEM", "action": "twice", "times": 1}]}]})");
+    Capture capture(host, "host 192.168.1.20 and udp port 3956", 8);
+    const GvcpClient client(host);
+    EXPECT_EQ(client.ask(CameraAddress, hex("42 01 0082 0008 0001 00000A00 00000002")),
+              hex("0000 0089 0004 0001 0000 0032"));
+    EXPECT_EQ(client.receive().payload, hex("0000 0083 0004 0001 0000 0001"));
+    client.ask(CameraAddress, hex("42 01 0080 0004 0002 00000A00"));
+    const Bytes block = client.ask(CameraAddress, hex("42 01 0084 0008 0003 C0A00000 0000 0218"));
+    EXPECT_EQ(block.size(), 8u + 4u + 536u);
+    EXPECT_EQ(client.receive().payload, block);
+    using testing::StartsWith;
+    EXPECT_THAT(capture.finish("udp.srcport == 3956"),
+                testing::ElementsAre(
+                    StartsWith(" 1 1 GVCP < PENDING_ACK"), StartsWith(" 1 1 GVCP < WRITEREG_ACK (Success)"),
+                    StartsWith(" 1 1 GVCP < READREG_ACK (Busy)"), StartsWith(" 1 1 GVCP < READMEM_ACK"),
+                    StartsWith(" 1 1 GVCP < READMEM_ACK")));
 }
 
 TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
