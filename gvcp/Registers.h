@@ -11,7 +11,9 @@ namespace reg {
 inline constexpr std::uint32_t DeviceMode = 0x0004;
 inline constexpr std::uint32_t SupportedIpConfig = 0x0010;
 inline constexpr std::uint32_t CurrentIpConfig = 0x0014;
-inline constexpr std::uint32_t UserDefinedName = 0x00E8; ///< 16 bytes.
+inline constexpr std::uint32_t UserDefinedName = 0x00E8;      ///< 16 bytes.
+inline constexpr std::uint32_t FirstDescriptionUrl = 0x0200;  ///< 512 bytes.
+inline constexpr std::uint32_t SecondDescriptionUrl = 0x0400; ///< 512 bytes.
 inline constexpr std::uint32_t PersistentIp = 0x064C;
 inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
 inline constexpr std::uint32_t PersistentGateway = 0x066C;
