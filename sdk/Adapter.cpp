@@ -21,12 +21,30 @@ gvcp::Ipv4 ipv4Of(const sockaddr* address)
 
 } // namespace
 
+std::optional<gvcp::Ipv4> AdapterAddress::broadcastAddress() const
+{
+    const gvcp::Ipv4 hostBits = ~mask;
+    return hostBits > 1 ? std::optional(address | hostBits) : std::nullopt;
+}
+
 const AdapterAddress* Adapter::inSubnetOf(gvcp::Ipv4 camera) const
 {
     const auto found = std::find_if(addresses.begin(), addresses.end(), [camera](const AdapterAddress& own) {
         return gvcp::sameSubnet(own.address, camera, own.mask);
     });
     return found == addresses.end() ? nullptr : &*found;
+}
+
+gvcp::Ipv4 Adapter::addressTowards(gvcp::Ipv4 camera) const
+{
+    const AdapterAddress* own = inSubnetOf(camera);
+    return own ? own->address : addresses.front().address;
+}
+
+bool Adapter::isBroadcast(gvcp::Ipv4 address) const
+{
+    return std::any_of(addresses.begin(), addresses.end(),
+                       [address](const AdapterAddress& own) { return own.broadcastAddress() == address; });
 }
 
 std::vector<Adapter> hostAdapters()

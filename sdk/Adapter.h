@@ -3,6 +3,7 @@
 
 #include "gvcp/Addresses.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,9 @@ struct AdapterAddress
 {
     gvcp::Ipv4 address = 0;
     gvcp::Ipv4 mask = 0;
+
+    /// The subnet's own; nothing for a subnet of one or two addresses, which has none.
+    std::optional<gvcp::Ipv4> broadcastAddress() const;
 };
 
 /// A network interface of this host with its IPv4 addresses, of which there is at least one.
@@ -23,6 +27,12 @@ struct Adapter
 
     /// The address in whose subnet `camera` lies; null when it lies in none of them.
     const AdapterAddress* inSubnetOf(gvcp::Ipv4 camera) const;
+
+    /// The address from which to talk to `camera`: that one, else the first.
+    gvcp::Ipv4 addressTowards(gvcp::Ipv4 camera) const;
+
+    /// Whether this is the broadcast address of one of its subnets.
+    bool isBroadcast(gvcp::Ipv4 address) const;
 };
 
 /// All interfaces that are up, not loopback and have an IPv4 address, in the kernel's order.

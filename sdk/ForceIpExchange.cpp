@@ -118,9 +118,7 @@ std::optional<RZ_ERROR> ForceIpExchange::takeDiscovery(const gvcp::DiscoveryAck&
         return std::nullopt;
     if (m_wanted != m_before)
         return RZ_OK;
-    const Adapter& adapter = m_network.adapters().front();
-    const AdapterAddress* own = adapter.inSubnetOf(identity.ip);
-    m_access.ask(0, own ? own->address : adapter.addresses.front().address, identity.ip);
+    m_access.ask(0, m_network.adapters().front().addressTowards(identity.ip), identity.ip);
     return std::nullopt;
 }
 

@@ -11,24 +11,58 @@ HandleTable& HandleTable::instance()
 
 void* HandleTable::create(const RZ_CC_DEVICE_INFO& info)
 {
-    auto copy = std::make_shared<RZ_CC_DEVICE_INFO>(info);
-    void* const handle = copy.get();
+    auto camera = std::make_shared<CameraHandle>(info);
+    void* const handle = camera.get();
     const std::lock_guard lock(m_mutex);
-    m_handles.emplace(handle, std::move(copy));
+    m_handles.emplace(handle, std::move(camera));
     return handle;
 }
 
 bool HandleTable::destroy(void* handle)
 {
-    const std::lock_guard lock(m_mutex);
-    return m_handles.erase(handle) > 0;
+    std::shared_ptr<CameraHandle> camera;
+    {
+        const std::lock_guard lock(m_mutex);
+        const auto found = m_handles.find(handle);
+        if (found == m_handles.end())
+            return false;
+        camera = std::move(found->second);
+        m_handles.erase(found);
+    }
+    camera->close();
+    return true;
 }
 
-std::shared_ptr<const RZ_CC_DEVICE_INFO> HandleTable::find(void* handle) const
+std::shared_ptr<CameraHandle> HandleTable::find(void* handle) const
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_handles.find(handle);
     return found == m_handles.end() ? nullptr : found->second;
+}
+
+void HandleTable::closeCamera(const gvcp::MacAddress& mac)
+{
+    closeIf([&mac](const CameraHandle& camera) { return camera.mac() == mac; });
+}
+
+void HandleTable::closeOpenedBy(std::thread::id thread)
+{
+    closeIf([thread](const CameraHandle& camera) { return camera.wasOpenedBy(thread); });
+}
+
+template <typename Predicate>
+void HandleTable::closeIf(Predicate isMeant)
+{
+    std::vector<std::shared_ptr<CameraHandle>> meant;
+    {
+        const std::lock_guard lock(m_mutex);
+        for (const auto& [handle, camera] : m_handles)
+            if (isMeant(*camera))
+                meant.push_back(camera);
+    }
+    // Not under the lock: it takes as long as the cameras do.
+    for (const auto& camera : meant)
+        camera->close();
 }
 
 } // namespace sdk

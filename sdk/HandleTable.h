@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "sdk/RzCameraSdk.h"
+#include "sdk/CameraHandle.h"
 
 #include <map>
 #include <memory>
 #include <mutex>
+#include <thread>
+#include <vector>
 
 namespace sdk {
 
@@ -17,13 +19,22 @@ public:
     static HandleTable& instance();
 
     void* create(const RZ_CC_DEVICE_INFO& info);
+    /// Closes the camera too.
     bool destroy(void* handle);
-    /// What the handle was made for; null when there is no such handle.
-    std::shared_ptr<const RZ_CC_DEVICE_INFO> find(void* handle) const;
+    /// Null when there is no such handle.
+    std::shared_ptr<CameraHandle> find(void* handle) const;
+
+    /// Closes this camera in whichever handle it is open.
+    void closeCamera(const gvcp::MacAddress& mac);
+    /// Closes the cameras that this thread has opened.
+    void closeOpenedBy(std::thread::id thread);
 
 private:
+    template <typename Predicate>
+    void closeIf(Predicate isMeant);
+
     mutable std::mutex m_mutex;
-    std::map<void*, std::shared_ptr<const RZ_CC_DEVICE_INFO>> m_handles;
+    std::map<void*, std::shared_ptr<CameraHandle>> m_handles;
 };
 
 } // namespace sdk

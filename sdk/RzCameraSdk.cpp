@@ -1,13 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/RzCameraSdk.h"
 
+#include "gvcp/Registers.h"
 #include "sdk/AccessCheck.h"
+#include "sdk/CameraError.h"
 #include "sdk/CancellationHold.h"
+#include "sdk/Description.h"
+#include "sdk/DescriptionCompletion.h"
 #include "sdk/Enumeration.h"
 #include "sdk/ForceIpExchange.h"
 #include "sdk/HandleTable.h"
+#include "sdk/LastingAddress.h"
 #include "sdk/LinuxNetwork.h"
 #include "sdk/RecordTable.h"
+#include "sdk/ThreadEnd.h"
 
 #include <algorithm>
 
@@ -25,6 +31,22 @@ Result guarded(Result onException, Call call) noexcept
     } catch (...) { // No forced unwinding comes this way while cancellation is held off.
         return onException;
     }
+}
+
+/// Passes the call the camera that the handle stands for.
+template <typename Call>
+int withCamera(void* handle, Call call) noexcept
+{
+    return guarded<int>(RZ_ERROR_INTERNAL, [&]() -> int {
+        const auto camera = HandleTable::instance().find(handle);
+        if (!camera)
+            return RZ_ERROR_HANDLE;
+        try {
+            return call(*camera);
+        } catch (const CameraError& error) {
+            return error.code();
+        }
+    });
 }
 
 /// The adapter that heard the camera, alone; empty when it is gone.
@@ -65,6 +87,12 @@ bool canBeCamera(gvcp::Ipv4 address)
 {
     const auto first = address >> 24;
     return first >= 1 && first <= 223 && first != 127;
+}
+
+bool hasUserName(ControlChannel& channel)
+{
+    return (channel.findRegister(gvcp::reg::GvcpCapability).value_or(0) &
+            gvcp::Capability::UserDefinedName) != 0;
 }
 
 } // namespace
@@ -120,18 +148,64 @@ int RZ_CC_DestroyHandle(void* handle)
     });
 }
 
+int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchoverKey)
+{
+    if (accessMode != RZ_ACCESS_EXCLUSIVE || switchoverKey != 0)
+        return RZ_ERROR_PARAMETER;
+    return withCamera(handle, [](CameraHandle& camera) {
+        const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
+        const auto adapters = adapterOf(info);
+        if (!canBeCamera(info.nDeviceIp) ||
+            std::any_of(adapters.begin(), adapters.end(),
+                        [&info](const Adapter& each) { return each.isBroadcast(info.nDeviceIp); }))
+            return RZ_ERROR_PARAMETER;
+        HandleTable::instance().closeCamera(camera.mac());
+        closeCamerasWhenThisThreadEnds();
+        camera.open(std::make_unique<LinuxNetwork>(adapters));
+        return RZ_OK;
+    });
+}
+
+int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bufferSize, unsigned* dataLength)
+{
+    if (!buffer || !dataLength)
+        return RZ_ERROR_PARAMETER;
+    return withCamera(handle, [=](CameraHandle& camera) {
+        *dataLength = 0;
+        const auto session = camera.session();
+        const auto file = completedDescription(fetchDescription(session->channel()),
+                                               hasUserName(session->channel()), bufferSize);
+        *dataLength = static_cast<unsigned>(file.size());
+        if (file.size() > bufferSize)
+            return RZ_ERROR_BUFFER;
+        std::copy(file.begin(), file.end(), buffer);
+        return RZ_OK;
+    });
+}
+
+void* RZ_CC_GetTlProxy(void* handle)
+{
+    return guarded<void*>(nullptr, [handle]() -> void* {
+        const auto camera = HandleTable::instance().find(handle);
+        return camera ? camera->port() : nullptr;
+    });
+}
+
 int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway)
 {
-    return guarded<int>(RZ_ERROR_INTERNAL, [=] {
-        const auto info = HandleTable::instance().find(handle);
-        if (!info)
-            return RZ_ERROR_HANDLE;
+    return withCamera(handle, [=](CameraHandle& camera) {
         if (!canBeCamera(ip))
             return RZ_ERROR_PARAMETER;
-        const RZ_GIGE_DEVICE_INFO& camera = info->stGigEInfo;
-        LinuxNetwork network(adapterOf(camera));
-        const auto mac = macOf(*info);
-        return forceIp(network, {mac, ip, subnetMask, gateway},
-                       {mac, camera.nDeviceIp, camera.nDeviceSubnetMask, camera.nDeviceGateway});
+        // A camera under control ignores FORCEIP.
+        HandleTable::instance().closeCamera(camera.mac());
+        const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
+        auto network = std::make_unique<LinuxNetwork>(adapterOf(info));
+        const gvcp::ForceIp wanted{camera.mac(), ip, subnetMask, gateway};
+        const RZ_ERROR result = forceIp(
+            *network, wanted, {wanted.mac, info.nDeviceIp, info.nDeviceSubnetMask, info.nDeviceGateway});
+        if (result != RZ_OK)
+            return result;
+        return makeAddressLast(std::move(network), wanted, info.nIpConfigOptions, info.nIpConfigCurrent,
+                               ForcedAddresses::instance());
     });
 }

@@ -2,7 +2,8 @@
 #pragma once
 
 /**
- * The camera SDK: finds GigE Vision cameras on all networks of the host and forces addresses onto them.
+ * The camera SDK: finds GigE Vision cameras on all networks of the host, forces addresses onto them, and
+ * opens them for a node map to work on.
  *
  * A C interface. Every function that returns int gives RZ_OK on success and else another RZ_ERROR code;
  * functions may be called from any thread, and at the same time. A call that has begun runs to its end even
@@ -31,6 +32,9 @@ extern "C" {
 /** An enumeration reports at most so many cameras. */
 #define RZ_MAX_DEVICES 256
 
+/** No longer description file is taken, in bytes. */
+#define RZ_MAX_DESCRIPTION 3145728u
+
 enum RZ_ERROR
 {
     RZ_OK = 0,
@@ -40,9 +44,16 @@ enum RZ_ERROR
     RZ_ERROR_NETWORK = 3,   /**< The host's adapter is gone, or none could be used. */
     RZ_ERROR_NO_ANSWER = 4, /**< The camera is not heard any more. */
     RZ_ERROR_ACCESS_DENIED =
-        5,                /**< The camera is there and does not obey: another application controls it. */
-    RZ_ERROR_REFUSED = 6, /**< The camera answered with an error other than that. */
-    RZ_ERROR_INTERNAL = 7 /**< Out of memory or the like. */
+        5,                 /**< The camera is there and does not obey: another application controls it. */
+    RZ_ERROR_REFUSED = 6,  /**< The camera answered with an error other than that. */
+    RZ_ERROR_INTERNAL = 7, /**< Out of memory or the like. */
+    RZ_ERROR_NOT_OPEN = 8, /**< The handle's camera is not open, or not any more. */
+    RZ_ERROR_NOT_STORED =
+        9, /**< The camera has taken its new address and will not keep it: storing it failed. */
+    RZ_ERROR_DESCRIPTION = 10, /**< The camera names no description file that makes sense. */
+    RZ_ERROR_DESCRIPTION_ELSEWHERE =
+        11,              /**< The description is a file or on a server, which a camera has no say in here. */
+    RZ_ERROR_BUFFER = 12 /**< The description is longer than the buffer, or than any that is taken. */
 };
 
 /** What GigE Vision tells of one camera. Texts are UTF-8 and end in a NUL. */
@@ -96,10 +107,45 @@ RZ_API bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned acc
 
 /** Makes a handle for the camera as `info` says it now; does not talk to the camera. */
 RZ_API int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info);
+
+/** Gives the camera back, should it be open. */
 RZ_API int RZ_CC_DestroyHandle(void* handle);
 
-/** Gives the camera these addresses until its next reset. Done when the camera acknowledges or is found at
- * the new address; at most 3 seconds. The camera is known by its MAC alone. */
+/**
+ * Takes exclusive control of the camera (RZ_ACCESS_EXCLUSIVE; the switch-over key must be 0) and keeps it for
+ * as long as the handle lives, on a thread of the SDK's own. Fails within 3 seconds when the camera is
+ * silent.
+ *
+ * Within a process the latest comes first: when another handle has the camera open, that one loses it. And
+ * control ends with the thread that took it, however that thread ends.
+ */
+RZ_API int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchoverKey);
+
+/**
+ * Fetches the open camera's description file into `buffer`: plain or zipped, as the camera has it. A file
+ * that lacks some of the features GevCurrentIPConfigurationPersistentIP, GevCurrentIPConfigurationDHCP,
+ * DeviceUserID and DeviceReset, although every camera has what they are about, gets them added and is then
+ * plain; if it does not fit the buffer so, it stays as it is.
+ *
+ * `dataLength` gets the number of bytes; with RZ_ERROR_BUFFER how many there would be, or 0 when they are
+ * more than RZ_MAX_DESCRIPTION.
+ */
+RZ_API int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bufferSize,
+                                unsigned* dataLength);
+
+/** The open camera's port, a GenApi::IPort*; null when the camera is not open. It is valid until the handle
+ * is destroyed or opened anew; when the camera is lost, its calls throw. Any thread. */
+RZ_API void* RZ_CC_GetTlProxy(void* handle);
+
+/**
+ * Gives the camera these addresses: done when it acknowledges or is found at the new address. The camera is
+ * known by its MAC alone. A handle of this process that has it open loses it.
+ *
+ * The addresses hold until the camera's next reset. If it starts with a stored address (bit 0 of its current
+ * configuration) they are stored too, else when that bit is set through the port of a handle of this process.
+ *
+ * Takes at most 3 seconds, and 3 more for a camera that does not answer at its new address.
+ */
 RZ_API int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway);
 
 #ifdef __cplusplus

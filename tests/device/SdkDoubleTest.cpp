@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/SdkDouble.h"
 
+#include "genapi/GenApi/IPort.h"
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -17,13 +19,19 @@ TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
     void* handle = nullptr;
     ASSERT_EQ(RZ_CC_CreateHandle(&handle, camera), RZ_OK);
     RZ_GIGE_ForceIpEx(handle, 0x0A000001, 0xFF000000, 0x0A0000FE);
+    RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0);
+    unsigned char buffer[8];
+    unsigned length = 0;
+    RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length);
+    RZ_CC_GetTlProxy(handle);
     RZ_CC_DestroyHandle(handle);
 
     EXPECT_THAT(sdk.calls(),
                 ElementsAre("EnumerateTls()", "EnumDevices(1)", "IsDeviceAccessible(AC:1A:00:00:00:01, 1)",
                             "CreateHandle(AC:1A:00:00:00:01)",
                             "ForceIpEx(AC:1A:00:00:00:01, 10.0.0.1, 255.0.0.0, 10.0.0.254)",
-                            "DestroyHandle(AC:1A:00:00:00:01)"));
+                            "OpenDevice(AC:1A:00:00:00:01, 1, 0)", "GetGenICamXML(AC:1A:00:00:00:01, 8)",
+                            "GetTlProxy(AC:1A:00:00:00:01)", "DestroyHandle(AC:1A:00:00:00:01)"));
 }
 
 TEST(SdkDoubleTest, ListsTheStatedRecords)
@@ -72,6 +80,38 @@ TEST(SdkDoubleTest, GivesTheScriptedResults)
     EXPECT_FALSE(RZ_CC_IsDeviceAccessible(sdk.record({}), RZ_ACCESS_EXCLUSIVE));
     EXPECT_EQ(RZ_CC_CreateHandle(&handle, sdk.record({})), RZ_ERROR_INTERNAL);
     EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST(SdkDoubleTest, HandsOutTheStatedDescriptionAndPort)
+{
+    struct Port : GenApi::IPort
+    {
+        GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
+        void Read(void*, int64_t, int64_t) override {}
+        void Write(const void*, int64_t, int64_t) override {}
+    } port;
+    SdkDouble sdk;
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, sdk.record({})), RZ_OK);
+    sdk.description = "<xml/>";
+    sdk.port = &port;
+
+    unsigned char buffer[4];
+    unsigned length = 0;
+    EXPECT_EQ(RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length), RZ_OK);
+    EXPECT_EQ(length, 6u);
+    EXPECT_EQ(std::string(buffer, buffer + 4), "<xml");
+    sdk.reportedLength = 3145729;
+    RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length);
+    EXPECT_EQ(length, 3145729u);
+    EXPECT_EQ(static_cast<GenApi::IPort*>(RZ_CC_GetTlProxy(handle)), &port);
+
+    sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_ACCESS_DENIED; };
+    sdk.getGenICamXml = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_NO_ANSWER; };
+    sdk.getTlProxy = [](RZ_CC_DEVICE_INFO*) { return nullptr; };
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length), RZ_ERROR_NO_ANSWER);
+    EXPECT_EQ(RZ_CC_GetTlProxy(handle), nullptr);
 }
 
 TEST(SdkDoubleDeathTest, AbortsWhenCalledWithoutADouble)

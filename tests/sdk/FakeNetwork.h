@@ -37,6 +37,8 @@ public:
     void deliver(sdk::Clock::duration delay, std::size_t adapter, gvcp::Ipv4 source, gvcp::Bytes bytes);
 
     sdk::Clock::duration elapsed() const { return m_now.time_since_epoch(); }
+    /// All that was sent, in order.
+    const std::vector<Sent>& sent() const { return m_sent; }
     /// What was sent with this command, in order.
     std::vector<Sent> sentCommands(gvcp::Command command) const;
 

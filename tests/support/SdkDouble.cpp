@@ -91,7 +91,10 @@ SdkDouble::SdkDouble()
           info->stGigEInfo.nDeviceSubnetMask = mask;
           info->stGigEInfo.nDeviceGateway = gateway;
           return RZ_OK;
-      })
+      }),
+      openDevice([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
+      getGenICamXml([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
+      getTlProxy([this](RZ_CC_DEVICE_INFO*) { return port; })
 {
     if (s_double)
         throw std::logic_error("one SdkDouble at a time");
@@ -192,6 +195,34 @@ int RZ_CC_DestroyHandle(void* handle)
 {
     return SdkCalls::removeHandle(SdkCalls::begin("DestroyHandle(" + macOf(SdkCalls::recordOf(handle)) + ")"),
                                   handle);
+}
+
+int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchoverKey)
+{
+    RZ_CC_DEVICE_INFO* const record = SdkCalls::recordOf(handle);
+    SdkDouble& sdk = SdkCalls::begin("OpenDevice(" + macOf(record) + ", " + std::to_string(accessMode) +
+                                     ", " + std::to_string(switchoverKey) + ")");
+    return record ? sdk.openDevice(record) : RZ_ERROR_HANDLE;
+}
+
+int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bufferSize, unsigned* dataLength)
+{
+    RZ_CC_DEVICE_INFO* const record = SdkCalls::recordOf(handle);
+    SdkDouble& sdk =
+        SdkCalls::begin("GetGenICamXML(" + macOf(record) + ", " + std::to_string(bufferSize) + ")");
+    const int result = record ? sdk.getGenICamXml(record) : RZ_ERROR_HANDLE;
+    if (result != RZ_OK)
+        return result;
+    std::copy_n(sdk.description.begin(), std::min<size_t>(sdk.description.size(), bufferSize), buffer);
+    *dataLength = sdk.reportedLength.value_or(static_cast<unsigned>(sdk.description.size()));
+    return RZ_OK;
+}
+
+void* RZ_CC_GetTlProxy(void* handle)
+{
+    RZ_CC_DEVICE_INFO* const record = SdkCalls::recordOf(handle);
+    SdkDouble& sdk = SdkCalls::begin("GetTlProxy(" + macOf(record) + ")");
+    return record ? sdk.getTlProxy(record) : nullptr;
 }
 
 int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway)

@@ -7,8 +7,13 @@
 #include <functional>
 #include <map>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
+
+namespace GenApi {
+struct IPort;
+}
 
 /// Stands behind the SDK's C interface in place of the SDK: the test says what each call gives, and reads
 /// what was called, in order and with its arguments. The calls go to the SdkDouble that exists; without one
@@ -52,10 +57,19 @@ public:
     std::function<int(const RZ_CC_DEVICE_INFO*)> createHandle;
     /// With a living handle's record; an unknown handle gives RZ_ERROR_HANDLE without asking.
     std::function<int(RZ_CC_DEVICE_INFO*, uint32_t ip, uint32_t mask, uint32_t gateway)> forceIp;
+    std::function<int(RZ_CC_DEVICE_INFO*)> openDevice;
+    /// Its result, and the two things below.
+    std::function<int(RZ_CC_DEVICE_INFO*)> getGenICamXml;
+    std::function<GenApi::IPort*(RZ_CC_DEVICE_INFO*)> getTlProxy;
+
+    std::string description; ///< Is copied into the caller's buffer, as much of it as fits.
+    /// What is reported as its length, when that is not the truth.
+    std::optional<unsigned> reportedLength;
+    GenApi::IPort* port = nullptr; ///< What getTlProxy gives unless it is set to something else.
 
     /// The calls so far: "EnumDevices(1)", "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
     /// "ForceIpEx(00:1A:2B:3C:4D:5E, 192.168.1.20, 255.255.255.0, 0.0.0.0)". A handle shows as its camera's
-    /// MAC.
+    /// MAC; "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)", "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)".
     std::vector<std::string> calls() const;
     /// Handles made and not destroyed yet.
     size_t livingHandles() const;

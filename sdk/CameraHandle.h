@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Addresses.h"
+#include "sdk/Port.h"
+#include "sdk/RzCameraSdk.h"
+#include "sdk/Session.h"
+
+#include <memory>
+#include <mutex>
+#include <thread>
+
+namespace sdk {
+
+/// What a caller's handle stands for: a camera as its record said when the handle was made, and the session
+/// when it is open. Any thread.
+class CameraHandle
+{
+public:
+    explicit CameraHandle(const RZ_CC_DEVICE_INFO& info) : m_info(info) {}
+
+    const RZ_CC_DEVICE_INFO& info() const { return m_info; }
+    gvcp::MacAddress mac() const;
+
+    /// Throws CameraError. The session is the calling thread's.
+    void open(std::unique_ptr<Network> network);
+    /// The port stays, and fails.
+    void close();
+    bool isOpen() const;
+    bool wasOpenedBy(std::thread::id thread) const;
+
+    /// Throws CameraError when the camera is not open.
+    std::shared_ptr<Session> session() const;
+    /// Null when the camera is not open. Valid until open() or the handle's end.
+    GenApi::IPort* port() const;
+
+private:
+    const RZ_CC_DEVICE_INFO m_info;
+    mutable std::mutex m_mutex; ///< Guards what follows.
+    std::shared_ptr<Session> m_session;
+    std::unique_ptr<Port> m_port;
+    std::thread::id m_openedBy;
+};
+
+} // namespace sdk

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sdk/Network.h"
+#include "sdk/RequestIds.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace sdk {
+
+/// The way to one camera's registers and memory: one command at a time, sent again with the same id while it
+/// is unanswered. Any thread. Every command throws CameraError when it failed, with a sentence that names the
+/// command, the address and the cause.
+class ControlChannel
+{
+public:
+    /// How often a command is sent, a fifth of a second each, before the camera counts as silent.
+    static constexpr int Tries = 8;    ///< Gets through a megabyte on a network that loses a tenth each way.
+    static constexpr int FewTries = 3; ///< For what must not take long and is not worth much.
+    static constexpr int ManyTries = 15; ///< For a camera that may just be starting its network again.
+
+    static constexpr std::size_t MaxBlock = 512; ///< Bytes; some cameras do not bear the 536 of the protocol.
+
+    /// Commands go out on the network's first adapter.
+    ControlChannel(std::unique_ptr<Network> network, gvcp::Ipv4 camera);
+
+    gvcp::Ipv4 camera() const { return m_camera; }
+
+    std::uint32_t readRegister(std::uint32_t address, int tries = Tries);
+    /// Nothing when the camera answers with an error, for registers that a camera may not have.
+    std::optional<std::uint32_t> findRegister(std::uint32_t address);
+    void writeRegister(std::uint32_t address, std::uint32_t value, int tries = Tries);
+    /// Address and size are multiples of 4, at most MaxBlock.
+    void readMemory(std::uint32_t address, std::span<std::uint8_t> out);
+    void writeMemory(std::uint32_t address, gvcp::ByteView data);
+
+    /// Ends the channel when a command under way is done: from then on each fails with RZ_ERROR_NOT_OPEN.
+    /// Gives the network back; null the second time.
+    std::unique_ptr<Network> close();
+
+private:
+    struct Request;
+
+    gvcp::Bytes execute(const Request& request);
+    std::optional<gvcp::Status> exchange(const Request& request, gvcp::Bytes& answer);
+    std::optional<gvcp::Status> listen(const Request& request, std::uint16_t id, Clock::time_point end,
+                                       gvcp::Bytes& answer);
+    void pause();
+
+    const gvcp::Ipv4 m_camera;
+    std::mutex m_mutex; ///< Held while a command is under way; guards what follows.
+    std::unique_ptr<Network> m_network;
+    RequestIds m_ids;
+};
+
+} // namespace sdk

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/Port.h"
+
+#include "gvcp/Registers.h"
+#include "sdk/CameraError.h"
+#include "sdk/CancellationHold.h"
+#include "sdk/DescriptionCompletion.h"
+
+#include <cstdio>
+
+namespace sdk {
+
+namespace {
+
+/// The byte of the IP configuration register that says whether the camera starts with its stored address.
+constexpr std::uint64_t PersistentBitAt = gvcp::reg::CurrentIpConfig + 3;
+
+/// Makes an access to the port of `call`: in one piece, and with no other exceptions than a port's.
+template <typename Call>
+void access(std::mutex& mutex, const char* verb, int64_t address, int64_t length, Call call)
+{
+    const CancellationHold hold;
+    const std::lock_guard lock(mutex);
+    char what[80];
+    std::snprintf(what, sizeof what, "%s %lld bytes at 0x%llX failed: ", verb, static_cast<long long>(length),
+                  static_cast<unsigned long long>(address));
+    if (address < 0 || length <= 0)
+        throw GenICam::InvalidArgumentException(std::string(what) + "there are none", __FILE__, __LINE__);
+    try {
+        call();
+    } catch (const std::exception& error) {
+        throw GenICam::RuntimeException(what + std::string(error.what()), __FILE__, __LINE__);
+    }
+}
+
+} // namespace
+
+Port::Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, const ForcedAddresses& forced)
+    : m_session(std::move(session)),
+      m_camera(camera),
+      m_forced(forced),
+      m_memory(m_session->channel())
+{}
+
+GenApi::EAccessMode Port::GetAccessMode() const
+{
+    const CancellationHold hold;
+    return m_session->isOpen() ? GenApi::RW : GenApi::NA;
+}
+
+void Port::Read(void* pBuffer, int64_t Address, int64_t Length)
+{
+    access(m_mutex, "reading", Address, Length, [&] {
+        m_memory.read(static_cast<std::uint64_t>(Address),
+                      {static_cast<std::uint8_t*>(pBuffer), static_cast<std::size_t>(Length)});
+    });
+}
+
+void Port::Write(const void* pBuffer, int64_t Address, int64_t Length)
+{
+    access(m_mutex, "writing", Address, Length, [&] {
+        write(static_cast<std::uint64_t>(Address),
+              {static_cast<const std::uint8_t*>(pBuffer), static_cast<std::size_t>(Length)});
+    });
+}
+
+void Port::write(std::uint64_t address, gvcp::ByteView data)
+{
+    if (address == IpRestartAddress) {
+        m_session->closeWithIpRestart(m_camera);
+        return;
+    }
+    storeForcedAddressIfAsked(address, data);
+    m_memory.write(address, data);
+}
+
+void Port::storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data)
+{
+    const bool isAsked = address <= PersistentBitAt && PersistentBitAt - address < data.size() &&
+                         (data[PersistentBitAt - address] & gvcp::IpConfig::Persistent) != 0;
+    if (!isAsked)
+        return;
+    const auto addresses = m_forced.of(m_camera);
+    ControlChannel& channel = m_session->channel();
+    if (addresses && (channel.readRegister(gvcp::reg::CurrentIpConfig) & gvcp::IpConfig::Persistent) == 0)
+        storeAddress(channel, *addresses);
+}
+
+} // namespace sdk

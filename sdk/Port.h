@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "genapi/GenApi/IPort.h"
+#include "gvcp/Addresses.h"
+#include "sdk/CameraMemory.h"
+#include "sdk/LastingAddress.h"
+#include "sdk/Session.h"
+
+#include <memory>
+#include <mutex>
+
+namespace sdk {
+
+/// An open camera's registers, for a node map. Beside the camera's own addresses there is IpRestartAddress: a
+/// write there closes the session and has the camera run its stored IP configuration again. A write that
+/// tells the camera to start with its stored address stores the one that was forced onto it first. Any
+/// thread; a cancellation of the calling thread waits until a call is done.
+class Port final : public GenApi::IPort
+{
+public:
+    Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, const ForcedAddresses& forced);
+
+    GenApi::EAccessMode GetAccessMode() const override;
+    void Read(void* pBuffer, int64_t Address, int64_t Length) override;
+    void Write(const void* pBuffer, int64_t Address, int64_t Length) override;
+
+private:
+    void write(std::uint64_t address, gvcp::ByteView data);
+    void storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data);
+
+    const std::shared_ptr<Session> m_session;
+    const gvcp::MacAddress m_camera;
+    const ForcedAddresses& m_forced;
+    std::mutex m_mutex; ///< Held during a call: one access is more than one command.
+    CameraMemory m_memory;
+};
+
+} // namespace sdk

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "sdk/Network.h"
+#include "tests/sdk/FakeNetwork.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+
+/// A camera's control channel on a FakeNetwork: memory of words, and whatever misbehaviour the test puts in.
+/// Answers a millisecond after each command.
+class FakeCamera
+{
+public:
+    static constexpr gvcp::Ipv4 Host = 0xC0A80105;
+    static constexpr gvcp::Ipv4 Ip = 0xC0A80114;
+
+    FakeCamera();
+    FakeCamera(const FakeCamera&) = delete;
+    FakeCamera& operator=(const FakeCamera&) = delete;
+    ~FakeCamera() = default;
+
+    /// The network as code takes it that wants to own one; several may exist one after the other.
+    std::unique_ptr<sdk::Network> connect();
+
+    /// Bytes as registers see them: the first one is the top one of its word.
+    void setBytes(std::uint32_t address, const std::string& bytes);
+    std::string bytes(std::uint32_t address, std::size_t size) const;
+    /// The commands that came, in order: "READREG 00000A00", "WRITEREG 00000A00=00000001", "READMEM
+    /// 00000200+512", "WRITEMEM 000000E8+16", "FORCEIP 0.0.0.0".
+    std::vector<std::string> log() const;
+
+    FakeNetwork network{{adapterWith(1, Host)}};
+    std::map<std::uint32_t, std::uint32_t> words; ///< The memory; what is not in it is no valid address.
+    std::uint32_t writeProtected = 1;             ///< An address that cannot be written.
+    /// Sees each command first; true when it has dealt with it.
+    std::function<bool(const gvcp::CommandPacket&)> onCommand = [](const auto&) { return false; };
+
+    void answer(const gvcp::CommandPacket& command, gvcp::Status status, const gvcp::Bytes& payload = {});
+    /// As it would have answered without onCommand.
+    void obey(const gvcp::CommandPacket& command);
+
+private:
+    gvcp::Status write(std::uint32_t address, std::uint32_t value);
+    gvcp::Status readMemory(gvcp::ByteView payload, gvcp::Bytes& answer) const;
+    gvcp::Status writeMemory(gvcp::ByteView payload);
+};

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/Port.h"
+
+#include "gvcp/Registers.h"
+#include "sdk/DescriptionCompletion.h"
+#include "tests/sdk/FakeCamera.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+#include <thread>
+
+using namespace sdk;
+using gvcp::IpConfig::Dhcp;
+using gvcp::IpConfig::LinkLocal;
+using gvcp::IpConfig::Persistent;
+using testing::AllOf;
+using testing::Contains;
+using testing::HasSubstr;
+using testing::Not;
+namespace reg = gvcp::reg;
+
+namespace {
+
+const gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
+
+class PortTest : public testing::Test
+{
+protected:
+    PortTest()
+    {
+        camera.words[reg::CurrentIpConfig] = 0xC000'0000 | Dhcp | LinkLocal;
+        camera.words[reg::PersistentIp] = 0x0A000009;
+        camera.words[reg::PersistentSubnetMask] = 0xFF000000;
+        camera.words[reg::PersistentGateway] = 0;
+        camera.setBytes(reg::UserDefinedName, std::string(16, '\0'));
+        session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip);
+        port = std::make_unique<Port>(session, Mac, forced);
+    }
+
+    void write(std::int64_t address, const std::string& bytes)
+    {
+        port->Write(bytes.data(), address, static_cast<std::int64_t>(bytes.size()));
+    }
+
+    std::string errorOf(const std::function<void()>& call)
+    {
+        try {
+            call();
+        } catch (const GenICam::RuntimeException& error) {
+            return error.what();
+        }
+        return "none";
+    }
+
+    /// Ends the heartbeat, so that the test may look at the camera.
+    FakeCamera& quietCamera()
+    {
+        session->close();
+        return camera;
+    }
+
+    std::uint32_t storedIp() { return quietCamera().words[reg::PersistentIp]; }
+
+    FakeCamera camera;
+    ForcedAddresses forced;
+    std::shared_ptr<Session> session;
+    std::unique_ptr<Port> port;
+};
+
+} // namespace
+
+TEST_F(PortTest, ReadsAndWritesTheCamerasMemory)
+{
+    write(reg::UserDefinedName, "Left camera");
+    std::string name(4, ' ');
+    port->Read(name.data(), reg::UserDefinedName + 5, 4);
+    EXPECT_EQ(name, "came");
+    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName, 12), std::string("Left camera\0", 12));
+}
+
+TEST_F(PortTest, IsReadableAndWritableWhileTheCameraIsOpen)
+{
+    EXPECT_EQ(port->GetAccessMode(), GenApi::RW);
+    session->close();
+    EXPECT_EQ(port->GetAccessMode(), GenApi::NA);
+}
+
+TEST_F(PortTest, NamesAddressAndCauseOfAFailure)
+{
+    std::uint32_t value = 0;
+    EXPECT_THAT(errorOf([&] { port->Read(&value, 0xC0000000, 4); }),
+                AllOf(HasSubstr("reading 4 bytes at 0xC0000000"), HasSubstr("invalid address (0x8003)")));
+    EXPECT_THAT(errorOf([&] { port->Write(&value, 0xC0000000, 4); }), HasSubstr("writing 4 bytes"));
+    EXPECT_THAT(errorOf([&] { port->Read(&value, 0x1'0000'0000, 4); }), HasSubstr("0x100000000"));
+    session->close();
+    EXPECT_THAT(errorOf([&] { port->Read(&value, 0, 4); }), HasSubstr("not open any more"));
+}
+
+TEST_F(PortTest, RefusesLengthsAndAddressesThatCannotBe)
+{
+    std::uint32_t value = 0;
+    EXPECT_THROW(port->Read(&value, 0, 0), GenICam::InvalidArgumentException);
+    EXPECT_THROW(port->Read(&value, 0, -4), GenICam::InvalidArgumentException);
+    EXPECT_THROW(port->Write(&value, -4, 4), GenICam::InvalidArgumentException);
+}
+
+TEST_F(PortTest, StoresTheForcedAddressBeforeTheCameraIsToldToStartWithIt)
+{
+    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE});
+    write(reg::CurrentIpConfig, std::string("\xC0\0\0\x07", 4));
+    const auto log = quietCamera().log();
+    const auto at = [&log](const char* command) { return std::find(log.begin(), log.end(), command); };
+    ASSERT_NE(at("WRITEREG 00000014=C0000007"), log.end());
+    EXPECT_LT(at("WRITEREG 0000064C=C0A80114"), at("WRITEREG 00000014=C0000007"));
+    EXPECT_LT(at("WRITEREG 0000065C=FFFFFF00"), at("WRITEREG 00000014=C0000007"));
+    EXPECT_LT(at("WRITEREG 0000066C=C0A801FE"), at("WRITEREG 00000014=C0000007"));
+}
+
+TEST_F(PortTest, SeesThatTheCameraShallStartWithAStoredAddressHoweverThatIsWritten)
+{
+    struct Row
+    {
+        std::int64_t address;
+        std::string bytes;
+    };
+    const Row rows[] = {
+        {0x17, "\x05"},
+        {0x16, std::string("\0\x05", 2)},
+        {0x10, std::string("\0\0\0\7\xC0\0\0\5", 8)},
+    };
+    camera.words[reg::SupportedIpConfig] = 7;
+    for (const Row& row : rows) {
+        camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal;
+        camera.words[reg::PersistentIp] = 0;
+        forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+        write(row.address, row.bytes);
+        std::uint32_t stored = 0;
+        port->Read(&stored, reg::PersistentIp, 4);
+        EXPECT_EQ(stored, 0x1401A8C0u) << row.address;
+    }
+}
+
+TEST_F(PortTest, StoresNothingWhenTheCameraStartsWithItsStoredAddressAlready)
+{
+    camera.words[reg::CurrentIpConfig] = Persistent | LinkLocal;
+    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
+    EXPECT_EQ(storedIp(), 0x0A000009u);
+}
+
+TEST_F(PortTest, StoresNothingWhenTheCameraIsToldToStartOtherwise)
+{
+    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    write(reg::CurrentIpConfig, std::string("\0\0\0\6", 4));
+    write(0x16, std::string("\1", 1)); // The bit's place in another byte.
+    write(reg::UserDefinedName, "\1\1\1\1");
+    EXPECT_EQ(storedIp(), 0x0A000009u);
+}
+
+TEST_F(PortTest, StoresNothingForACameraThatNothingWasForcedOnto)
+{
+    forced.keep({{{0x02, 0, 0, 0, 0, 9}}, 0xC0A80114, 0xFFFFFF00, 0});
+    write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
+    EXPECT_EQ(storedIp(), 0x0A000009u);
+    EXPECT_EQ(camera.words[reg::CurrentIpConfig], 5u);
+}
+
+TEST_F(PortTest, LeavesTheCamerasConfigurationAloneWhenItsAddressCannotBeStored)
+{
+    camera.writeProtected = reg::PersistentSubnetMask;
+    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    EXPECT_THAT(errorOf([this] { write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4)); }),
+                HasSubstr("0x0000065C"));
+    EXPECT_EQ(quietCamera().words[reg::CurrentIpConfig], 0xC000'0000 | Dhcp | LinkLocal);
+}
+
+TEST_F(PortTest, RestartsTheCamerasAddressWhenItsOwnRegisterIsWritten)
+{
+    write(static_cast<std::int64_t>(IpRestartAddress), std::string("\0\0\0\1", 4));
+    EXPECT_THAT(camera.log(), Contains("FORCEIP 0.0.0.0"));
+    EXPECT_EQ(camera.words[reg::ControlChannelPrivilege], 0u);
+    EXPECT_EQ(port->GetAccessMode(), GenApi::NA);
+}
+
+TEST_F(PortTest, FinishesAnAccessWhoseThreadIsCancelledMeanwhile)
+{
+    std::thread thread([this] {
+        pthread_cancel(pthread_self());
+        write(reg::UserDefinedName, "Left camera");
+        pthread_testcancel();
+        ADD_FAILURE() << "the thread should be gone by now";
+    });
+    thread.join();
+    write(reg::UserDefinedName + 12, "!!!!");
+    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName, 11), "Left camera");
+}
