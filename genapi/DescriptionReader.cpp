@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "genapi/DescriptionReader.h"
+
+#include "genapi/Refusal.h"
+#include "genapi/Vocabulary.h"
+
+#include <algorithm>
+
+namespace genapi {
+namespace {
+
+// Two to ten times what the largest real descriptions have; the whole stays below 64 MB at these bounds.
+constexpr std::ptrdiff_t MaxMarkup = 500'000; ///< '<' and '=' in the text: elements, ends, attributes.
+constexpr int MaxElements = 80'000;           ///< Of those that evaluation needs.
+constexpr int MaxDepth = 32;
+
+constexpr std::string_view SchemaAttributes[] = {"SchemaMajorVersion", "SchemaMinorVersion"};
+
+void parse(std::string& text, pugi::xml_document& document)
+{
+    constexpr unsigned flags = pugi::parse_minimal | pugi::parse_escapes | pugi::parse_eol |
+                               pugi::parse_cdata | pugi::parse_doctype | pugi::parse_embed_pcdata;
+    const auto result = document.load_buffer_inplace(text.data(), text.size(), flags, pugi::encoding_utf8);
+    if (!result)
+        refuseDescription("it is no XML (" + std::string(result.description()) + " at byte " +
+                          std::to_string(result.offset) + ")");
+    for (const auto& child : document.children())
+        if (child.type() == pugi::node_doctype)
+            refuseDescription("it has a document type, which descriptions have no use for");
+}
+
+void checkDepth(const pugi::xml_node& root)
+{
+    int depth = 0;
+    for (auto node = root; node;) {
+        if (node.first_child()) {
+            node = node.first_child();
+            if (++depth > MaxDepth)
+                refuseDescription("its elements are nested more than " + std::to_string(MaxDepth) + " deep");
+            continue;
+        }
+        while (node != root && !node.next_sibling()) {
+            node = node.parent();
+            --depth;
+        }
+        if (node == root)
+            return;
+        node = node.next_sibling();
+    }
+}
+
+std::string printable(std::string_view raw)
+{
+    const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+    while (!raw.empty() && isBlank(raw.front()))
+        raw.remove_prefix(1);
+    while (!raw.empty() && isBlank(raw.back()))
+        raw.remove_suffix(1);
+    std::string text(raw);
+    for (char& c : text) {
+        if (isBlank(c))
+            c = ' ';
+        else if (static_cast<unsigned char>(c) >= 0x7F)
+            c = '?';
+    }
+    return text;
+}
+
+/// Only what evaluation uses of an element's attributes, each once.
+void tidyAttributes(pugi::xml_node element, bool keepsName)
+{
+    for (auto attribute = element.first_attribute(); attribute;) {
+        const auto next = attribute.next_attribute();
+        const std::string_view name = attribute.name();
+        if (!isAttribute(name) || (name == "Name" && !keepsName) ||
+            element.attribute(attribute.name()) != attribute)
+            element.remove_attribute(attribute);
+        else
+            attribute.set_value(printable(attribute.value()).c_str());
+        attribute = next;
+    }
+}
+
+/// Gives a property one piece of text and nothing else.
+void tidyProperty(pugi::xml_node property)
+{
+    std::string text = property.value(); // The first piece stands in the element itself.
+    for (const auto& child : property.children())
+        if (child.type() == pugi::node_cdata || child.type() == pugi::node_pcdata)
+            text += child.value();
+    property.remove_children();
+    property.set_value("");
+    property.append_child(pugi::node_pcdata).set_value(printable(text).c_str());
+}
+
+class Tidier
+{
+public:
+    /// Nodes of the element and of the groups in it, each moved to the end of the root.
+    void collect(pugi::xml_node parent, pugi::xml_node root, pugi::xml_node end)
+    {
+        for (auto child = parent.first_child(); child && child != end;) {
+            const auto next = child.next_sibling();
+            if (std::string_view(child.name()) == "Group")
+                collect(child, root, end); // No deeper than checkDepth has allowed.
+            else if (findNodeKind(child.name()) && std::string_view(child.name()) != "StructEntry") {
+                tidyNode(child, true);
+                root.append_move(child);
+            }
+            child = next;
+        }
+    }
+
+private:
+    void tidyNode(pugi::xml_node node, bool keepsName)
+    {
+        count();
+        tidyAttributes(node, keepsName);
+        const NodeKind& kind = *findNodeKind(node.name());
+        const bool isStructure = kind.name == "StructReg";
+        for (auto child = node.first_child(); child;) {
+            const auto next = child.next_sibling();
+            const std::string_view name = child.name();
+            if (isProperty(name)) {
+                count();
+                tidyAttributes(child, true);
+                tidyProperty(child);
+            } else if ((isStructure && name == "StructEntry") ||
+                       (kind.isRegister && name == "IntSwissKnife")) {
+                tidyNode(child, name == "StructEntry");
+            } else {
+                node.remove_child(child);
+            }
+            child = next;
+        }
+        node.set_value("");
+    }
+
+    void count()
+    {
+        if (++m_count > MaxElements)
+            refuseDescription("it has more than " + std::to_string(MaxElements) + " elements");
+    }
+
+    int m_count = 0;
+};
+
+class StringWriter : public pugi::xml_writer
+{
+public:
+    void write(const void* data, std::size_t size) override
+    {
+        text.append(static_cast<const char*>(data), size);
+    }
+
+    std::string text;
+};
+
+} // namespace
+
+void readDescription(std::string& text, pugi::xml_document& document)
+{
+    while (!text.empty() && text.back() == '\0')
+        text.pop_back(); // Cameras fill up the last word with them.
+    if (text.starts_with("\xEF\xBB\xBF"))
+        text.erase(0, 3);
+    if (text.empty())
+        refuseDescription("it is empty");
+    if (text.find('\0') != text.npos)
+        refuseDescription("it is no text");
+    if (std::count_if(text.begin(), text.end(), [](char c) { return c == '<' || c == '='; }) > MaxMarkup)
+        refuseDescription("it has more elements and attributes than any real one");
+
+    parse(text, document);
+    auto root = document.document_element();
+    if (std::string_view(root.name()) != "RegisterDescription")
+        refuseDescription("it does not begin with RegisterDescription");
+    checkDepth(root);
+
+    for (auto attribute = root.first_attribute(); attribute;) {
+        const auto next = attribute.next_attribute();
+        const bool isKept = std::find(std::begin(SchemaAttributes), std::end(SchemaAttributes),
+                                      std::string_view(attribute.name())) != std::end(SchemaAttributes);
+        if (!isKept || root.attribute(attribute.name()) != attribute)
+            root.remove_attribute(attribute);
+        else
+            attribute.set_value(attribute.as_int());
+        attribute = next;
+    }
+    const auto end = root.append_child("Group");
+    Tidier().collect(root, root, end);
+    while (root.first_child() != end)
+        root.remove_child(root.first_child());
+    root.remove_child(end);
+    root.set_value("");
+}
+
+std::string writeDescription(const pugi::xml_document& document)
+{
+    StringWriter writer;
+    document.document_element().print(writer, "", pugi::format_raw | pugi::format_no_declaration,
+                                      pugi::encoding_utf8);
+    return std::move(writer.text);
+}
+
+} // namespace genapi

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "genapi/Engine.h"
+
+#include "genapi/DescriptionReader.h"
+#include "genapi/Refusal.h"
+
+namespace genapi {
+namespace {
+
+struct Checked
+{
+    std::string text;
+    Faults faults;
+    bool hasHostOrderWords;
+};
+
+Checked checkDescription(std::string text)
+{
+    pugi::xml_document document;
+    readDescription(text, document);
+    const ReferenceGraph graph(document);
+    const auto root = document.document_element();
+    const int major = root.attribute("SchemaMajorVersion").as_int(1);
+    const int minor = root.attribute("SchemaMinorVersion").as_int(1);
+    return {writeDescription(document), graph.faults(), major < 1 || (major == 1 && minor < 1)};
+}
+
+} // namespace
+
+Engine::Engine(std::string text)
+{
+    const CancellationHold hold;
+    // What the checks needed is gone before the engine takes its own memory.
+    Checked checked = checkDescription(std::move(text));
+    m_faults = std::move(checked.faults);
+    if (checked.hasHostOrderWords)
+        m_device.useHostOrderForWords();
+    m_genicam.reset(arv_gc_new(m_device.device(), checked.text.data(), checked.text.size()));
+    if (!m_genicam)
+        refuseDescription("the engine does not take it");
+}
+
+ArvGcNode* Engine::findNode(const char* name) const
+{
+    return arv_gc_get_node(m_genicam.get(), name);
+}
+
+std::string Engine::faultOf(const std::string& name) const
+{
+    const auto found = m_faults.find(name);
+    return found == m_faults.end() ? std::string() : found->second;
+}
+
+void Engine::check(const std::string& feature, const char* action, GError* error)
+{
+    std::string failure = m_device.takeFailure();
+    if (error && failure.empty())
+        failure = error->message;
+    g_clear_error(&error);
+    if (!failure.empty())
+        throw GenICam::RuntimeException(
+            "Could not " + std::string(action) + " " + feature + ": " + failure + ".", __FILE__, __LINE__);
+}
+
+} // namespace genapi

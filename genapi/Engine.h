@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "genapi/CancellationHold.h"
+#include "genapi/PortDevice.h"
+#include "genapi/ReferenceGraph.h"
+
+#include <string>
+
+namespace genapi {
+
+/// The node map that evaluates, made of a description that has passed all checks, and the door to it. One
+/// thread.
+class Engine
+{
+public:
+    /// Takes any description, plain. Throws a GenICam::RuntimeException when it is not to be used.
+    explicit Engine(std::string text);
+
+    void connect(GenApi::IPort& port) { m_device.connect(port); }
+
+    /// Null when there is no node of that name.
+    ArvGcNode* findNode(const char* name) const;
+
+    /// Why the node cannot be used, whatever the camera says; empty when it can.
+    std::string faultOf(const std::string& name) const;
+
+    /// Runs one call into the engine, which gets a place for an error and returns a value. Throws a
+    /// GenICam::RuntimeException that names the feature, what was to be done ("read"), and what failed.
+    template <typename Call>
+    auto call(const std::string& feature, const char* action, Call call)
+    {
+        const CancellationHold hold;
+        GError* error = nullptr;
+        m_device.takeFailure();
+        const auto result = call(&error);
+        check(feature, action, error);
+        return result;
+    }
+
+private:
+    void check(const std::string& feature, const char* action, GError* error);
+
+    Faults m_faults;
+    PortDevice m_device;
+    ObjectPtr<ArvGc> m_genicam; ///< Does not own the device.
+};
+
+} // namespace genapi

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace genapi {
+
+/// Longer formulas are refused, named expressions inserted (characters).
+inline constexpr std::size_t MaxFormulaSize = 64 * 1024;
+
+/// Brackets within brackets; more are refused.
+inline constexpr std::size_t MaxBracketDepth = 64;
+
+/// How deep brackets stand in each other anywhere in the text.
+std::size_t bracketDepth(std::string_view formula);
+
+/// The names of variables, constants, expressions and functions in the order they stand, repeated ones too.
+std::vector<std::string_view> namesIn(std::string_view formula);
+
+/// The formula with every divisor changed so that it is never -1 when a division is made: the smallest 64-bit
+/// number divided by -1 kills the process, and a camera decides about both. The value stays the same. None
+/// when a divisor cannot be told from what follows it, or the result would be longer than MaxFormulaSize.
+///
+/// Brackets must be no deeper than MaxBracketDepth.
+std::optional<std::string> guardDivisions(std::string_view formula);
+
+} // namespace genapi

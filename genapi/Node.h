@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "genapi/Engine.h"
+#include "genapi/GenApi/INode.h"
+
+#include <string>
+
+namespace genapi {
+
+/// What all nodes have in common: a name, and what may be done with them now.
+class Node : public virtual GenApi::INode
+{
+public:
+    /// The engine and its node must outlive this.
+    Node(Engine& engine, ArvGcFeatureNode* node);
+
+    GenICam::gcstring GetName() const override { return GenICam::gcstring(m_name); }
+
+    /// Of the node and of those whose value it passes on: not implemented, not available and locked ones make
+    /// it so.
+    GenApi::EAccessMode GetAccessMode() const override;
+
+protected:
+    Engine& engine() const { return m_engine; }
+    const std::string& name() const { return m_name; }
+
+    /// Throws an AccessException when the description itself keeps the node from being used.
+    void requireUsable() const;
+
+    /// Throws an AccessException unless the node may be written now.
+    void requireWritable() const;
+
+private:
+    bool ask(ArvGcFeatureNode* node, gboolean (*question)(ArvGcFeatureNode*, GError**)) const;
+
+    Engine& m_engine;
+    ArvGcFeatureNode* m_node;
+    std::string m_name;
+};
+
+} // namespace genapi

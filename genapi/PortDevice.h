@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "genapi/GenApi/IPort.h"
+
+#include <arv.h>
+#include <memory>
+#include <string>
+
+namespace genapi {
+
+struct ObjectRelease
+{
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+
+template <typename Object>
+using ObjectPtr = std::unique_ptr<Object, ObjectRelease>;
+
+/// What the engine takes for a camera: its reads and writes go to a port. No exception of the port gets into
+/// the engine; it becomes the access's error.
+class PortDevice
+{
+public:
+    PortDevice();
+
+    ArvDevice* device() const { return m_device.get(); }
+
+    /// The port from now on; it must outlive all access. Before the first, every access fails.
+    void connect(GenApi::IPort& port) { m_access.port = &port; }
+
+    /// Before version 1.1 of the description format, words of 4 bytes are described as a host reads them and
+    /// not as they stand in the camera: their bytes are turned round on the way.
+    void useHostOrderForWords() { m_access.isHostOrder = true; }
+
+    /// What failed first since the last call of this; empty when nothing did. The engine keeps some failures
+    /// to itself.
+    std::string takeFailure();
+
+    /// What the engine's object reaches.
+    struct Access
+    {
+        GenApi::IPort* port = nullptr;
+        bool isHostOrder = false;
+        std::string failure;
+    };
+
+private:
+    Access m_access;
+    ObjectPtr<ArvDevice> m_device; ///< Points to m_access.
+};
+
+} // namespace genapi

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "genapi/Vocabulary.h"
+
+#include <map>
+#include <pugixml.hpp>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace genapi {
+
+/// Name of a node, and why it cannot be used.
+using Faults = std::map<std::string, std::string, std::less<>>;
+
+/// Who refers to whom in a description, so that no evaluation runs in circles, too deep, or too long.
+///
+/// A value depends on the values it refers to; bounds and access depend on values too, but no value on bounds
+/// or access: a maximum that depends on another feature, whose maximum depends on the first one, is no
+/// circle.
+class ReferenceGraph
+{
+public:
+    /// Resolves what the engine does not (lengths by reference, booleans in formulas) and makes formulas
+    /// safe, both in the document, which must stay. Throws a GenICam::RuntimeException when the whole
+    /// description is to be refused.
+    explicit ReferenceGraph(pugi::xml_document& document);
+
+    /// The nodes that lack something they need, or are what the engine cannot do.
+    const Faults& faults() const { return m_faults; }
+
+private:
+    struct Edge
+    {
+        std::size_t target;
+        Follow follow;
+        bool isPassedOn; ///< Range and access of the target count as well.
+    };
+
+    struct Node
+    {
+        pugi::xml_node element;
+        const NodeKind* kind;
+        std::vector<Edge> edges;
+        std::size_t cost = 1; ///< Of its value; its own first, and then with all it depends on.
+        std::size_t depth = 1;
+        std::string fault;
+    };
+
+    void add(pugi::xml_node element);
+    void link(std::size_t index, pugi::xml_node element);
+    void addReference(std::size_t index, std::string_view reference, std::string_view target);
+    void checkRegister(Node& node);
+    std::string_view throughBooleans(std::string_view name) const;
+    const Node* find(std::string_view name) const;
+
+    void judgeValues();
+    void leave(std::size_t index);
+    void judgeBoundsAndAccess();
+    [[noreturn]] void refuseCircle(const std::vector<std::size_t>& path, std::size_t again) const;
+
+    std::vector<Node> m_nodes;
+    std::unordered_map<std::string_view, std::size_t> m_byName;
+    Faults m_faults;
+};
+
+} // namespace genapi
