@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/resources/PictureFiles.h"
+
+#include <QImageReader>
+#include <QMap>
+#include <QRegularExpression>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+const QColor TitleBar(62, 134, 227);
+const QString Folder = QStringLiteral(":/Dorn/Resources/");
+
+/// Each control's pictures, by the name without the state.
+QMap<QString, QStringList> controls()
+{
+    static const QRegularExpression State(QStringLiteral("(_sel)?(_hov|_dis)?\\.png$"));
+    QMap<QString, QStringList> controls;
+    for (const QString& file : FilesBelow(Folder)) {
+        if (!file.contains('@')) {
+            controls[QString(file).remove(State)].append(file);
+        }
+    }
+    return controls;
+}
+
+QImage shapeOf(const QString& name)
+{
+    return QImage(Folder + name).convertToFormat(QImage::Format_Alpha8);
+}
+
+/// The part of the pixels, of those that either covers, that one of the two leaves bare.
+double shapeDifference(const QImage& first, const QImage& second)
+{
+    int covered = 0;
+    int different = 0;
+    for (int y = 0; y < first.height(); ++y) {
+        for (int x = 0; x < first.width(); ++x) {
+            const bool inFirst = qAlpha(first.pixel(x, y)) > 127;
+            const bool inSecond = qAlpha(second.pixel(x, y)) > 127;
+            covered += inFirst || inSecond ? 1 : 0;
+            different += inFirst != inSecond ? 1 : 0;
+        }
+    }
+    return static_cast<double>(different) / covered;
+}
+
+TEST(PictureStates, EveryControlHasPicturesOfItsStates)
+{
+    QStringList withStates;
+    const auto all = controls();
+    for (auto control = all.begin(); control != all.end(); ++control) {
+        if (control.value().size() > 1) {
+            withStates.append(control.key());
+        }
+    }
+    EXPECT_THAT(Readable(withStates),
+                testing::UnorderedElementsAre(
+                    "btn/btn", "btn/btn1", "btn/forceip", "btn/refresh", "checkbox/checkbox", "dialog/max",
+                    "dialog/min", "dialog/recovery", "dialog/title_close", "inputbox/inputbox",
+                    "radiobox/radiobox", "scrollbar/scrollbar", "scrollbar/scrollbar2"));
+}
+
+TEST(PictureStates, TheStatesOfAControlHaveOneSizeAndDoNotLookAlike)
+{
+    constexpr double Visible = 10;
+    for (const QStringList& states : controls()) {
+        const QColor background = states.first().startsWith("dialog/") ? TitleBar : QColor(Qt::white);
+        for (int first = 0; first < states.size(); ++first) {
+            for (int second = first + 1; second < states.size(); ++second) {
+                const QImage a(Folder + states[first]);
+                const QImage b(Folder + states[second]);
+                ASSERT_EQ(a.size(), b.size()) << qPrintable(states[first]);
+                EXPECT_GT(Difference(a, b, background), Visible)
+                    << qPrintable(states[first] + " and " + states[second]);
+            }
+        }
+    }
+}
+
+TEST(PictureStates, ACamerasStatesDifferInShapeAndNotInColourAlone)
+{
+    const QImage free = shapeOf("use.png");
+    const QImage inUse = shapeOf("notuse.png");
+    const QImage unreachable = shapeOf("notreach.png");
+    constexpr double Visible = 0.2;
+    EXPECT_GT(shapeDifference(free, inUse), Visible);
+    EXPECT_GT(shapeDifference(free, unreachable), Visible);
+    EXPECT_GT(shapeDifference(inUse, unreachable), Visible);
+}
+
+TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
+{
+    int count = 0;
+    for (const QString& file : FilesBelow(Folder)) {
+        if (file.contains("@2x")) {
+            const QImage normal(Folder + QString(file).remove("@2x"));
+            EXPECT_EQ(QImage(Folder + file).size(), 2 * normal.size()) << qPrintable(file);
+            ++count;
+        }
+    }
+    EXPECT_EQ(count, 20); // Check box, radio button and the two buttons with a sign in front.
+}
+
+TEST(PictureStates, TheIconHasThePicturesForEachPlaceThatADesktopShowsItIn)
+{
+    QImageReader icon(QStringLiteral(":/Dorn_Ip_Configrator/Resources/IPConfig.ico"));
+    QList<int> sizes;
+    for (int index = 0; index < icon.imageCount(); ++index) {
+        ASSERT_TRUE(icon.jumpToImage(index));
+        const QImage image = icon.read();
+        EXPECT_EQ(image.width(), image.height());
+        EXPECT_LT(qAlpha(image.pixel(0, 0)), 128) << "no round corner at " << image.width();
+        sizes.append(image.width());
+    }
+    EXPECT_THAT(sizes, testing::UnorderedElementsAre(16, 24, 32, 48, 64, 128, 256));
+}
+
+} // namespace
