@@ -50,7 +50,7 @@ TEST_P(Fonts, AFamilyThatTheHostLacksIsOpenSansForLatinAndNotoForChineseTexts)
     }
     EXPECT_EQ(QFontInfo(QFont(GetParam(), 13)).family().toStdString(), "Open Sans");
     EXPECT_EQ(fontFor(GetParam(), "Subnet Mask:").fontTable("head"),
-              QRawFont(FONT_FILE, 13).fontTable("head"));
+              QRawFont(QString(FONT_FILE), 13).fontTable("head"));
     EXPECT_EQ(fontFor(GetParam(), QString::fromUtf8("子网掩码")).familyName().toStdString(),
               "Noto Sans CJK SC");
 }

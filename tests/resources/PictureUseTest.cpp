@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QRegularExpression>
 
-#include <algorithm>
 #include <gmock/gmock.h>
 
 namespace {
@@ -22,12 +21,16 @@ const QStringList MeantToBeMissing{
     ":/Vennik/Resources/common2/dialog/dialog_title_right1.png",
 };
 
-/// Sources name a picture by its whole path (":/Dorn/...") or, where a function puts the folder in front, by
-/// the end of it.
-bool isName(const QString& name, const QString& picture)
+/// The paths that a name can stand for; the twins for scaled screens are never named.
+QStringList carriedPaths()
 {
-    const QString path = ":/" + picture;
-    return path == name || (!name.startsWith(':') && path.endsWith('/' + name));
+    QStringList paths;
+    for (const QString& picture : CarriedPictures()) {
+        if (!picture.contains("@2x")) {
+            paths.append(":/" + picture);
+        }
+    }
+    return paths;
 }
 
 class PictureUse : public testing::Test
@@ -35,59 +38,70 @@ class PictureUse : public testing::Test
 protected:
     void SetUp() override
     {
+        QString sources;
         for (const QString& folder : QString(WINDOW_FOLDERS).split(':')) {
             if (!QDir(folder).exists()) {
                 GTEST_SKIP() << "without " << qPrintable(folder) << " most pictures have no user";
             }
-            for (const QString& file : FilesBelow(folder)) {
-                if (file.endsWith(".cpp") || file.endsWith(".h")) {
-                    addNamesIn(folder + file);
-                }
+            for (const QString& name : FilesBelow(folder)) {
+                QFile file(folder + name);
+                ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(file.fileName());
+                sources += QString::fromUtf8(file.readAll());
             }
         }
+        m_names = allMatches("[\\w:/%]+\\.(png|ico)\\b", sources);
         ASSERT_FALSE(m_names.isEmpty());
+        m_words = allMatches("(?<=\")\\w+(?=\")", sources);
+    }
+
+    /// The paths below ":/" that a name in the sources stands for. It is a whole path (":/Dorn/...") or,
+    /// where a function puts the folder in front, the end of one; its %1 stands for any text that the sources
+    /// hold, or none.
+    QRegularExpression pathsOf(const QString& name) const
+    {
+        static const QRegularExpression Placeholder(QStringLiteral("%\\d"));
+        QString pattern = QString(name).replace('.', "\\.");
+        pattern.replace(Placeholder, "(" + m_words.join('|') + ")?");
+        return QRegularExpression((name.startsWith(':') ? "^" : "/") + pattern + '$');
     }
 
     QStringList m_names;
 
 private:
-    void addNamesIn(const QString& path)
+    static QStringList allMatches(const QString& pattern, const QString& text)
     {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(path);
-        static const QRegularExpression Name(QStringLiteral("[\\w:/]+\\.(png|ico)\\b"));
-        auto matches = Name.globalMatch(QString::fromUtf8(file.readAll()));
+        QStringList found;
+        auto matches = QRegularExpression(pattern).globalMatch(text);
         while (matches.hasNext()) {
-            m_names.append(matches.next().captured());
+            found.append(matches.next().captured());
         }
+        found.removeDuplicates();
+        return found;
     }
+
+    QStringList m_words;
 };
 
 TEST_F(PictureUse, EveryPictureThatTheWindowsNameLoads)
 {
-    const QStringList pictures = CarriedPictures();
     for (const QString& name : m_names) {
-        if (MeantToBeMissing.contains(name)) {
-            continue;
+        const QStringList named = (carriedPaths() + MeantToBeMissing).filter(pathsOf(name));
+        EXPECT_FALSE(named.isEmpty()) << "no picture " << qPrintable(name);
+        for (const QString& path : named) {
+            EXPECT_EQ(QImage(path).isNull(), MeantToBeMissing.contains(path)) << qPrintable(path);
         }
-        const auto picture = std::find_if(pictures.begin(), pictures.end(),
-                                          [&](const QString& candidate) { return isName(name, candidate); });
-        if (picture == pictures.end()) {
-            ADD_FAILURE() << "no picture " << qPrintable(name);
-            continue;
-        }
-        EXPECT_FALSE(QImage(":/" + *picture).isNull()) << qPrintable(*picture);
     }
 }
 
 TEST_F(PictureUse, EveryPictureIsNamedByAWindow)
 {
-    for (const QString& picture : CarriedPictures()) {
-        const QString plain = QString(picture).remove("@2x");
-        EXPECT_TRUE(std::any_of(m_names.begin(), m_names.end(), [&](const QString& name) {
-            return isName(name, plain);
-        })) << qPrintable(picture);
+    QStringList unused = carriedPaths();
+    for (const QString& name : m_names) {
+        for (const QString& path : unused.filter(pathsOf(name))) {
+            unused.removeOne(path);
+        }
     }
+    EXPECT_THAT(Readable(unused), testing::IsEmpty());
 }
 
 TEST(Pictures, WhatIsMeantToBeMissingIsMissing)
