@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "widgets/QLineEditEx.h"
+
+#include "widgets/StyleRules.h"
+
+#include <QKeyEvent>
+
+QLineEditEx::QLineEditEx(QWidget* pParent) : QLineEdit(pParent)
+{
+    Init();
+    setStyleSheet(styleSheet() +
+                  QStringLiteral("#QLineEditEx{color:#666666;                              font-size:13px;   "
+                                 "                           font-family: Segoe UI;}"));
+}
+
+QLineEditEx::QLineEditEx(const QString& strText, QWidget* pParent) : QLineEdit(strText, pParent)
+{
+    Init();
+}
+
+void QLineEditEx::Init()
+{
+    setObjectName(QStringLiteral("QLineEditEx"));
+    setStyleSheet(
+        ImageRule(QStringLiteral("QLineEditEx"), QStringLiteral("inputbox/inputbox.png")) +
+        ImageRule(QStringLiteral("QLineEditEx:hover:focus"), QStringLiteral("inputbox/inputbox_hov.png")) +
+        ImageRule(QStringLiteral("QLineEditEx:disabled "), QStringLiteral("inputbox/inputbox_dis.png")));
+}
+
+void QLineEditEx::keyPressEvent(QKeyEvent* pEvent)
+{
+    if (pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter)
+        emit SigEnterKeyPress(text());
+    QLineEdit::keyPressEvent(pEvent);
+}
+
+void QLineEditEx::focusOutEvent(QFocusEvent* pEvent)
+{
+    QLineEdit::focusOutEvent(pEvent);
+    emit SigFocusOutEvent(text());
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QString>
+
+// Rules of style sheets. Selectors are written without the "#" of an object name in front; pictures by their
+// path below ":/Dorn/Resources/".
+
+/// Draws the picture inside of what is selected.
+QString ImageRule(const QString& strSelector, const QString& strPicture);
+
+/// Draws the picture as the border and the ground of what is selected, with `strSlices` saying (leading blank
+/// included) what of it is border; `strRest` are declarations more.
+QString BorderImageRule(const QString& strSelector, const QString& strPicture, const QString& strSlices,
+                        const QString& strRest);
