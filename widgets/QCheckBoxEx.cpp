@@ -27,8 +27,9 @@ QCheckBoxEx::QCheckBoxEx(QWidget* pParent) : QCheckBox(pParent)
 QCheckBoxEx::QCheckBoxEx(const QString& strText, QWidget* pParent) : QCheckBoxEx(pParent)
 {
     setText(strText);
-    setStyleSheet(styleSheet() + QStringLiteral("#QCheckBoxEx{color:#666666;                font-size:13px;  "
-                                                "              font-family: Segoe UI;}"));
+    setStyleSheet(styleSheet() + QStringLiteral("#QCheckBoxEx{color:#666666;                "
+                                                "font-size:13px;                "
+                                                "font-family: Segoe UI;}"));
 }
 
 void QCheckBoxEx::SetIndex(int nIndex)

@@ -8,9 +8,9 @@
 QLineEditEx::QLineEditEx(QWidget* pParent) : QLineEdit(pParent)
 {
     Init();
-    setStyleSheet(styleSheet() +
-                  QStringLiteral("#QLineEditEx{color:#666666;                              font-size:13px;   "
-                                 "                           font-family: Segoe UI;}"));
+    setStyleSheet(styleSheet() + QStringLiteral("#QLineEditEx{color:#666666;                              "
+                                                "font-size:13px;                              "
+                                                "font-family: Segoe UI;}"));
 }
 
 QLineEditEx::QLineEditEx(const QString& strText, QWidget* pParent) : QLineEdit(strText, pParent)

@@ -18,10 +18,11 @@ QString Rule(const char* state, const char* picture, const QString& strText = QS
 // The last rules of the next and of the icon's constructor select the other kind of button, so that they have
 // no effect here.
 QPushButtonExColor::QPushButtonExColor(QWidget* pParent)
-    : QPushButtonExColor(
-          QIcon(), QString(), pParent, QString(),
-          QStringLiteral("#QPushButtonEx{border-radius: 2px;                     color:white;                "
-                         "     font-size:14px;                     font-family: FZShuSong-Z01S;}"))
+    : QPushButtonExColor(QIcon(), QString(), pParent, QString(),
+                         QStringLiteral("#QPushButtonEx{border-radius: 2px;                     "
+                                        "color:white;                     "
+                                        "font-size:14px;                     "
+                                        "font-family: FZShuSong-Z01S;}"))
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QString& strText, QWidget* pParent)
@@ -30,10 +31,11 @@ QPushButtonExColor::QPushButtonExColor(const QString& strText, QWidget* pParent)
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QIcon& icon, const QString& strText, QWidget* pParent)
-    : QPushButtonExColor(
-          icon, strText, pParent, QString(),
-          QStringLiteral("#QPushButtonEx{border-radius: 2px;                color:white;                "
-                         "font-size:14px;                font-family: FZShuSong-Z01S;}"))
+    : QPushButtonExColor(icon, strText, pParent, QString(),
+                         QStringLiteral("#QPushButtonEx{border-radius: 2px;                "
+                                        "color:white;                "
+                                        "font-size:14px;                "
+                                        "font-family: FZShuSong-Z01S;}"))
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QIcon& icon, const QString& strText, QWidget* pParent,

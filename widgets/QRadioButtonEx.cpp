@@ -26,8 +26,8 @@ QRadioButtonEx::QRadioButtonEx(QWidget* pParent) : QRadioButton(pParent)
 QRadioButtonEx::QRadioButtonEx(const QString& strText, QWidget* pParent) : QRadioButtonEx(pParent)
 {
     setText(strText);
-    setStyleSheet(
-        styleSheet() +
-        QStringLiteral("#QRadioButtonEx{color:#666666;                                 font-size:13px;       "
-                       "                          font-family: FZShuSong-Z01S;}"));
+    setStyleSheet(styleSheet() +
+                  QStringLiteral("#QRadioButtonEx{color:#666666;                                 "
+                                 "font-size:13px;                                 "
+                                 "font-family: FZShuSong-Z01S;}"));
 }

@@ -7,6 +7,7 @@ QStaticLabel::QStaticLabel(const QString& strText, QWidget* pParent, Qt::WindowF
     : QLabel(strText, pParent, f)
 {
     setTextFormat(Qt::PlainText);
-    setStyleSheet(QStringLiteral("QLabel{color:#666666;                  font-size:13px;                  "
+    setStyleSheet(QStringLiteral("QLabel{color:#666666;                  "
+                                 "font-size:13px;                  "
                                  "font-family: FZShuSong-Z01S;}"));
 }

@@ -54,9 +54,9 @@ void QTitleBar::CreateCtrl()
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
     m_pTitle->setFixedHeight(Height);
-    m_pTitle->setStyleSheet(
-        QStringLiteral("QLabel{color:white;                                 font-size:14px;                  "
-                       "               font-family: Segoe UI;}"));
+    m_pTitle->setStyleSheet(QStringLiteral("QLabel{color:white;                                 "
+                                           "font-size:14px;                                 "
+                                           "font-family: Segoe UI;}"));
     m_pFiller = new QLabel;
     m_pFiller->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     m_pBackground = new QLabel;
@@ -83,11 +83,10 @@ void QTitleBar::CreateMenuBar()
     m_pMenuBar = new QMenuBar(this);
     m_pMenuBar->setFixedHeight(22);
     m_pMenuBar->setObjectName(QStringLiteral("menubar"));
-    m_pMenuBar->setStyleSheet(QStringLiteral(
-        "#menubar{background-color:#3e86e3;}"
-        "#menubar::item{color:white;                                       background-color:#3e86e3}"
-        "#menubar::item:selected{background: #4c9ce8;}"
-        "#menubar::item:pressed{background: #2979c5;}"));
+    m_pMenuBar->setStyleSheet(QStringLiteral("#menubar{background-color:#3e86e3;}#menubar::item{color:white; "
+                                             "                                      "
+                                             "background-color:#3e86e3}#menubar::item:selected{background: "
+                                             "#4c9ce8;}#menubar::item:pressed{background: #2979c5;}"));
 }
 
 void QTitleBar::CreateLayout()
