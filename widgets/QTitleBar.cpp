@@ -201,3 +201,13 @@ void QTitleBar::mouseDoubleClickEvent(QMouseEvent* pEvent)
 {
     m_pressPosition = pEvent->localPos().toPoint();
 }
+
+void QTitleBar::hideEvent(QHideEvent* pEvent)
+{
+    // The press that minimises the window ends elsewhere: of the release and of the pointer's leaving nothing is
+    // heard any more, and the button would come back pressed.
+    m_pBtnMin->setDown(false);
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(m_pBtnMin, &leave);
+    QWidget::hideEvent(pEvent);
+}

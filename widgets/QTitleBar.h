@@ -45,6 +45,7 @@ protected:
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
 
 private:
     void CreateCtrl();

@@ -8,7 +8,17 @@ namespace {
 
 constexpr int WatchdogMilliseconds = 20000;
 
+bool xdotool(const QStringList& arguments)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+    process.start(QStringLiteral("xdotool"), arguments);
+    return QTest::qWaitFor([&process] { return process.state() == QProcess::NotRunning; },
+                           WatchdogMilliseconds) &&
+           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
+
+} // namespace
 
 bool eventually(const std::function<bool()>& condition)
 {
@@ -22,16 +32,17 @@ bool showActive(QWidget& window)
     return QTest::qWaitForWindowActive(&window, WatchdogMilliseconds);
 }
 
-bool act(const QStringList& arguments)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(QStringLiteral("xdotool"), arguments);
-    return eventually([&process] { return process.state() == QProcess::NotRunning; }) &&
-           process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
-}
-
 bool movePointer(const QPoint& point)
 {
-    return act({QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())});
+    return xdotool({QStringLiteral("mousemove"), QString::number(point.x()), QString::number(point.y())});
+}
+
+bool pressPointer(int button)
+{
+    return xdotool({QStringLiteral("mousedown"), QString::number(button)});
+}
+
+bool releasePointer(int button)
+{
+    return xdotool({QStringLiteral("mouseup"), QString::number(button)});
 }

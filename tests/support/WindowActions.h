@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QPoint>
-#include <QStringList>
 
 #include <functional>
 
@@ -16,9 +15,9 @@ bool eventually(const std::function<bool()>& condition);
 /// Shows the window and waits until it is there and active; false when that does not happen.
 bool showActive(QWidget& window);
 
-/// Moves the pointer, presses and releases on the display itself, as xdotool's arguments say, so that the
-/// window system and the window manager have their part in it. False when that is impossible.
-bool act(const QStringList& arguments);
+// The pointer moves on the display itself, so that the window system and the window manager have their part
+// in it. False when that is impossible. What comes of it comes later, with the event loop.
 
-/// The pointer goes to a point of the display.
 bool movePointer(const QPoint& point);
+bool pressPointer(int button = 1);
+bool releasePointer(int button = 1);

@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "widgets/QMessageBoxDlg.h"
+
+#include "tests/support/WindowActions.h"
+#include "tests/widgets/WindowProbe.h"
+#include "widgets/QImageButton.h"
+#include "widgets/QPushButtonEx.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <QTranslator>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QPushButtonEx* buttonNamed(const QWidget& box, const QString& text)
+{
+    for (QPushButtonEx* const button : box.findChildren<QPushButtonEx*>()) {
+        if (button->text() == text)
+            return button;
+    }
+    return nullptr;
+}
+
+QLabel* messageOf(const QWidget& box)
+{
+    return box.findChild<QWidget*>("ContentMid")->findChild<QLabel*>();
+}
+
+/// Runs the box as a question, and does this to it as soon as it is active.
+int answer(QMessageBoxDlg& box, const std::function<void()>& action)
+{
+    QTimer::singleShot(0, &box, [&] {
+        EXPECT_TRUE(showActive(box));
+        action();
+    });
+    return box.exec(false);
+}
+
+} // namespace
+
+TEST(QMessageBoxDlgTest, IsOfAFixedSizeWithAThinBottomAndABlankBeforeItsTitle)
+{
+    const QMessageBoxDlg box(nullptr, "Error", "Text", false);
+    EXPECT_EQ(box.minimumSize(), QSize(400, 200));
+    EXPECT_EQ(box.maximumSize(), QSize(400, 200));
+    EXPECT_EQ(box.windowTitle(), " Error");
+    EXPECT_EQ(box.GetBottomWidget()->objectName(), "bottommidnon");
+}
+
+TEST(QMessageBoxDlgTest, ANoticeHasOneButtonInTheMiddle)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", false);
+    box.grab(); // Lays out what is not shown.
+    EXPECT_EQ(box.findChildren<QPushButtonEx*>().size(), 1);
+    const QRect ok = placeOf(*buttonNamed(box, "OK"));
+    EXPECT_EQ(ok.size(), QSize(82, 27));
+    EXPECT_NEAR(ok.center().x(), 200, 1);
+    EXPECT_TRUE(buttonNamed(box, "OK")->isDefault());
+    EXPECT_GT(ok.top(), placeOf(*messageOf(box)).bottom());
+}
+
+TEST(QMessageBoxDlgTest, AQuestionHasTwoButtonsSideBySide)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", true);
+    box.grab();
+    const QRect ok = placeOf(*buttonNamed(box, "OK"));
+    const QRect cancel = placeOf(*buttonNamed(box, "Cancel"));
+    EXPECT_EQ(cancel.size(), QSize(82, 27));
+    EXPECT_EQ(cancel.top(), ok.top());
+    EXPECT_GT(cancel.left(), ok.right());
+    EXPECT_NEAR(ok.left() + cancel.right(), 400, 2);
+    EXPECT_FALSE(buttonNamed(box, "Cancel")->isDefault());
+}
+
+TEST(QMessageBoxDlgTest, AShortMessageStandsInTheMiddle)
+{
+    QMessageBoxDlg box(nullptr, "Error", "Text", false);
+    const QLabel* const message = messageOf(box);
+    EXPECT_EQ(message->text(), "Text");
+    EXPECT_EQ(message->alignment(), Qt::AlignHCenter | Qt::AlignVCenter);
+    EXPECT_EQ(message->sizePolicy().horizontalPolicy(), QSizePolicy::Expanding);
+    box.grab();
+    EXPECT_NEAR(placeOf(*message).center().x(), 200, 1);
+}
+
+TEST(QMessageBoxDlgTest, ALongMessageWrapsInsideTheWindow)
+{
+    const QString text = QStringLiteral("The camera does not answer at its new address. ").repeated(5);
+    QMessageBoxDlg box(nullptr, "Error", text, true);
+    box.grab();
+    EXPECT_EQ(box.size(), QSize(400, 200));
+    const QLabel* const message = messageOf(box);
+    const QRect content(1, 30, 398, 169);
+    EXPECT_TRUE(content.contains(placeOf(*message)));
+    EXPECT_TRUE(content.contains(placeOf(*buttonNamed(box, "OK"))));
+    const QRect needed = message->fontMetrics().boundingRect(message->contentsRect(),
+                                                             Qt::AlignCenter | Qt::TextWordWrap, text);
+    EXPECT_GT(needed.height(), 3 * message->fontMetrics().height());
+    EXPECT_TRUE(message->contentsRect().contains(needed)) << needed.height() << " in " << message->height();
+}
+
+TEST(QMessageBoxDlgTest, AWordThatIsTooLongDoesNotPushTheButtonsOut)
+{
+    QMessageBoxDlg box(nullptr, "Error", QString(300, 'W'), true);
+    box.grab();
+    EXPECT_TRUE(QRect(1, 30, 398, 169).contains(placeOf(*buttonNamed(box, "Cancel"))));
+    EXPECT_EQ(placeOf(*box.findChild<QWidget*>("ContentRight")).right(), 399);
+}
+
+TEST(QMessageBoxDlgTest, MarkupIsShownAsItIs)
+{
+    QMessageBoxDlg box(nullptr, "Error", "<a href='http://camera'>cam</a>", false);
+    EXPECT_EQ(messageOf(box)->textFormat(), Qt::PlainText);
+}
+
+TEST(QMessageBoxDlgTest, ItsButtonsAnswer)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", true);
+    EXPECT_EQ(answer(box, [&] { QTest::mouseClick(buttonNamed(box, "OK"), Qt::LeftButton); }),
+              QDialog::Accepted);
+    EXPECT_EQ(answer(box, [&] { QTest::mouseClick(buttonNamed(box, "Cancel"), Qt::LeftButton); }),
+              QDialog::Rejected);
+    EXPECT_EQ(answer(box, [&] { QTest::mouseClick(box.GetCloseBtn(), Qt::LeftButton); }), QDialog::Rejected);
+}
+
+TEST(QMessageBoxDlgTest, ReturnIsOkAndEscapeIsNothing)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", true);
+    EXPECT_EQ(answer(box,
+                     [&] {
+                         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+                         EXPECT_TRUE(box.isVisible());
+                         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+                     }),
+              QDialog::Accepted);
+}
+
+TEST(QMessageBoxDlgTest, IsModalForItsWindowWhenItIsRunSo)
+{
+    QWidget parent;
+    QMessageBoxDlg box(&parent, "Information", "Text", false);
+    EXPECT_EQ(answer(box,
+                     [&] {
+                         EXPECT_EQ(box.windowModality(), Qt::WindowModal);
+                         box.OnOkBtnClicked();
+                     }),
+              QDialog::Accepted);
+}
+
+TEST(QMessageBoxDlgTest, ItsButtonsAreTranslated)
+{
+    class Translator : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char* context, const char* text, const char* /*disambiguation*/,
+                          int /*n*/) const override
+        {
+            return QStringLiteral("%1: %2").arg(context, text);
+        }
+    } translator;
+    QCoreApplication::installTranslator(&translator);
+    const QMessageBoxDlg box(nullptr, "Information", "Text", true);
+    QCoreApplication::removeTranslator(&translator);
+    EXPECT_NE(buttonNamed(box, "QMessageBoxDlg: OK"), nullptr);
+    EXPECT_NE(buttonNamed(box, "QMessageBoxDlg: Cancel"), nullptr);
+}
