@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "device/QPingThread.h"
 
-#include <QProcess>
+#include "device/PingProcess.h"
 
 namespace {
 
-constexpr int WaitMilliseconds = 30000;
+constexpr int FinishMilliseconds = 30000;
 
 }
 
@@ -30,14 +30,7 @@ bool QPingThread::GetPingResult() const
 bool QPingThread::PingIPAddr(const QString& strIPAddress)
 {
     const QString command = QStringLiteral("ping %1 -n 1").arg(strIPAddress);
-    QProcess process;
-    process.start(QStringLiteral("cmd"), {QStringLiteral("/c"), command}, QIODevice::ReadWrite);
-    process.waitForStarted(WaitMilliseconds);
-    if (!process.waitForFinished(WaitMilliseconds) || process.exitStatus() == QProcess::CrashExit)
-        return false;
-
-    const QByteArray output = process.readAllStandardOutput();
-    return QString::fromLocal8Bit(output.constData()).contains(QLatin1String("ms"));
+    return PingAnswers(QStringLiteral("cmd"), {QStringLiteral("/c"), command}, FinishMilliseconds);
 }
 
 void QPingThread::run()

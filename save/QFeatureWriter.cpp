@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "save/QFeatureWriter.h"
+
+#include "genapi/GenApi/GenApi.h"
+#include "save/DottedText.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cxxabi.h>
+#include <utility>
+#include <vector>
+
+namespace {
+
+/// A register that is to be longer is a camera's fault or malice (bytes). User names have 16 or 64.
+constexpr qint64 MaxRegisterLength = 64 * 1024;
+
+template <typename Interface>
+Interface* find(const GenApi::CNodeMapRef& nodeMap, const char* pchName)
+{
+    return dynamic_cast<Interface*>(nodeMap._GetNode(pchName));
+}
+
+/// Throws the code 0 when the feature is missing or of another kind.
+template <typename Interface>
+Interface& get(const GenApi::CNodeMapRef& nodeMap, const char* pchName)
+{
+    auto* const pFeature = find<Interface>(nodeMap, pchName);
+    if (!pFeature)
+        throw 0;
+    return *pFeature;
+}
+
+} // namespace
+
+QFeatureWriter::QFeatureWriter(std::function<void(const QString&)> tell) : m_tell(std::move(tell)) {}
+
+bool QFeatureWriter::WriteBoolean(const GenApi::CNodeMapRef& nodeMap, const char* pchName, bool bValue)
+{
+    try {
+        auto* const pFeature = find<GenApi::IBoolean>(nodeMap, pchName);
+        if (!pFeature)
+            return false;
+        pFeature->SetValue(bValue, true);
+        return true;
+    } catch (const GenICam::GenericException& e) {
+        m_ErrorText.Format("what:%s SourceFileName:%s", e.what(), e.GetSourceFileName());
+    } catch (int nCode) {
+        m_ErrorText.Format("Error code:0x%x", static_cast<unsigned>(nCode));
+    } catch (const abi::__forced_unwind&) {
+        throw;
+    } catch (...) {
+        m_ErrorText.Format("Unknow error.");
+    }
+    return false;
+}
+
+bool QFeatureWriter::WriteAddress(const GenApi::CNodeMapRef& nodeMap, const char* pchName,
+                                  const char* pchAction, const QString& strAddress)
+{
+    return Attempt(pchAction, [&] {
+        auto& feature = get<GenApi::IInteger>(nodeMap, pchName);
+        unsigned long nAddress = 0;
+        if (!DottedToDword(strAddress, nAddress))
+            return false;
+        feature.SetValue(static_cast<qint64>(nAddress), true);
+        return true;
+    });
+}
+
+bool QFeatureWriter::WriteRegister(const GenApi::CNodeMapRef& nodeMap, const char* pchName,
+                                   const char* pchAction, const QByteArray& value)
+{
+    return Attempt(pchAction, [&] {
+        auto& feature = get<GenApi::IRegister>(nodeMap, pchName);
+        const qint64 nLength = feature.GetLength();
+        if (nLength < 0 || nLength > MaxRegisterLength)
+            throw GenICam::RuntimeException(
+                "The camera says that its " + std::string(pchName) + " is " + std::to_string(nLength) +
+                    " bytes long, which cannot be.",
+                __FILE__, __LINE__);
+        std::vector<quint8> bytes(static_cast<std::size_t>(nLength));
+        std::copy_n(value.begin(), std::min<qint64>(nLength, value.size()), bytes.begin());
+        feature.Set(bytes.data(), nLength, true);
+        return true;
+    });
+}
+
+bool QFeatureWriter::Execute(const GenApi::CNodeMapRef& nodeMap, const char* pchName, const char* pchAction)
+{
+    return Attempt(pchAction, [&] {
+        get<GenApi::ICommand>(nodeMap, pchName).Execute(true);
+        return true;
+    });
+}
+
+bool QFeatureWriter::Attempt(const char* pchAction, const std::function<bool()>& write)
+{
+    try {
+        return write();
+    } catch (const GenICam::GenericException& e) {
+        m_ErrorText.Format("%s Error: what:%s SourceFileName:%s", pchAction, e.what(), e.GetSourceFileName());
+    } catch (int nCode) {
+        m_ErrorText.Format("%s Error: code 0x%x", pchAction, static_cast<unsigned>(nCode));
+    } catch (const abi::__forced_unwind&) {
+        throw;
+    } catch (...) {
+        return false;
+    }
+    m_tell(QString(m_ErrorText.Get()));
+    return false;
+}
