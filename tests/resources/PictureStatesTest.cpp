@@ -100,7 +100,7 @@ TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
             ++count;
         }
     }
-    EXPECT_EQ(count, 20); // Check box, radio button and the two buttons with a sign in front.
+    EXPECT_EQ(count, 23); // Check box, radio button, input field, and the two buttons with a sign in front.
 }
 
 TEST(PictureStates, TheIconHasThePicturesForEachPlaceThatADesktopShowsItIn)
