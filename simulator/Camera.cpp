@@ -40,9 +40,9 @@ bool Camera::concerns(const gvcp::CommandPacket& command, bool sentByBroadcast) 
 Camera::Reaction Camera::handle(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now)
 {
     passTime(now);
+    m_control.heard(asker, now);
     if (command.command == Command::ForceIp)
         return forceIp(command);
-    m_control.heard(asker, now);
     Reaction reaction;
     reaction.answer = acknowledge(command, execute(command, asker, now));
     if (m_registers.takeResetRequest()) {

@@ -4,7 +4,6 @@
 #include "gvcp/Registers.h"
 #include "simulator/Farm.h"
 
-#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <nlohmann/json.hpp>
@@ -94,7 +93,7 @@ std::string fault(Station& station, const Words& options)
         else if (options[next] == "every")
             fault.every = value;
         else if (options[next] == "time")
-            fault.time = std::chrono::milliseconds{std::min(value, MaxFaultTime)};
+            fault.time = std::chrono::milliseconds{value};
         else
             throw CommandError("\"" + options[next] + "\" is none of after, every, time");
     }

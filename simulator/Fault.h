@@ -28,8 +28,8 @@ inline constexpr std::array<std::string_view, 9> FaultActionNames{
 
 /// In place of a request's name: every command of the control protocol.
 inline constexpr std::string_view AnyRequest = "ANY";
-/// In milliseconds; what PENDING_ACK can say.
-inline constexpr unsigned MaxFaultTime = 65535;
+/// What PENDING_ACK can say.
+inline constexpr std::chrono::milliseconds MaxFaultTime{65535};
 
 /// Which requests go wrong, and how.
 struct Fault
@@ -48,15 +48,6 @@ struct Fault
 };
 
 /// Why there can be no such fault; nothing when there can.
-inline std::optional<std::string> whyImpossible(const Fault& fault)
-{
-    const bool isSimple = fault.action == FaultAction::Drop || fault.action == FaultAction::Vanish;
-    if ((fault.request == Request::Arp || fault.request == Request::Ping) && !isSimple)
-        return "ARP and PING can only be met with drop and vanish";
-    const bool takesTime = fault.action == FaultAction::Delay || fault.action == FaultAction::Pending;
-    if (takesTime != (fault.time.count() > 0))
-        return takesTime ? "delay and pending need a time" : "only delay and pending take a time";
-    return std::nullopt;
-}
+std::optional<std::string> whyImpossible(const Fault& fault);
 
 } // namespace simulator

@@ -65,7 +65,7 @@ Fault readFault(const nlohmann::json& value, const std::string& name)
     fault.times = object.number("times", 1, UINT32_MAX);
     fault.after = object.number("after", 0, UINT32_MAX).value_or(fault.after);
     fault.every = object.number("every", 1, UINT32_MAX).value_or(fault.every);
-    fault.time = object.milliseconds("time", 1, MaxFaultTime).value_or(fault.time);
+    fault.time = object.milliseconds("time", 1, UINT32_MAX).value_or(fault.time);
     object.rejectOthers();
     if (!request || !action)
         object.fail(request ? "action" : "command", "is missing");

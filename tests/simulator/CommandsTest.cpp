@@ -97,6 +97,26 @@ TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)
     EXPECT_EQ(answers(5), 3);
     runCommand(farm, "fault 00:1A:2B:00:00:01 ARP drop");
     EXPECT_EQ(answers(5), 0);
+    runCommand(farm, "heal 00:1A:2B:00:00:01");
+    EXPECT_EQ(answers(5), 5);
+    runCommand(farm, "fault 00:1A:2B:00:00:01 ARP drop 1 after 2 every 2");
+    EXPECT_EQ(answers(5), 4);
+}
+
+TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
+{
+    const auto ask = [this] {
+        sent = 0;
+        const gvcp::Bytes readAddress{0x42, 1, 0, 0x80, 0, 4, 0, 1, 0, 0, 0, 0x24};
+        farm.receive(UdpDatagram{{}, camera().mac(), 0xC0A80105, 0xC0A80114, 5000, 3956, readAddress});
+    };
+    runCommand(farm, "fault 00:1A:2B:00:00:01 ANY pending 1 time 1500");
+    ask();
+    EXPECT_EQ(sent, 1) << "PENDING_ACK";
+    timers.advance(timers.now() + std::chrono::milliseconds(1499));
+    EXPECT_EQ(sent, 1);
+    timers.advance(timers.now() + std::chrono::milliseconds(1));
+    EXPECT_EQ(sent, 2);
 }
 
 TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
@@ -131,6 +151,7 @@ TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP twice"), HasSubstr("only be met with drop and vanish"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY delay"), HasSubstr("delay and pending need a time"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop time 5"), HasSubstr("only delay and pending"));
+    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY delay time 65536"), HasSubstr("at most 65535 ms"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop 1 each 5"),
                 HasSubstr("none of after, every, time"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY drop every 0"), HasSubstr("\"0\" is no every from 1"));

@@ -66,6 +66,14 @@ TEST_F(FarmProgram, TellsItsUsageOnStandardOutput)
     EXPECT_THAT(output.standardOutput, HasSubstr("camera-farm --control SOCKET send COMMAND..."));
 }
 
+TEST_F(FarmProgram, HasAManualThatTheFormatterFindsNothingWrongWith)
+{
+    const lab::Output output = space.execute({"man", "--warnings", "-l", MAN_PAGE});
+    EXPECT_EQ(output.status, 0);
+    EXPECT_EQ(output.standardError, "");
+    EXPECT_THAT(output.standardOutput, HasSubstr("simulated GigE Vision cameras"));
+}
+
 TEST_F(FarmProgram, EndsWithTheReasonWhenItCannotStart)
 {
     const struct
