@@ -16,14 +16,19 @@ void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to)
     // An asker without an address (0.0.0.0) can be reached in no other way.
     if (answer.onlyByBroadcast || to.address == 0)
         deliverByBroadcast(answer, to);
-    else if (answer.from.reaches(to.address))
-        transmit(to.mac, answer, to);
-    else if (m_config.answerBy == CameraConfig::AnswerBy::Arp)
-        deliverByArp(to.address, answer, to);
-    else if (answer.from.gateway != 0)
-        deliverByArp(answer.from.gateway, answer, to);
+    else if (const auto nextHop = nextHopTo(to.address, answer.from))
+        deliverByArp(*nextHop, answer, to);
     else
         transmit(to.mac, answer, to);
+}
+
+std::optional<gvcp::Ipv4> AnswerRoute::nextHopTo(gvcp::Ipv4 asker, const IpSettings& from) const
+{
+    if (from.reaches(asker))
+        return std::nullopt;
+    if (m_config.answerBy == CameraConfig::AnswerBy::Arp)
+        return asker;
+    return from.gateway != 0 ? std::optional(from.gateway) : std::nullopt;
 }
 
 void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to)

@@ -23,6 +23,8 @@ public:
     void deliver(const Camera::Answer& answer, const Recipient& to);
 
 private:
+    /// Whose MAC is to be asked for first; nothing where the one that the command came from will do.
+    std::optional<gvcp::Ipv4> nextHopTo(gvcp::Ipv4 asker, const IpSettings& from) const;
     void deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to);
     void deliverByBroadcast(const Camera::Answer& answer, const Recipient& to);
     void transmit(const gvcp::MacAddress& mac, const Camera::Answer& answer, const Recipient& to);

@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/simulator/StationFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using namespace simulator_tests;
+using StationFaults = StationFixture;
+
+TEST_F(StationFaults, IgnoresRequestsAsItsFaultsSay)
+{
+    CameraConfig faulty;
+    faulty.faults = {faultOf(Request::Discovery, FaultAction::Drop, 2), faultOf(Request::ReadRegister)};
+    become(faulty);
+    for (int i = 0; i < 3; ++i)
+        ask(DiscoveryWithBroadcast, NearHost);
+    expectOneAnswer(HostMac, NearHost);
+    sent.clear();
+    for (int i = 0; i < 10; ++i)
+        ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    station->addFault(faultOf(Request::Arp, FaultAction::Drop, 1));
+    for (int i = 0; i < 2; ++i)
+        station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
+    EXPECT_EQ(sent.size(), 1u);
+    EXPECT_THAT(station->counters(), testing::ElementsAre(3, 0, 10, 0, 0, 0, 2, 0));
+}
+
+TEST_F(StationFaults, CountsTheForcedAddressesThatAreMeantForItOnly)
+{
+    std::string forAnother = ForceTo192_168_1_99;
+    forAnother.replace(forAnother.find("001A2B000001"), 12, "001A2B000002");
+    ask(forAnother, NearHost);
+    EXPECT_EQ(station->counters()[1], 0u);
+    ask(ForceTo192_168_1_99, NearHost);
+    EXPECT_EQ(station->counters()[1], 1u);
+}
+
+TEST_F(StationFaults, RefusesWhatABusyOrMistakenCameraRefusesAndDoesNotCarryItOut)
+{
+    const struct
+    {
+        FaultAction action;
+        const char* answer;
+    } table[] = {{FaultAction::Busy, "8007 0083 0000 0010"},
+                 {FaultAction::BadAlignment, "8005 0083 0000 0010"}};
+    for (const auto& each : table) {
+        become({});
+        station->addFault(faultOf(Request::WriteRegister, each.action, 1));
+        ask(TakeControl, NearHost, CameraAddress);
+        EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex(each.answer));
+        EXPECT_FALSE(station->camera().control().application());
+        ask(TakeControl, NearHost, CameraAddress);
+        EXPECT_TRUE(station->camera().control().application());
+    }
+}
+
+TEST_F(StationFaults, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
+{
+    ask(TakeControl, NearHost, CameraAddress);
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, 1, 5000ms));
+    sent.clear();
+    ask("42 01 0082 0008 0002 0000064C AC100007", NearHost, CameraAddress);
+    ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u);
+    EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0089 0004 0002 0000 1388"));
+    pass(4999ms);
+    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0u);
+    EXPECT_EQ(sent.size(), 1u);
+    pass(1ms);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(1).payload, hex("0000 0083 0004 0002 0000 0001"))
+        << "its controller was excused from the heartbeat";
+    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0xAC100007u);
+}
+
+TEST_F(StationFaults, AnswersLateTwiceOrNotAtAllAsItsFaultsSay)
+{
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Delay, 1, 700ms));
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Twice, 1));
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 2u);
+    pass(700ms);
+    EXPECT_EQ(sent.size(), 3u);
+
+    sent.clear();
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Mute, 1));
+    ask(TakeControl, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    EXPECT_TRUE(station->camera().control().application()) << "carried out all the same";
+}
+
+TEST_F(StationFaults, VanishesAfterTheNumberOfCommandsThatItsFaultSays)
+{
+    Fault fault;
+    fault.action = FaultAction::Vanish;
+    fault.after = 3;
+    station->addFault(fault);
+    for (int i = 0; i < 6; ++i)
+        ask(i % 2 == 0 ? ReadAddress : DiscoveryWithBroadcast, NearHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 3u);
+    EXPECT_FALSE(station->isPlugged());
+    station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
+    EXPECT_EQ(sent.size(), 3u);
+}
+
+TEST_F(StationFaults, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
+{
+    station->addFault(faultOf(Request::ForceIp, FaultAction::Seize, 1));
+    ask(ForceTo192_168_1_99, NearHost);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0005 0000 0007"));
+    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
+    EXPECT_EQ(station->camera().control().privilege(), 1u);
+    sent.clear();
+    ask(TakeControl, NearHost, 0xC0A80163);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("8006 0083 0004 0010 0000 0000"));
+}
+
+} // namespace
