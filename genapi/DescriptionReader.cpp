@@ -89,8 +89,14 @@ void tidyProperty(pugi::xml_node property)
         if (child.type() == pugi::node_cdata || child.type() == pugi::node_pcdata)
             text += child.value();
     property.remove_children();
-    property.set_value("");
-    property.append_child(pugi::node_pcdata).set_value(printable(text).c_str());
+    property.text().set(printable(text).c_str());
+}
+
+/// Text between elements: what the parser keeps in the element itself.
+void dropText(pugi::xml_node element)
+{
+    if (*element.value() != '\0')
+        element.text().set("");
 }
 
 class Tidier
@@ -133,7 +139,7 @@ private:
             }
             child = next;
         }
-        node.set_value("");
+        dropText(node);
     }
 
     void count()
@@ -192,7 +198,7 @@ void readDescription(std::string& text, pugi::xml_document& document)
     while (root.first_child() != end)
         root.remove_child(root.first_child());
     root.remove_child(end);
-    root.set_value("");
+    dropText(root);
 }
 
 std::string writeDescription(const pugi::xml_document& document)

@@ -147,11 +147,12 @@ std::optional<std::string> guardDivisions(std::string_view formula)
         if (end == formula.npos)
             return std::nullopt;
         const std::string_view divisor = formula.substr(start, end - start);
-        at = end;
         if (isPlainNumber(divisor)) {
-            guarded += divisor;
+            guarded += formula.substr(at, end - at);
+            at = end;
             continue;
         }
+        at = end;
         const auto inner = guardDivisions(divisor);
         if (!inner || inner->size() > MaxFormulaSize / 4)
             return std::nullopt;

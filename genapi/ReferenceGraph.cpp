@@ -52,15 +52,39 @@ std::optional<std::int64_t> parseNumber(std::string_view text)
 }
 
 /// Whether a reference of that kind, in such a node, can lead to such a one.
-bool fits(std::string_view reference, Role from, Role to)
+bool fits(std::string_view reference, const NodeKind& from, const NodeKind& to)
 {
     if (reference == "pPort")
-        return to == Role::Port;
-    if (reference == "pValue" && from == Role::Text)
-        return to == Role::Text;
+        return to.role == Role::Port;
+    if (reference == "pValue" && from.role == Role::Text)
+        return to.role == Role::Text;
     if (findReferenceKind(reference)->follow == Follow::Access)
-        return to == Role::Number || to == Role::Boolean;
-    return to == Role::Number;
+        return to.role == Role::Number || to.role == Role::Boolean;
+    if (reference == "pIndex" || reference == "pOffset" || reference == "pAddress")
+        return to.role == Role::Number && to.isInteger;
+    return to.role == Role::Number;
+}
+
+/// The first part of the text between separators that is so; empty when none is.
+template <typename Predicate>
+std::string_view findPart(std::string_view text, char separator, Predicate isSo)
+{
+    while (!text.empty()) {
+        const auto part = text.substr(0, text.find(separator));
+        if (isSo(part))
+            return part;
+        text.remove_prefix(std::min(text.size(), part.size() + 1));
+    }
+    return {};
+}
+
+/// The first of the kind's needs that the node does not meet; empty when it has all.
+std::string_view missingIn(pugi::xml_node element, std::string_view needs)
+{
+    const auto has = [element](std::string_view property) {
+        return !element.child(std::string(property).c_str()).empty();
+    };
+    return findPart(needs, ' ', [&](std::string_view need) { return findPart(need, '|', has).empty(); });
 }
 
 } // namespace
@@ -76,6 +100,9 @@ ReferenceGraph::ReferenceGraph(pugi::xml_document& document)
             checkRegister(node);
         if (node.element.child("ChunkID"))
             node.fault = "it belongs to pictures and not to the camera";
+        if (const auto missing = missingIn(node.element, node.kind->needs);
+            node.fault.empty() && !missing.empty())
+            node.fault = "it has no " + std::string(missing);
         link(index, node.element);
     }
     judgeValues();
@@ -174,7 +201,7 @@ void ReferenceGraph::addReference(std::size_t index, std::string_view reference,
     if (found == m_byName.end()) {
         node.fault = "it refers to " + quoted(target.substr(0, MaxNameSize)) + " (" + std::string(reference) +
                      "), which the description does not have";
-    } else if (!fits(reference, node.kind->role, m_nodes[found->second].kind->role)) {
+    } else if (!fits(reference, *node.kind, *m_nodes[found->second].kind)) {
         node.fault = "it refers to " + quoted(target) + " (" + std::string(reference) +
                      "), which is of the wrong kind";
     }

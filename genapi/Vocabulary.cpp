@@ -8,15 +8,24 @@ namespace genapi {
 namespace {
 
 constexpr std::array nodeKinds{
-    NodeKind{"Integer", Role::Number, false, true},       NodeKind{"IntReg", Role::Number, true, true},
-    NodeKind{"MaskedIntReg", Role::Number, true, true},   NodeKind{"StructReg", Role::None, true, true},
-    NodeKind{"StructEntry", Role::Number, false, true},   NodeKind{"Enumeration", Role::Number, false, true},
-    NodeKind{"IntSwissKnife", Role::Number, false, true}, NodeKind{"IntConverter", Role::Number, false, true},
-    NodeKind{"SwissKnife", Role::Number, false, false},   NodeKind{"Converter", Role::Number, false, false},
-    NodeKind{"Float", Role::Number, false, false},        NodeKind{"FloatReg", Role::Number, true, false},
-    NodeKind{"Boolean", Role::Boolean, false, false},     NodeKind{"Command", Role::None, false, false},
-    NodeKind{"String", Role::Text, false, false},         NodeKind{"StringReg", Role::Text, true, false},
-    NodeKind{"Register", Role::Bytes, true, false},       NodeKind{"Port", Role::Port, false, false},
+    NodeKind{"Integer", Role::Number, false, true, "Value|pValue|pIndex"},
+    NodeKind{"IntReg", Role::Number, true, true, "pPort"},
+    NodeKind{"MaskedIntReg", Role::Number, true, true, "pPort Bit|LSB Bit|MSB"},
+    NodeKind{"StructReg", Role::None, true, true, "pPort"},
+    NodeKind{"StructEntry", Role::Number, false, true, "Bit|LSB Bit|MSB"},
+    NodeKind{"Enumeration", Role::Number, false, true, "Value|pValue"},
+    NodeKind{"IntSwissKnife", Role::Number, false, true, "Formula"},
+    NodeKind{"IntConverter", Role::Number, false, true, "FormulaTo FormulaFrom pValue"},
+    NodeKind{"SwissKnife", Role::Number, false, false, "Formula"},
+    NodeKind{"Converter", Role::Number, false, false, "FormulaTo FormulaFrom pValue"},
+    NodeKind{"Float", Role::Number, false, false, "Value|pValue|pIndex"},
+    NodeKind{"FloatReg", Role::Number, true, false, "pPort"},
+    NodeKind{"Boolean", Role::Boolean, false, false, "Value|pValue"},
+    NodeKind{"Command", Role::None, false, false, "Value|pValue CommandValue|pCommandValue"},
+    NodeKind{"String", Role::Text, false, false, "Value|pValue"},
+    NodeKind{"StringReg", Role::Text, true, false, "pPort"},
+    NodeKind{"Register", Role::Bytes, true, false, "pPort"},
+    NodeKind{"Port", Role::Port, false, false, ""},
 };
 
 constexpr std::array referenceKinds{

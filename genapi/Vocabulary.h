@@ -29,7 +29,8 @@ struct NodeKind
     std::string_view name; ///< The element's name.
     Role role;
     bool isRegister;
-    bool isInteger; ///< Formulas and registers: works on whole numbers.
+    bool isInteger;         ///< Its value is a whole number.
+    std::string_view needs; ///< Properties it cannot do without: "A|B C" is one of A and B, and C.
 };
 
 struct ReferenceKind
