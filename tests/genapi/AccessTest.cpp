@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 using namespace GenApi;
 using testing::AllOf;
@@ -30,6 +31,18 @@ struct AccessRow
     std::string nodes;
     EAccessMode whenFlagIsClear;
     EAccessMode whenFlagIsSet;
+};
+
+/// A port at which its thread is cancelled.
+class CancellingPort : public MemoryPort
+{
+public:
+    void Read(void* buffer, int64_t address, int64_t length) override
+    {
+        pthread_cancel(pthread_self());
+        pthread_testcancel();
+        MemoryPort::Read(buffer, address, length);
+    }
 };
 
 class Access : public testing::TestWithParam<AccessRow>
@@ -129,6 +142,31 @@ TEST(ANodeMapWithoutPort, SaysThatNoCameraIsConnected)
     MemoryPort port;
     EXPECT_THAT(textOf<GenICam::RuntimeException>([&] { map->Connect(&port, "Elsewhere"); }),
                 HasSubstr("no port named 'Elsewhere'"));
+}
+
+TEST(AThreadThatIsCancelled, FinishesItsAccessFirst)
+{
+    struct Work
+    {
+        CancellingPort port;
+        std::unique_ptr<INodeMap> map = load(description(conditional({})));
+        bool isSet = false;
+    } work;
+    work.map->Connect(&work.port, "Device");
+    const auto run = [](void* data) -> void* {
+        auto& job = *static_cast<Work*>(data);
+        nodeAs<IBoolean>(*job.map, "Mode")->SetValue(true, true);
+        job.isSet = true;
+        pthread_testcancel();
+        return nullptr;
+    };
+    pthread_t thread{};
+    ASSERT_EQ(pthread_create(&thread, nullptr, run, &work), 0);
+    void* result = nullptr;
+    ASSERT_EQ(pthread_join(thread, &result), 0);
+    EXPECT_EQ(result, PTHREAD_CANCELED);
+    EXPECT_TRUE(work.isSet);
+    EXPECT_EQ(work.port.bytes(0x14, 4).back(), 2);
 }
 
 TEST(ANodeMapReference, HoldsOneMapAndConnectsIt)
