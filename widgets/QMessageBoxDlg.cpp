@@ -5,14 +5,31 @@
 
 #include <QBoxLayout>
 #include <QLabel>
+#include <QRegularExpression>
 
 namespace {
+
+constexpr QSize ButtonSize(82, 27);
+constexpr int SmallestPixelSize = 8;
+constexpr QChar ZeroWidthSpace(0x200b);
+
+/// The text with invisible places to break words that do not fit into a line.
+QString Breakable(const QString& strText, const QFontMetrics& metrics, int nWidth)
+{
+    static const QRegularExpression blank(QStringLiteral("(?<=\\s)|(?=\\s)"));
+    QString strBreakable;
+    for (const QString& strWord : strText.split(blank)) {
+        const bool bFits = metrics.horizontalAdvance(strWord) <= nWidth;
+        strBreakable += bFits ? strWord : strWord.split(QString(), Qt::SkipEmptyParts).join(ZeroWidthSpace);
+    }
+    return strBreakable;
+}
 
 QPushButtonEx* CreateButton(const QString& strText)
 {
     auto* const pButton = new QPushButtonEx;
     pButton->setText(strText);
-    pButton->setFixedSize(82, 27);
+    pButton->setFixedSize(ButtonSize);
     return pButton;
 }
 
@@ -29,6 +46,7 @@ QMessageBoxDlg::QMessageBoxDlg(QWidget* pParent, const QString& strTitle, const 
     CreateLayout();
     SetTitleText(m_strTitle);
     setFixedSize(400, 200);
+    FitMessage();
 }
 
 void QMessageBoxDlg::CreateCtrl()
@@ -51,17 +69,38 @@ void QMessageBoxDlg::CreateCtrl()
 
 void QMessageBoxDlg::CreateLayout()
 {
-    auto* const pButtons = new QHBoxLayout;
-    pButtons->addStretch();
-    pButtons->addWidget(m_pBtnOk);
+    m_pButtonRow = new QHBoxLayout;
+    m_pButtonRow->addStretch();
+    m_pButtonRow->addWidget(m_pBtnOk);
     if (m_pBtnCancel)
-        pButtons->addWidget(m_pBtnCancel);
-    pButtons->addStretch();
+        m_pButtonRow->addWidget(m_pBtnCancel);
+    m_pButtonRow->addStretch();
 
-    auto* const pMain = new QVBoxLayout;
-    pMain->addWidget(m_pMessage);
-    pMain->addLayout(pButtons);
-    SetLayoutEx(pMain);
+    m_pMainLayout = new QVBoxLayout;
+    m_pMainLayout->addWidget(m_pMessage);
+    m_pMainLayout->addLayout(m_pButtonRow);
+    SetLayoutEx(m_pMainLayout);
+}
+
+void QMessageBoxDlg::FitMessage()
+{
+    // The window less the frame, the margins and the buttons below.
+    const QMargins margins = m_pMainLayout->contentsMargins();
+    const QRect room(0, 0, width() - 2 - margins.left() - margins.right(),
+                     height() - 31 - margins.top() - margins.bottom() - m_pMainLayout->spacing() -
+                         ButtonSize.height());
+    m_pMessage->setMaximumSize(room.size()); // Else it would push the buttons out.
+
+    const QString strBreakable = Breakable(m_strText, m_pMessage->fontMetrics(), room.width());
+    m_pMessage->setText(strBreakable);
+    QFont font = m_pMessage->font();
+    const auto fits = [&] {
+        return room.contains(
+            QFontMetrics(font).boundingRect(room, Qt::AlignTop | Qt::TextWordWrap, strBreakable));
+    };
+    for (int nPixels = QFontInfo(font).pixelSize(); nPixels > SmallestPixelSize && !fits();)
+        font.setPixelSize(--nPixels);
+    m_pMessage->setFont(font);
 }
 
 void QMessageBoxDlg::OnOkBtnClicked()

@@ -4,10 +4,11 @@
 #include "widgets/QDialogEx.h"
 
 class QPushButtonEx;
+class QVBoxLayout;
 
 /// A modal question or notice of 400 x 200 pixels. The caller places it and runs it with exec(bool), which
 /// returns QDialog::Accepted after "OK" and QDialog::Rejected after "Cancel" or the close button. Title and
-/// text are shown as they are, never as markup.
+/// text are shown as they are, never as markup; a long text in smaller letters.
 class QMessageBoxDlg : public QDialogEx
 {
     Q_OBJECT
@@ -22,10 +23,14 @@ public slots:
 private:
     void CreateCtrl();
     void CreateLayout();
+    /// Sees to it that all of the message is seen.
+    void FitMessage();
 
     QPushButtonEx* m_pBtnOk = nullptr;
     QPushButtonEx* m_pBtnCancel = nullptr; ///< Null in a notice.
     QLabel* m_pMessage = nullptr;
+    QHBoxLayout* m_pButtonRow = nullptr;
+    QVBoxLayout* m_pMainLayout = nullptr;
     QString m_strTitle;
     QString m_strText;
     bool m_bShowCancel;

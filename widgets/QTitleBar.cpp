@@ -202,12 +202,12 @@ void QTitleBar::mouseDoubleClickEvent(QMouseEvent* pEvent)
     m_pressPosition = pEvent->localPos().toPoint();
 }
 
-void QTitleBar::hideEvent(QHideEvent* pEvent)
+void QTitleBar::showEvent(QShowEvent* pEvent)
 {
-    // The press that minimises the window ends elsewhere: of the release and of the pointer's leaving nothing is
-    // heard any more, and the button would come back pressed.
+    // Of the press that minimised the window neither the release has come nor the pointer's leaving: the
+    // button would come back pressed.
     m_pBtnMin->setDown(false);
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(m_pBtnMin, &leave);
-    QWidget::hideEvent(pEvent);
+    QWidget::showEvent(pEvent);
 }

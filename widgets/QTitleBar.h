@@ -45,7 +45,7 @@ protected:
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
-    void hideEvent(QHideEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
 
 private:
     void CreateCtrl();

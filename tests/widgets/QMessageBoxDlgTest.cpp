@@ -16,6 +16,8 @@
 
 namespace {
 
+const QRect Content(1, 30, 398, 169); ///< What the frame leaves.
+
 QPushButtonEx* buttonNamed(const QWidget& box, const QString& text)
 {
     for (QPushButtonEx* const button : box.findChildren<QPushButtonEx*>()) {
@@ -28,6 +30,13 @@ QPushButtonEx* buttonNamed(const QWidget& box, const QString& text)
 QLabel* messageOf(const QWidget& box)
 {
     return box.findChild<QWidget*>("ContentMid")->findChild<QLabel*>();
+}
+
+/// What a label's text takes up when it is wrapped, in the label.
+QRect shownArea(const QLabel& label)
+{
+    return label.fontMetrics().boundingRect(label.contentsRect(), Qt::AlignCenter | Qt::TextWordWrap,
+                                            label.text());
 }
 
 /// Runs the box as a question, and does this to it as soon as it is active.
@@ -89,26 +98,46 @@ TEST(QMessageBoxDlgTest, AShortMessageStandsInTheMiddle)
 
 TEST(QMessageBoxDlgTest, ALongMessageWrapsInsideTheWindow)
 {
-    const QString text = QStringLiteral("The camera does not answer at its new address. ").repeated(5);
-    QMessageBoxDlg box(nullptr, "Error", text, true);
-    box.grab();
-    EXPECT_EQ(box.size(), QSize(400, 200));
-    const QLabel* const message = messageOf(box);
-    const QRect content(1, 30, 398, 169);
-    EXPECT_TRUE(content.contains(placeOf(*message)));
-    EXPECT_TRUE(content.contains(placeOf(*buttonNamed(box, "OK"))));
-    const QRect needed = message->fontMetrics().boundingRect(message->contentsRect(),
-                                                             Qt::AlignCenter | Qt::TextWordWrap, text);
-    EXPECT_GT(needed.height(), 3 * message->fontMetrics().height());
-    EXPECT_TRUE(message->contentsRect().contains(needed)) << needed.height() << " in " << message->height();
+    const QFont original = QApplication::font();
+    for (const auto& [points, sentences] : {std::pair{10, 2}, {10, 5}, {10, 10}, {13, 5}, {13, 10}}) {
+        QApplication::setFont(QFont(original.family(), points));
+        const QString text =
+            QStringLiteral("The camera does not answer at its new address. ").repeated(sentences);
+        QMessageBoxDlg box(nullptr, "Error", text, true);
+        box.grab();
+        EXPECT_EQ(box.size(), QSize(400, 200));
+        const QLabel* const message = messageOf(box);
+        EXPECT_EQ(message->text(), text);
+        EXPECT_TRUE(Content.contains(placeOf(*message)));
+        EXPECT_GE(shownArea(*message).height(), 2 * message->fontMetrics().height());
+        EXPECT_TRUE(message->contentsRect().contains(shownArea(*message))) << points << ", " << sentences;
+    }
+    QApplication::setFont(original);
 }
 
-TEST(QMessageBoxDlgTest, AWordThatIsTooLongDoesNotPushTheButtonsOut)
+TEST(QMessageBoxDlgTest, NoMessageIsTooLongForTheWindowsFrameAndButtons)
 {
-    QMessageBoxDlg box(nullptr, "Error", QString(300, 'W'), true);
+    const QString sentence = QStringLiteral("The camera does not answer at its new address. ");
+    for (const QString& text : {QString(3000, 'W'), sentence.repeated(100), QString(300, '\n')}) {
+        QMessageBoxDlg box(nullptr, "Error", text, true);
+        box.grab();
+        EXPECT_TRUE(Content.contains(placeOf(*buttonNamed(box, "Cancel"))));
+        EXPECT_TRUE(Content.contains(placeOf(*messageOf(box))));
+        EXPECT_EQ(placeOf(*box.findChild<QWidget*>("ContentRight")).right(), 399);
+    }
+}
+
+TEST(QMessageBoxDlgTest, AWordThatIsTooLongForALineIsBroken)
+{
+    const QString text = "No file  http://" + QString(100, 'W') + "\nat the camera";
+    QMessageBoxDlg box(nullptr, "Error", text, true);
+    const QLabel* const message = messageOf(box);
     box.grab();
-    EXPECT_TRUE(QRect(1, 30, 398, 169).contains(placeOf(*buttonNamed(box, "Cancel"))));
-    EXPECT_EQ(placeOf(*box.findChild<QWidget*>("ContentRight")).right(), 399);
+    EXPECT_TRUE(message->contentsRect().contains(shownArea(*message)));
+    EXPECT_GE(shownArea(*message).height(), 4 * message->fontMetrics().height());
+    EXPECT_EQ(QString(message->text()).remove(QChar(0x200b)), text);
+    EXPECT_TRUE(message->text().startsWith("No file  "));
+    EXPECT_TRUE(message->text().endsWith("\nat the camera"));
 }
 
 TEST(QMessageBoxDlgTest, MarkupIsShownAsItIs)

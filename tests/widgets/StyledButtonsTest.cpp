@@ -2,6 +2,7 @@
 #include "widgets/QCheckBoxEx.h"
 #include "widgets/QPushButtonEx.h"
 #include "widgets/QPushButtonExColor.h"
+#include "widgets/QRadioButtonEx.h"
 
 #include <QSignalSpy>
 #include <QTest>
@@ -63,4 +64,22 @@ TYPED_TEST(IndexedButtonTest, EveryConstructorTakesWhatItIsGiven)
     EXPECT_EQ(icon->text(), "Load");
     EXPECT_FALSE(icon->icon().isNull());
     EXPECT_EQ(parent.findChildren<TypeParam*>().size(), 3);
+}
+
+TEST(QRadioButtonExTest, ADisabledOneShowsWhetherItIsChecked)
+{
+    for (const auto& [checked, picture] : {std::pair{true, "radiobox_sel_dis"}, {false, "radiobox_dis"}}) {
+        QRadioButtonEx button;
+        QRadioButton plain;
+        plain.setStyleSheet(
+            QStringLiteral("QRadioButton::indicator{image: url(:/Dorn/Resources/radiobox/%1.png);}")
+                .arg(picture));
+        for (QRadioButton* const one : {static_cast<QRadioButton*>(&button), &plain}) {
+            one->setAutoExclusive(false);
+            one->setChecked(checked);
+            one->setEnabled(false);
+            one->resize(40, 30);
+        }
+        EXPECT_EQ(button.grab().toImage(), plain.grab().toImage()) << picture;
+    }
 }
