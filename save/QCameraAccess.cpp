@@ -16,7 +16,7 @@ namespace {
 constexpr unsigned XmlBufferSize = 3 * 1024 * 1024;
 constexpr char DeviceName[] = "Device"; ///< By convention the name of a description's port, too.
 
-}
+} // namespace
 
 QCameraAccess::QCameraAccess() : m_pchXMLBuf(static_cast<unsigned char*>(std::malloc(XmlBufferSize))) {}
 

@@ -76,10 +76,9 @@ bool QFeatureWriter::WriteRegister(const GenApi::CNodeMapRef& nodeMap, const cha
         auto& feature = get<GenApi::IRegister>(nodeMap, pchName);
         const qint64 nLength = feature.GetLength();
         if (nLength < 0 || nLength > MaxRegisterLength)
-            throw GenICam::RuntimeException(
-                "The camera says that its " + std::string(pchName) + " is " + std::to_string(nLength) +
-                    " bytes long, which cannot be.",
-                __FILE__, __LINE__);
+            throw GenICam::RuntimeException("The camera says that its " + std::string(pchName) + " is " +
+                                                std::to_string(nLength) + " bytes long, which cannot be.",
+                                            __FILE__, __LINE__);
         std::vector<quint8> bytes(static_cast<std::size_t>(nLength));
         std::copy_n(value.begin(), std::min<qint64>(nLength, value.size()), bytes.begin());
         feature.Set(bytes.data(), nLength, true);

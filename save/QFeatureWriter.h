@@ -12,8 +12,8 @@ namespace GenApi {
 class CNodeMapRef;
 }
 
-/// Writes single features of a camera by name. All give false when the feature was not written; the reason then
-/// stands in GetErrorText(), or is unknown and the text there an older one.
+/// Writes single features of a camera by name. All give false when the feature was not written; the reason
+/// then stands in GetErrorText(), or is unknown and the text there an older one.
 ///
 /// `pchAction` is what the reason for the user begins with ("Set Gateway"). One thread at a time.
 class QFeatureWriter

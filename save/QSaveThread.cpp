@@ -28,8 +28,8 @@ bool differ(const QDevice* pCur, const QDevice* pModified, QString QDevice::*pst
 /// The camera needs this long before it is looked for anew. A spin, which may be terminated at any time.
 void SleepEx()
 {
-    const QDateTime begin = QDateTime::currentDateTime();
-    while (begin.msecsTo(QDateTime::currentDateTime()) < SettleMilliseconds)
+    const QDateTime begin = QDateTime::currentDateTimeUtc();
+    while (begin.msecsTo(QDateTime::currentDateTimeUtc()) < SettleMilliseconds)
         TerminationPoint();
 }
 
@@ -291,8 +291,7 @@ bool QSaveThread::SetIPAddr()
                           static_cast<quint32>(nGateway)) != RZ_OK) {
         emit SigShowMsg(
             QThread::tr("Error"),
-            bIpChanged ? QThread::tr(
-                             "Failed to modify the IP address.The camera may be in use at present.")
+            bIpChanged ? QThread::tr("Failed to modify the IP address.The camera may be in use at present.")
                        : QThread::tr("Failed to modify."));
         return false;
     }

@@ -11,15 +11,17 @@
 
 class QDeviceManager;
 
-/// Applies one set of changes to one camera for each start(): forces address, mask and gateway onto it, whether
-/// they changed or not, then writes the IP configuration type and the user name, if those changed, through the
-/// camera's node map, and resets it when the type changed.
+/// Applies one set of changes to one camera for each start(): forces address, mask and gateway onto it,
+/// whether they changed or not, then writes the IP configuration type and the user name, if those changed,
+/// through the camera's node map, and resets it when the type changed.
 ///
-/// The object belongs to the thread that makes it, the owner's; run() and what it calls to a thread of its own.
-/// Signals come from that one. A receiver of SigShowMsg() may be connected blocking: the save waits for it.
+/// The object belongs to the thread that makes it, the owner's; run() and what it calls to a thread of its
+/// own. Signals come from that one. A receiver of SigShowMsg() may be connected blocking: the save waits for
+/// it.
 ///
-/// Every save ends in one SigEndThread(), which is its last signal; SigRefresh() comes before it when the camera
-/// may look different now. A terminated one emits nothing more, gives the camera back and leaves no trace.
+/// Every save ends in one SigEndThread(), which is its last signal; SigRefresh() comes before it when the
+/// camera may look different now. A terminated one emits nothing more, gives the camera back and leaves no
+/// trace.
 class QSaveThread : public QThread
 {
     Q_OBJECT
@@ -30,12 +32,13 @@ public:
     /// this thread. Deletes the device manager.
     ~QSaveThread() override;
 
-    /// What to save: the camera as it was found and as it should be. Called by the owner before each start(); a
-    /// save that is still running keeps what it has. From the first call on, the manager is this object's.
-    void SetThreadInfo(QDeviceManager* pDeviceManager, const QDevice& curDevice, const QDevice& modifiedDevice);
+    /// What to save: the camera as it was found and as it should be. Called by the owner before each start();
+    /// a save that is still running keeps what it has. From the first call on, the manager is this object's.
+    void SetThreadInfo(QDeviceManager* pDeviceManager, const QDevice& curDevice,
+                       const QDevice& modifiedDevice);
 
-    /// Begins a save. While one is running (the caller may have terminated it) this does not wait: the new one
-    /// begins as soon as the owner's event loop hears of the old one's end.
+    /// Begins a save. While one is running (the caller may have terminated it) this does not wait: the new
+    /// one begins as soon as the owner's event loop hears of the old one's end.
     void start(Priority priority = InheritPriority);
 
     /// The save. A second one meanwhile ends at once, with SigEndThread().
@@ -72,9 +75,9 @@ public:
     bool CheckGatewayChanged() const;
     bool CheckUserIdChanged() const;
 
-    /// "a.b.c.d" as a number, which is 32 bits with their sign extended: from 128.0.0.0 on the upper half is all
-    /// ones. A part that is no number counts 0, one above 255 spills over; false, and no value, without four
-    /// parts.
+    /// "a.b.c.d" as a number, which is 32 bits with their sign extended: from 128.0.0.0 on the upper half is
+    /// all ones. A part that is no number counts 0, one above 255 spills over; false, and no value, without
+    /// four parts.
     static bool QStringToDword(const QString& strText, unsigned long& nValue);
 
     /// Whether a camera of the manager's list has the new address.

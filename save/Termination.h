@@ -5,8 +5,8 @@
 /// locks, past a posted event that nobody is woken for, through destructors, where it ends the whole process.
 /// So a worker that may be terminated lets that happen at places of its own choice alone.
 
-/// From now on, to its very end, the calling thread is only terminated in TerminationPoint(). That covers what
-/// Qt does after run(), which Qt itself leaves open to it.
+/// From now on, to its very end, the calling thread is only terminated in TerminationPoint(). That covers
+/// what Qt does after run(), which Qt itself leaves open to it.
 void HoldTermination();
 
 /// Where a thread that was terminated meanwhile unwinds (abi::__forced_unwind). The callers hold nothing but

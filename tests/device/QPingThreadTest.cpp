@@ -2,15 +2,12 @@
 #include "device/QPingThread.h"
 
 #include "tests/device/QtFixture.h"
-
-#include <QFile>
-#include <QTemporaryDir>
+#include "tests/support/ScriptedProgram.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
 
 namespace {
 
@@ -18,28 +15,6 @@ namespace {
 class QPingThreadTest : public QtFixture
 {
 protected:
-    void SetUp() override
-    {
-        ASSERT_TRUE(m_directory.isValid());
-        qputenv("PATH", m_directory.path().toLocal8Bit() + ':' + m_path);
-    }
-    void TearDown() override { qputenv("PATH", m_path); }
-
-    /// "cmd" becomes this shell script.
-    void setCmd(const QByteArray& script)
-    {
-        QFile cmd(m_directory.filePath("cmd"));
-        ASSERT_TRUE(cmd.open(QIODevice::WriteOnly));
-        cmd.write("#!/bin/sh\n" + script + '\n');
-        cmd.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-
-    QByteArray file(const char* name) const
-    {
-        QFile file(m_directory.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     /// One job from start to end; the watchdog is well below the 30 s that the worker would wait.
     void runOnce(QPingThread& thread)
     {
@@ -48,28 +23,24 @@ protected:
         ASSERT_TRUE(awaitEnd(thread));
     }
 
-    QString directory() const { return m_directory.path(); }
-
-private:
-    QTemporaryDir m_directory;
-    QByteArray m_path = qgetenv("PATH");
+    ScriptedProgram cmd{"cmd"};
 };
 
 } // namespace
 
 TEST_F(QPingThreadTest, RunsOneEchoRequestThroughCmd)
 {
-    setCmd("printf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/arguments\"");
+    cmd.set("printf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/arguments\"");
     QPingThread::PingIPAddr("192.168.1.20");
-    EXPECT_EQ(file("arguments"), "2\n/c\nping 192.168.1.20 -n 1\n");
+    EXPECT_EQ(cmd.file("arguments"), "2\n/c\nping 192.168.1.20 -n 1\n");
 }
 
 TEST_F(QPingThreadTest, AnAddressThatAnswersGivesTrueAndOneThatDoesNotGivesFalse)
 {
-    setCmd("case $2 in"
-           " *192.168.1.20*) echo 'Reply from 192.168.1.20: bytes=32 time=1ms TTL=64';;"
-           " *) echo 'Request timed out.'; exit 1;;"
-           " esac");
+    cmd.set("case $2 in"
+            " *192.168.1.20*) echo 'Reply from 192.168.1.20: bytes=32 time=1ms TTL=64';;"
+            " *) echo 'Request timed out.'; exit 1;;"
+            " esac");
     QPingThread thread;
     thread.SetIPAddress("192.168.1.20");
     runOnce(thread);
@@ -91,41 +62,41 @@ TEST_F(QPingThreadTest, HasNoResultBeforeTheFirstPing)
 
 TEST_F(QPingThreadTest, TheTwoLettersInAnyWordCountAsAnAnswer)
 {
-    setCmd("echo no such terms");
+    cmd.set("echo no such terms");
     EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
-    setCmd("echo ms");
+    cmd.set("echo ms");
     EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
-    setCmd("echo 1 MS 2 m s");
+    cmd.set("echo 1 MS 2 m s");
     EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
-    setCmd("");
+    cmd.set("");
     EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
 }
 
 TEST_F(QPingThreadTest, OnlyStandardOutputUpToItsFirstNulIsLookedAt)
 {
-    setCmd("echo time=1ms >&2");
+    cmd.set("echo time=1ms >&2");
     EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
-    setCmd("printf 'lost\\0time=1ms'");
+    cmd.set("printf 'lost\\0time=1ms'");
     EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
-    setCmd("printf 'time=1ms\\0'");
+    cmd.set("printf 'time=1ms\\0'");
     EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
 }
 
 TEST_F(QPingThreadTest, TheExitStatusDoesNotMatter)
 {
-    setCmd("echo time=1ms; exit 3");
+    cmd.set("echo time=1ms; exit 3");
     EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
 }
 
 TEST_F(QPingThreadTest, ACrashIsNoAnswerWhateverWasPrinted)
 {
-    setCmd("echo time=1ms; kill -9 $$");
+    cmd.set("echo time=1ms; kill -9 $$");
     EXPECT_FALSE(QPingThread::PingIPAddr("10.0.0.1"));
 }
 
 TEST_F(QPingThreadTest, APingThatCannotStartIsFalseAtOnceAndSignalsItsEnd)
 {
-    qputenv("PATH", directory().toLocal8Bit()); // where there is no cmd
+    qputenv("PATH", cmd.directory().toLocal8Bit()); // where there is no cmd
     QPingThread thread;
     int ends = 0;
     QObject::connect(
@@ -138,7 +109,7 @@ TEST_F(QPingThreadTest, APingThatCannotStartIsFalseAtOnceAndSignalsItsEnd)
 
 TEST_F(QPingThreadTest, TheEndReachesAnotherThreadQueuedWithTheResultThere)
 {
-    setCmd("echo time=1ms");
+    cmd.set("echo time=1ms");
     QPingThread thread;
     thread.SetIPAddress("10.0.0.1");
     orderEndOf(thread);
@@ -169,11 +140,11 @@ TEST_F(QPingThreadTest, ARunDuringAJobReturnsWithoutASignalOrAPing)
 #ifdef __SANITIZE_THREAD__
     GTEST_SKIP() << "looks at the worker's plain flag before SigEndThread() has ordered it";
 #endif
-    const QByteArray started = (directory() + "/started").toLocal8Bit();
-    const QByteArray go = (directory() + "/go").toLocal8Bit();
+    const QByteArray started = (cmd.directory() + "/started").toLocal8Bit();
+    const QByteArray go = (cmd.directory() + "/go").toLocal8Bit();
     ASSERT_EQ(mkfifo(started, 0600), 0);
     ASSERT_EQ(mkfifo(go, 0600), 0);
-    setCmd("cd \"$(dirname \"$0\")\"; echo $$ >> starts; echo > started; read line < go; echo time=1ms");
+    cmd.set("cd \"$(dirname \"$0\")\"; echo $$ >> starts; echo > started; read line < go; echo time=1ms");
     QPingThread thread;
     int ends = 0;
     QObject::connect(
@@ -193,16 +164,16 @@ TEST_F(QPingThreadTest, ARunDuringAJobReturnsWithoutASignalOrAPing)
     ASSERT_TRUE(awaitEnd(thread));
     EXPECT_EQ(ends, 1);
     EXPECT_TRUE(thread.GetPingResult());
-    EXPECT_EQ(file("starts").count('\n'), 1);
+    EXPECT_EQ(cmd.file("starts").count('\n'), 1);
 }
 
 TEST_F(QPingThreadTest, DestructionLetsARunningPingFinish)
 {
-    setCmd("echo finished > \"$(dirname \"$0\")/result\"");
+    cmd.set("echo finished > \"$(dirname \"$0\")/result\"");
     {
         QPingThread thread;
         thread.SetIPAddress("10.0.0.1");
         thread.start();
     }
-    EXPECT_EQ(file("result"), "finished\n");
+    EXPECT_EQ(cmd.file("result"), "finished\n");
 }

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/save/SaveFixture.h"
+
+#include <QDir>
+
+namespace {
+
+class PingIPAddrTest : public SaveFixture
+{
+protected:
+    /// Whether one of many pings has its answer in time; on a busy machine, not each of them has.
+    static bool isAnsweredSometimes(const QString& address)
+    {
+        for (int i = 0; i < 50; ++i) {
+            if (QSaveThread::PingIPAddr(address))
+                return true;
+        }
+        return false;
+    }
+};
+
+} // namespace
+
+TEST_F(PingIPAddrTest, RunsOneEchoRequest)
+{
+    ping.set("printf '%s\\n' \"$#\" \"$@\" > \"$(dirname \"$0\")/arguments\"");
+    for (int i = 0; i < 50 && ping.file("arguments") != "3\n-c\n1\n192.0.2.30\n"; ++i)
+        QSaveThread::PingIPAddr("192.0.2.30");
+    EXPECT_EQ(ping.file("arguments"), "3\n-c\n1\n192.0.2.30\n");
+}
+
+TEST_F(PingIPAddrTest, TheTwoLettersInAnyWordCountAsAnAnswerWhateverTheExitStatus)
+{
+    ping.set("echo no such terms; exit 3");
+    EXPECT_TRUE(isAnsweredSometimes("192.0.2.30"));
+}
+
+TEST_F(PingIPAddrTest, OutputWithoutThemIsNone)
+{
+    ping.set("echo 1 packets transmitted, 0 received; echo time=1ms >&2");
+    EXPECT_FALSE(isAnsweredSometimes("192.0.2.30"));
+}
+
+TEST_F(PingIPAddrTest, WhatTakesLongerThanItMayIsNoAnswerAndIsEnded)
+{
+    ping.set("echo time=1ms; echo $$ > \"$(dirname \"$0\")/pid\"; exec sleep 1000");
+    for (int i = 0; i < 50 && ping.file("pid").isEmpty(); ++i)
+        EXPECT_FALSE(QSaveThread::PingIPAddr("192.0.2.30"));
+    const QByteArray pid = ping.file("pid").trimmed();
+    ASSERT_FALSE(pid.isEmpty());
+    EXPECT_FALSE(QDir("/proc/" + pid).exists());
+}
+
+TEST_F(PingIPAddrTest, WithoutAProgramThereIsNoAnswer)
+{
+    qputenv("PATH", "/nonexistent");
+    EXPECT_FALSE(QSaveThread::PingIPAddr("192.0.2.30"));
+}

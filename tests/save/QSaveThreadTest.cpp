@@ -1,0 +1,490 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/save/DebugLines.h"
+#include "tests/save/SavedCamera.h"
+
+#include <QTranslator>
+
+#include <gmock/gmock.h>
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StrEq;
+
+namespace {
+
+constexpr char UsedMessage[] = "ShowMsg(Information|The IP address has been used by other devices.)";
+constexpr char RebootMessage[] = "ShowMsg(Information|Modified. The device will reboot automatically.)";
+constexpr char TypeMessage[] = "ShowMsg(Information|Failed to change the IP configuration type.)";
+
+class QSaveThreadTest : public SavedCamera
+{
+protected:
+    DebugLines debug;
+};
+
+/// A wanted type, and what is then done with the camera between connecting and refreshing.
+struct TypeRow
+{
+    const char* name;
+    const char* from;
+    const char* to;
+    std::vector<std::string> events;
+};
+
+class QSaveThreadTypeTest : public QSaveThreadTest, public testing::WithParamInterface<TypeRow>
+{};
+
+/// Translates what is said in one context.
+class ContextTranslator : public QTranslator
+{
+public:
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        return qstrcmp(context, "QThread") == 0 ? "<" + QString(text) + ">" : QString();
+    }
+    bool isEmpty() const override { return false; }
+};
+
+} // namespace
+
+TEST_F(QSaveThreadTest, AChangedNameAloneForcesTheAddressesAsTheyAreAndIsWrittenWithoutReset)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strUserDefinedName = "new";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)", "DeviceUserID = 6e 65 77 00",
+                                      "Refresh(0)", "End(0)"));
+    EXPECT_THAT(sdk.calls(),
+                ElementsAre("CreateHandle(00:1A:2B:3C:4D:5E)",
+                            "ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.20, 255.255.255.0, 0.0.0.0)",
+                            "DestroyHandle(00:1A:2B:3C:4D:5E)", "CreateHandle(00:1A:2B:3C:4D:5E)",
+                            "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)",
+                            "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)", "GetTlProxy(00:1A:2B:3C:4D:5E)",
+                            "DestroyHandle(00:1A:2B:3C:4D:5E)"));
+    EXPECT_THAT(debug.lines(), ElementsAre("CheckIPTypeChanged false"));
+    EXPECT_EQ(ping.file("pings"), "");
+}
+
+TEST_F(QSaveThreadTest, NothingChangedStillForcesTheAddressesAndLoadsTheCamera)
+{
+    const QDevice cur = found();
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)", "Refresh(0)", "End(0)"));
+    EXPECT_THAT(sdk.calls(), Contains("ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.20, 255.255.255.0, 0.0.0.0)"));
+}
+
+TEST_F(QSaveThreadTest, MaskAndGatewayReachTheCameraByForceAlone)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    modified.m_strSubnetMask = "255.255.0.0";
+    modified.m_strDefaultGateway = "192.0.2.1";
+    save(cur, modified);
+    EXPECT_THAT(sdk.calls(), Contains("ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.30, 255.255.0.0, 192.0.2.1)"));
+    EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)", "Refresh(0)", "End(0)"));
+    EXPECT_EQ(ping.file("pings"), "-c 1 192.0.2.30\n");
+}
+
+TEST_F(QSaveThreadTest, TheSecondHandleFindsTheCameraAtItsNewAddress)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_OK; };
+    std::vector<uint32_t> addresses;
+    sdk.createHandle = [&](const RZ_CC_DEVICE_INFO* info) {
+        addresses.push_back(info->stGigEInfo.nDeviceIp);
+        return RZ_OK;
+    };
+    save(cur, modified);
+    EXPECT_THAT(addresses, ElementsAre(SdkDouble::address("192.0.2.20"), SdkDouble::address("192.0.2.30")));
+}
+
+TEST_P(QSaveThreadTypeTest, IsSwitchedAndTheCameraReset)
+{
+    const QDevice cur = found({}, GetParam().from);
+    QDevice modified = cur;
+    modified.m_strIpConfigType = GetParam().to;
+    save(cur, modified);
+    std::vector<std::string> expected = {"Make(<xml/>)", "Connect(Device)"};
+    expected.insert(expected.end(), GetParam().events.begin(), GetParam().events.end());
+    expected.insert(expected.end(), {RebootMessage, "DeviceReset()", "Refresh(0)", "End(0)"});
+    EXPECT_EQ(events(), expected);
+    EXPECT_THAT(debug.lines(), IsEmpty());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Types, QSaveThreadTypeTest,
+    testing::Values(
+        TypeRow{"StaticIp", "DHCP", "Static IP", {"GevCurrentIPConfigurationPersistentIP = 1"}},
+        TypeRow{"Dhcp",
+                "Static IP",
+                "DHCP",
+                {"GevCurrentIPConfigurationPersistentIP = 0", "GevCurrentIPConfigurationDHCP = 1"}},
+        TypeRow{"Lla",
+                "DHCP",
+                "LLA",
+                {"GevCurrentIPConfigurationPersistentIP = 0", "GevCurrentIPConfigurationDHCP = 0"}},
+        TypeRow{"NoneThatIsKnown", "DHCP", "static ip", {}}),
+    [](const testing::TestParamInfo<TypeRow>& row) { return row.param.name; });
+
+TEST_F(QSaveThreadTest, TheNameIsWrittenBeforeTheRebootIsAnnounced)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpConfigType = "LLA";
+    modified.m_strUserDefinedName = "longer";
+    save(cur, modified);
+    EXPECT_THAT(events(),
+                ElementsAre("Make(<xml/>)", "Connect(Device)", "GevCurrentIPConfigurationPersistentIP = 0",
+                            "GevCurrentIPConfigurationDHCP = 0", "DeviceUserID = 6c 6f 6e 67", RebootMessage,
+                            "DeviceReset()", "Refresh(0)", "End(0)"));
+}
+
+TEST_F(QSaveThreadTest, ATypeThatCannotBeWrittenIsToldAndTheNameIsWrittenWithoutReset)
+{
+    nodes.addBoolean(StaticIp, [] { throw GenICam::AccessException("locked", "Some.cpp", 1); });
+    const QDevice cur = found({}, "Static IP");
+    QDevice modified = cur;
+    modified.m_strIpConfigType = "DHCP";
+    modified.m_strUserDefinedName = "a";
+    save(cur, modified);
+    EXPECT_THAT(events(),
+                ElementsAre("Make(<xml/>)", "Connect(Device)", "GevCurrentIPConfigurationPersistentIP = 0",
+                            "GevCurrentIPConfigurationDHCP = 1", TypeMessage, "DeviceUserID = 61 00 00 00",
+                            "Refresh(0)", "End(0)"));
+    EXPECT_THAT(thread->GetErrorText(), StrEq("what:locked SourceFileName:Some.cpp"));
+}
+
+TEST_F(QSaveThreadTest, BothModesMustBeWritten)
+{
+    nodes.remove(Dhcp);
+    for (const char* type : {"DHCP", "LLA"}) {
+        const QDevice cur = found({}, "Static IP");
+        QDevice modified = cur;
+        modified.m_strIpConfigType = type;
+        forgetEvents();
+        save(cur, modified);
+        EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)",
+                                          "GevCurrentIPConfigurationPersistentIP = 0", TypeMessage,
+                                          "Refresh(0)", "End(0)"));
+    }
+}
+
+TEST_F(QSaveThreadTest, ANameOrAResetThatCannotBeWrittenIsToldAndTheSaveGoesOn)
+{
+    nodes.addOther("DeviceUserID");
+    nodes.addCommand("DeviceReset", [] { throw GenICam::RuntimeException("no answer", "Port.cpp", 1); });
+    const QDevice cur = found({}, "DHCP");
+    QDevice modified = cur;
+    modified.m_strIpConfigType = "Static IP";
+    modified.m_strUserDefinedName = "a";
+    save(cur, modified);
+    EXPECT_THAT(events(),
+                ElementsAre("Make(<xml/>)", "Connect(Device)", "GevCurrentIPConfigurationPersistentIP = 1",
+                            "ShowMsg(Error|Set UserID Error: code 0x0)", RebootMessage, "DeviceReset()",
+                            "ShowMsg(Error|Restart Device Error: what:no answer SourceFileName:Port.cpp)",
+                            "Refresh(0)", "End(0)"));
+}
+
+TEST_F(QSaveThreadTest, AnAddressOfAnotherListedCameraIsRefusedWithoutAPing)
+{
+    const SdkDouble::Camera other{.mac = "00:00:00:00:00:01", .ip = "192.0.2.30"};
+    const QDevice cur = found();
+    sdk.listed = {cur.m_pDeviceInfo, sdk.record(other)};
+    manager->EnumGigEDevices();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre(UsedMessage, "End(0)"));
+    EXPECT_THAT(sdk.calls(), Not(Contains(testing::StartsWith("ForceIpEx"))));
+    EXPECT_EQ(ping.file("pings"), "");
+}
+
+TEST_F(QSaveThreadTest, AnAddressThatAnswersAPingIsRefused)
+{
+    ping.set("echo '64 bytes from 192.0.2.30: icmp_seq=1 ttl=64 time=0.1 ms'");
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    // On a busy machine even this answer can take longer than it may.
+    for (int i = 0; i < 20 && events() != std::vector<std::string>{UsedMessage, "End(0)"}; ++i) {
+        forgetEvents();
+        save(cur, modified);
+    }
+    EXPECT_THAT(events(), ElementsAre(UsedMessage, "End(0)"));
+}
+
+TEST_F(QSaveThreadTest, AFailedForceIsToldByWhetherTheAddressWasToChange)
+{
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_ACCESS_DENIED; };
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strUserDefinedName = "new";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify.)", "End(0)"));
+
+    forgetEvents();
+    modified.m_strIpAddress = "192.0.2.30";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify the IP address.The camera may be in "
+                                      "use at present.)",
+                                      "End(0)"));
+    EXPECT_EQ(cur.m_pDeviceInfo->stGigEInfo.nDeviceIp, SdkDouble::address("192.0.2.20"));
+}
+
+TEST_F(QSaveThreadTest, AddressesThatAreNoneEndTheSaveWithoutAMessage)
+{
+    const QDevice cur = found();
+    for (QString QDevice::*text :
+         {&QDevice::m_strIpAddress, &QDevice::m_strSubnetMask, &QDevice::m_strDefaultGateway}) {
+        QDevice modified = cur;
+        modified.*text = "192.0.2";
+        forgetEvents();
+        save(cur, modified);
+        EXPECT_THAT(events(), ElementsAre("End(0)"));
+    }
+    EXPECT_THAT(sdk.calls(), Not(Contains(testing::StartsWith("ForceIpEx"))));
+    EXPECT_THAT(debug.lines(), IsEmpty());
+}
+
+TEST_F(QSaveThreadTest, WithoutAHandleItEndsAtOnce)
+{
+    sdk.createHandle = [](const RZ_CC_DEVICE_INFO*) { return RZ_ERROR_INTERNAL; };
+    const QDevice cur = found();
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("End(0)"));
+    EXPECT_THAT(sdk.calls(), ElementsAre("CreateHandle(00:1A:2B:3C:4D:5E)"));
+    EXPECT_THAT(debug.lines(), IsEmpty());
+
+    forgetEvents();
+    save(QDevice(), cur);
+    EXPECT_THAT(events(), ElementsAre("End(0)"));
+}
+
+TEST_F(QSaveThreadTest, WithoutASecondHandleItEndsAfterTheForce)
+{
+    int handles = 0;
+    sdk.createHandle = [&](const RZ_CC_DEVICE_INFO*) { return ++handles == 1 ? RZ_OK : RZ_ERROR_INTERNAL; };
+    const QDevice cur = found();
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("End(0)"));
+    EXPECT_THAT(debug.lines(), ElementsAre("!CreateDevice"));
+}
+
+TEST_F(QSaveThreadTest, ACameraThatCannotBeLoadedIsLookedForAnew)
+{
+    sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_ACCESS_DENIED; };
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strUserDefinedName = "new";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre("Refresh(1)", "End(0)"));
+    EXPECT_THAT(debug.lines(), ElementsAre("open device fail 5", "!LoadXMLFile"));
+}
+
+TEST_F(QSaveThreadTest, ASecondSaveMeanwhileEndsAtOnce)
+{
+    const QDevice cur = found();
+    int forces = 0;
+    sdk.forceIp = [&](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) {
+        ++forces;
+        thread->run();
+        EXPECT_THAT(events(), ElementsAre("End(0)"));
+        return RZ_ERROR_REFUSED;
+    };
+    save(cur, cur);
+    EXPECT_EQ(forces, 1);
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST_F(QSaveThreadTest, ASaveThatStoppedHalfWayIsClearedUpByTheNext)
+{
+    const QDevice cur = found();
+    QDevice invalid = cur;
+    invalid.m_strIpAddress = "192.0.2";
+    sdk.forceIp = [&](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) {
+        thread->SetThreadInfo(manager, cur, invalid);
+        return RZ_OK;
+    };
+    // On this thread: only the worker's own calls can replace what it works on.
+    thread->SetThreadInfo(manager, cur, cur);
+    thread->run();
+    EXPECT_THAT(events(), IsEmpty());
+    EXPECT_THAT(debug.lines(), ElementsAre("QStringToDword false"));
+    EXPECT_EQ(sdk.livingHandles(), 1u);
+
+    thread->SetThreadInfo(manager, cur, cur);
+    thread->run();
+    EXPECT_THAT(events(), ElementsAre("End(0)"));
+
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_OK; };
+    forgetEvents();
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)", "Refresh(0)", "End(0)"));
+}
+
+TEST_F(QSaveThreadTest, ItsTextsAreTranslatedAsTheThreadsOwn)
+{
+    ContextTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    const QDevice cur = found({}, "<DHCP>");
+    QDevice modified = cur;
+    modified.m_strIpConfigType = "<Static IP>";
+    nodes.remove("DeviceReset");
+    save(cur, modified);
+    EXPECT_THAT(events(),
+                ElementsAre("Make(<xml/>)", "Connect(Device)", "GevCurrentIPConfigurationPersistentIP = 1",
+                            "ShowMsg(<Information>|<Modified. The device will reboot automatically.>)",
+                            "ShowMsg(<Error>|Restart Device Error: code 0x0)", "Refresh(0)", "End(0)"));
+
+    forgetEvents();
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("ShowMsg(<Error>|<Failed to modify.>)", "End(0)"));
+    QCoreApplication::removeTranslator(&translator);
+}
+
+TEST_F(QSaveThreadTest, WaitsUntilAMessageThatBlocksIsClosed)
+{
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
+    const QDevice cur = found();
+    thread->SetThreadInfo(manager, cur, cur);
+    QThread* shownOn = nullptr;
+    QObject window;
+    QObject::connect(
+        thread.get(), &QSaveThread::SigShowMsg, &window,
+        [&] {
+            shownOn = QThread::currentThread();
+            QCoreApplication::processEvents(); // as a modal box does
+            EXPECT_THAT(events(), Not(Contains("End(0)")));
+            EXPECT_EQ(sdk.livingHandles(), 1u);
+        },
+        Qt::BlockingQueuedConnection);
+    ASSERT_TRUE(startAndAwait(*thread, &QSaveThread::SigEndThread));
+    ASSERT_TRUE(awaitEnd(*thread));
+    EXPECT_EQ(shownOn, QThread::currentThread());
+}
+
+TEST_F(QSaveThreadTest, SpinsBeforeTheCameraIsLookedForAnew)
+{
+    const QDevice cur = found();
+    timespec before{};
+    timespec wallBefore{};
+    const auto seconds = [](const timespec& time) {
+        return double(time.tv_sec) + 1e-9 * double(time.tv_nsec);
+    };
+    double share = 0;
+    nodes.onConnect = [&] {
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &before);
+        clock_gettime(CLOCK_MONOTONIC, &wallBefore);
+    };
+    QObject::connect(
+        thread.get(), &QSaveThread::SigRefresh, thread.get(),
+        [&] {
+            timespec after{};
+            timespec wallAfter{};
+            clock_gettime(CLOCK_THREAD_CPUTIME_ID, &after);
+            clock_gettime(CLOCK_MONOTONIC, &wallAfter);
+            share = (seconds(after) - seconds(before)) / (seconds(wallAfter) - seconds(wallBefore));
+        },
+        Qt::DirectConnection);
+    save(cur, cur);
+    EXPECT_GT(share, 0.01) << "A sleeping thread has next to nothing of the processor.";
+}
+
+TEST_F(QSaveThreadTest, ANullManagerChangesNothing)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    thread->SetThreadInfo(manager, cur, modified);
+    thread->SetThreadInfo(nullptr, cur, cur);
+    EXPECT_TRUE(thread->CheckIpChanged());
+}
+
+TEST_F(QSaveThreadTest, EachTextIsComparedByItself)
+{
+    struct Row
+    {
+        QString QDevice::*text;
+        bool (QSaveThread::*changed)() const;
+    };
+    const Row rows[] = {{&QDevice::m_strIpConfigType, &QSaveThread::CheckIPTypeChanged},
+                        {&QDevice::m_strIpAddress, &QSaveThread::CheckIpChanged},
+                        {&QDevice::m_strSubnetMask, &QSaveThread::CheckSubMaskChanged},
+                        {&QDevice::m_strDefaultGateway, &QSaveThread::CheckGatewayChanged},
+                        {&QDevice::m_strUserDefinedName, &QSaveThread::CheckUserIdChanged}};
+    const QDevice cur = found();
+    for (const Row& row : rows) {
+        QDevice modified = cur;
+        modified.*row.text += ' ';
+        thread->SetThreadInfo(manager, cur, modified);
+        for (const Row& other : rows)
+            EXPECT_EQ((thread.get()->*other.changed)(), &other == &row);
+    }
+}
+
+TEST_F(QSaveThreadTest, WithoutANodeMapEveryWriterReturnsFalseAndLeavesTheErrorText)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    for (QString QDevice::*text :
+         {&QDevice::m_strSubnetMask, &QDevice::m_strDefaultGateway, &QDevice::m_strUserDefinedName})
+        modified.*text = "10.0.0.1";
+    thread->SetThreadInfo(manager, cur, modified);
+    EXPECT_FALSE(thread->SetStaticIPEnabled(true));
+    EXPECT_FALSE(thread->SetDHCPEnabled(true));
+    EXPECT_FALSE(thread->SetSubMask());
+    EXPECT_FALSE(thread->SetGateway());
+    EXPECT_FALSE(thread->SetUserID());
+    EXPECT_FALSE(thread->RestartDevice());
+    EXPECT_THAT(thread->GetErrorText(), StrEq(""));
+    EXPECT_THAT(events(), IsEmpty());
+}
+
+TEST_F(QSaveThreadTest, MaskAndGatewayCanBeWrittenAsFeatures)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    thread->SetThreadInfo(manager, cur, modified);
+    ASSERT_TRUE(thread->CreateDevice());
+    ASSERT_TRUE(thread->LoadXMLFile());
+    forgetEvents();
+    EXPECT_FALSE(thread->SetSubMask());
+    EXPECT_FALSE(thread->SetGateway());
+    EXPECT_THAT(events(), IsEmpty()) << "Unchanged.";
+
+    modified.m_strSubnetMask = "255.255.0.0";
+    modified.m_strDefaultGateway = "192.168.1.1";
+    thread->SetThreadInfo(manager, cur, modified);
+    EXPECT_TRUE(thread->SetSubMask());
+    EXPECT_TRUE(thread->SetGateway());
+    EXPECT_THAT(events(),
+                ElementsAre("GevPersistentSubnetMask = -65536", "GevPersistentDefaultGateway = -1062731519"));
+
+    forgetEvents();
+    nodes.remove("GevPersistentSubnetMask");
+    nodes.remove("GevPersistentDefaultGateway");
+    EXPECT_FALSE(thread->SetSubMask());
+    EXPECT_FALSE(thread->SetGateway());
+    EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Set SubMask Error: code 0x0)",
+                                      "ShowMsg(Error|Set Gateway Error: code 0x0)"));
+    thread->ReleaseThread();
+    thread->ReleaseThread();
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST_F(QSaveThreadTest, AFeatureWithoutANameIsNotWritten)
+{
+    thread->SetThreadInfo(manager, found(), found());
+    ASSERT_TRUE(thread->CreateDevice());
+    ASSERT_TRUE(thread->LoadXMLFile());
+    EXPECT_FALSE(thread->SetBooleanNodePropertyValue(nullptr, 1));
+    EXPECT_TRUE(thread->SetBooleanNodePropertyValue(Dhcp, 2));
+    EXPECT_EQ(events().back(), "GevCurrentIPConfigurationDHCP = 1");
+}
