@@ -13,9 +13,6 @@
 
 namespace {
 
-/// A register that is to be longer is a camera's fault or malice (bytes). User names have 16 or 64.
-constexpr qint64 MaxRegisterLength = 64 * 1024;
-
 template <typename Interface>
 Interface* find(const GenApi::CNodeMapRef& nodeMap, const char* pchName)
 {
@@ -74,14 +71,12 @@ bool QFeatureWriter::WriteRegister(const GenApi::CNodeMapRef& nodeMap, const cha
 {
     return Attempt(pchAction, [&] {
         auto& feature = get<GenApi::IRegister>(nodeMap, pchName);
-        const qint64 nLength = feature.GetLength();
-        if (nLength < 0 || nLength > MaxRegisterLength)
-            throw GenICam::RuntimeException("The camera says that its " + std::string(pchName) + " is " +
-                                                std::to_string(nLength) + " bytes long, which cannot be.",
-                                            __FILE__, __LINE__);
-        std::vector<quint8> bytes(static_cast<std::size_t>(nLength));
-        std::copy_n(value.begin(), std::min<qint64>(nLength, value.size()), bytes.begin());
-        feature.Set(bytes.data(), nLength, true);
+        // The node map takes no description with an unreasonable length.
+        std::vector<quint8> bytes(static_cast<std::size_t>(feature.GetLength()));
+        std::copy_n(value.begin(),
+                    std::min<std::size_t>(bytes.size(), static_cast<std::size_t>(value.size())),
+                    bytes.begin());
+        feature.Set(bytes.data(), static_cast<qint64>(bytes.size()), true);
         return true;
     });
 }

@@ -10,9 +10,9 @@
 #include <QDateTime>
 #include <QDebug>
 #include <QProcess>
+#include <QScopeGuard>
 
 #include <algorithm>
-#include <cxxabi.h>
 
 namespace {
 
@@ -87,13 +87,13 @@ void QSaveThread::TakeNextInfo()
 void QSaveThread::run()
 {
     HoldTermination();
-    try {
-        Save();
-    } catch (const abi::__forced_unwind&) {
+    // Runs while a terminated thread unwinds.
+    auto giveUp = qScopeGuard([this] {
         ReleaseThread();
         m_bRunning = false;
-        throw;
-    }
+    });
+    Save();
+    giveUp.dismiss();
 }
 
 void QSaveThread::Save()

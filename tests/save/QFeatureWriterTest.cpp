@@ -9,7 +9,6 @@
 #include <new>
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::StrEq;
 
@@ -140,24 +139,6 @@ TEST_F(QFeatureWriterTest, WhatIsLongerThanTheRegisterIsCut)
     nodes.addRegister(Name, 2);
     EXPECT_TRUE(writer.WriteRegister(nodeMap, Name, Action, "abc"));
     EXPECT_THAT(writes, ElementsAre("Feature = 61 62"));
-}
-
-TEST_F(QFeatureWriterTest, ARegisterOfAnImpossibleLengthIsToldAndNotWritten)
-{
-    for (const int64_t length : {int64_t{-1}, int64_t{64 * 1024 + 1}, INT64_MAX, INT64_MIN}) {
-        nodes.addRegister(Name, length);
-        told.clear();
-        EXPECT_FALSE(writer.WriteRegister(nodeMap, Name, Action, "abc"));
-        EXPECT_THAT(told, ElementsAre(HasSubstr("its Feature is " + std::to_string(length) + " bytes long")));
-    }
-    EXPECT_THAT(writes, IsEmpty());
-}
-
-TEST_F(QFeatureWriterTest, TheReasonNamesTheSourceFileWithoutTheFolderItWasBuiltIn)
-{
-    nodes.addRegister(Name, -1);
-    writer.WriteRegister(nodeMap, Name, Action, "abc");
-    EXPECT_THAT(writer.GetErrorText(), testing::EndsWith(" SourceFileName:save/QFeatureWriter.cpp"));
 }
 
 TEST_F(QFeatureWriterTest, ExecutesACommandVerified)
