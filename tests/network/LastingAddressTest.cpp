@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/network/OpenCamera.h"
+#include "tests/network/Sdk.h"
+#include "tests/simulator/Shown.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using simulator_tests::runningCamera;
+using simulator_tests::shown;
+
+const std::string Mac = "02:00:00:00:01:01";
+constexpr unsigned NewIp = 0xC0A80132;
+constexpr unsigned Gateway = 0xC0A801FE;
+constexpr unsigned IpConfiguration = 0x14;
+constexpr const char* Old =
+    R"(, "persistent": {"address": "10.0.0.9", "mask": "255.0.0.0", "gateway": "10.0.0.1"})";
+
+/// A camera that is forced to 192.168.1.50, and what it holds afterwards.
+class LastingAddress : public testing::Test
+{
+protected:
+    void build(const std::string& members)
+    {
+        farm = &site.addCameras(
+            site.addAdapter("eth0", "192.168.1.5/24"),
+            R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "rebootTime": 50)" + members + "}");
+    }
+
+    const RZ_CC_DEVICE_INFO& found()
+    {
+        const auto* record = recordOf(enumerate(site), Mac);
+        if (!record)
+            throw std::runtime_error("the camera is not found at all");
+        return *record;
+    }
+
+    int force() { return ::force(site, found(), NewIp, 0xFFFFFF00, Gateway); }
+    std::string stored() const { return shown(*farm, Mac).at("persistent").at("address"); }
+    std::string addressAfterReset()
+    {
+        farm->control("reset " + Mac);
+        return runningCamera(*farm, Mac).at("address");
+    }
+
+    Site site;
+    lab::Farm* farm = nullptr;
+};
+
+} // namespace
+
+TEST_F(LastingAddress, OfAStaticCameraIsStillThereAfterAReset)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "persistent")");
+    EXPECT_EQ(force(), RZ_OK);
+    const auto camera = shown(*farm, Mac);
+    EXPECT_EQ(camera.at("persistent").at("address"), "192.168.1.50");
+    EXPECT_EQ(camera.at("persistent").at("mask"), "255.255.255.0");
+    EXPECT_EQ(camera.at("persistent").at("gateway"), "192.168.1.254");
+    EXPECT_FALSE(camera.at("held"));
+    EXPECT_EQ(addressAfterReset(), "192.168.1.50");
+}
+
+TEST_F(LastingAddress, OfADhcpCameraIsStoredOnlyWhenItIsToldToStartWithIt)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "dhcp")");
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_EQ(stored(), "10.0.0.9");
+    {
+        const OpenCamera camera(site, found());
+        ASSERT_EQ(camera.result(), RZ_OK);
+        camera.write(IpConfiguration, 7);
+    }
+    EXPECT_EQ(stored(), "192.168.1.50");
+    EXPECT_EQ(addressAfterReset(), "192.168.1.50");
+}
+
+TEST_F(LastingAddress, OfADhcpCameraThatIsOnlyRenamedIsNotStored)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "dhcp")");
+    EXPECT_EQ(force(), RZ_OK);
+    {
+        const OpenCamera camera(site, found());
+        camera.port()->Write("Right\0\0\0\0\0\0\0\0\0\0", 0xE8, 16);
+        camera.write(IpConfiguration, 6);
+    }
+    EXPECT_EQ(stored(), "10.0.0.9");
+    EXPECT_EQ(shown(*farm, Mac).at("userName"), "Right");
+}
+
+TEST_F(LastingAddress, ThatTheCameraDoesNotStoreIsReportedAndTheCameraIsFree)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "persistent")");
+    farm->control("fault " + Mac + " WRITEREG drop after 1"); // Control can be taken.
+    EXPECT_EQ(force(), RZ_ERROR_NOT_STORED);
+    EXPECT_EQ(shown(*farm, Mac).at("address"), "192.168.1.50") << "it was forced all the same";
+    EXPECT_EQ(stored(), "10.0.0.9");
+}
+
+TEST_F(LastingAddress, IsNoneForACameraThatCannotStoreAny)
+{
+    build(R"(, "ipConfiguration": "dhcp", "hasPersistentIp": false)");
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_EQ(shown(*farm, Mac).at("received").at("WRITEREG"), 0);
+}
