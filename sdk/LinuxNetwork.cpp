@@ -14,6 +14,7 @@
 #include <net/ethernet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <utility>
 
 namespace sdk {
 
@@ -130,16 +131,16 @@ timespec toTimespec(Clock::duration time)
 
 } // namespace
 
-LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters)
+LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, Packets packets) : m_packets(packets)
 {
     for (const Adapter& adapter : adapters) {
         FileDescriptor udp = openUdp(adapter);
         if (!udp)
             continue;
-        FileDescriptor packets = openPackets(adapter, portOf(udp));
+        FileDescriptor packetSocket = openPackets(adapter, portOf(udp));
         m_polled.push_back({udp.get(), POLLIN, 0});
-        m_polled.push_back({packets.get(), POLLIN, 0}); // poll() passes over a negative one.
-        m_ports.push_back({std::move(udp), std::move(packets)});
+        m_polled.push_back({packetSocket.get(), POLLIN, 0}); // poll() passes over a negative one.
+        m_ports.push_back({std::move(udp), std::move(packetSocket)});
         m_adapters.push_back(adapter);
     }
 }
@@ -174,8 +175,9 @@ std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
     for (bool isLastLook = false;;) {
         for (std::size_t i = 0; i < m_polled.size(); ++i) {
             m_turn = (m_turn + 1) % m_polled.size();
-            // An error is reported once, by reading.
-            if (m_polled[m_turn].revents == 0)
+            // An error is reported once, by reading. One read for each poll: mostly there is no second
+            // datagram.
+            if (std::exchange(m_polled[m_turn].revents, short{0}) == 0)
                 continue;
             const std::size_t adapter = m_turn / 2;
             const auto datagram = m_turn % 2 == 0 ? readUdp(adapter) : readPacket(adapter);
@@ -199,14 +201,18 @@ std::optional<Datagram> LinuxNetwork::readUdp(std::size_t adapter)
     socklen_t size = sizeof from;
     const ssize_t length = recvfrom(m_ports[adapter].udp.get(), m_buffer.data(), m_buffer.size(), 0,
                                     reinterpret_cast<sockaddr*>(&from), &size);
-    if (length < 0) {
-        m_polled[adapter * 2].revents = 0;
+    if (length < 0 || ntohs(from.sin_port) != gvcp::DevicePort)
         return std::nullopt;
-    }
-    if (ntohs(from.sin_port) != gvcp::DevicePort)
-        return std::nullopt;
+    if (m_packets == Packets::UntilNotNeeded)
+        closePackets(adapter);
     return Datagram{
         adapter, ntohl(from.sin_addr.s_addr), {m_buffer.data(), static_cast<std::size_t>(length)}};
+}
+
+void LinuxNetwork::closePackets(std::size_t adapter)
+{
+    m_polled[adapter * 2 + 1] = {-1, POLLIN, 0};
+    m_ports[adapter].packets = FileDescriptor();
 }
 
 std::optional<Datagram> LinuxNetwork::readPacket(std::size_t adapter)
@@ -223,12 +229,8 @@ std::optional<Datagram> LinuxNetwork::readPacket(std::size_t adapter)
     message.msg_controllen = sizeof control;
 
     const ssize_t length = recvmsg(m_ports[adapter].packets.get(), &message, 0);
-    if (length < 0) {
-        m_polled[adapter * 2 + 1].revents = 0;
-        return std::nullopt;
-    }
     // In promiscuous mode the adapter also hears what was sent to other hosts.
-    if (from.sll_pkttype == PACKET_OTHERHOST)
+    if (length < 0 || from.sll_pkttype == PACKET_OTHERHOST)
         return std::nullopt;
     const auto frame =
         parseUdpFrame({m_buffer.data(), static_cast<std::size_t>(length)}, checksumHint(message));

@@ -16,8 +16,17 @@ namespace sdk {
 class LinuxNetwork : public Network
 {
 public:
+    /// How long the packet sockets are listened to.
+    enum class Packets
+    {
+        Always,
+        /// To talk to one camera: what reaches an adapter's ordinary socket once will do so again, and then
+        /// the packet socket only makes everything come twice.
+        UntilNotNeeded
+    };
+
     /// Opens the sockets. An adapter on which that fails is left out of adapters().
-    explicit LinuxNetwork(const std::vector<Adapter>& adapters);
+    explicit LinuxNetwork(const std::vector<Adapter>& adapters, Packets packets = Packets::Always);
 
     const std::vector<Adapter>& adapters() const override { return m_adapters; }
     Clock::time_point now() const override { return Clock::now(); }
@@ -35,6 +44,9 @@ private:
     std::optional<Datagram> readUdp(std::size_t adapter);
     std::optional<Datagram> readPacket(std::size_t adapter);
 
+    void closePackets(std::size_t adapter);
+
+    const Packets m_packets;
     std::vector<Adapter> m_adapters;
     std::vector<Port> m_ports;    ///< One for each of m_adapters.
     std::vector<pollfd> m_polled; ///< Two for each port: udp, packets.

@@ -161,7 +161,7 @@ int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchove
             return RZ_ERROR_PARAMETER;
         HandleTable::instance().closeCamera(camera.mac());
         closeCamerasWhenThisThreadEnds();
-        camera.open(std::make_unique<LinuxNetwork>(adapters));
+        camera.open(std::make_unique<LinuxNetwork>(adapters, LinuxNetwork::Packets::UntilNotNeeded));
         return RZ_OK;
     });
 }

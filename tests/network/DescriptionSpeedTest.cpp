@@ -3,23 +3,13 @@
 #include "tests/network/CompleteDescription.h"
 #include "tests/network/OpenCamera.h"
 #include "tests/network/Sdk.h"
+#include "tests/network/TimeOf.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <functional>
 
 namespace {
-
-using Seconds = std::chrono::duration<double>;
-
-Seconds timeOf(const std::function<void()>& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::steady_clock::now() - start;
-}
 
 std::string cameraWith(const CompleteDescription& file, int number)
 {

@@ -2,26 +2,17 @@
 // What discovery costs, each time compared with another one of the same run.
 #include "tests/network/DiscoveryConditions.h"
 #include "tests/network/Sdk.h"
+#include "tests/network/TimeOf.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <fstream>
 
 using testing::SizeIs;
 
 namespace {
-
-using Seconds = std::chrono::duration<double>;
-
-Seconds timeOf(const std::function<void()>& work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::steady_clock::now() - start;
-}
 
 std::size_t timesIn(const std::string& text, const std::string& word)
 {
