@@ -2,12 +2,16 @@
 cmake_minimum_required(VERSION 3.25)
 # Who may include whom; nothing else.
 set(gvcp_may_include)
-set(sdk_may_include gvcp)
+set(genapi_may_include)
+set(sdk_may_include gvcp genapi)
 set(device_may_include sdk)
+set(save_may_include device sdk genapi)
+set(resources_may_include)
+set(widgets_may_include)
 set(simulator_may_include gvcp)
 set(cli_may_include device)
 
-set(layers gvcp sdk device simulator cli)
+set(layers gvcp genapi sdk device save resources widgets simulator cli)
 foreach(layer IN LISTS layers)
     file(GLOB files ${SOURCE_DIR}/${layer}/*.h ${SOURCE_DIR}/${layer}/*.cpp)
     if(NOT files)
