@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/network/OpenCamera.h"
 #include "tests/network/Sdk.h"
 
 #include <gmock/gmock.h>
@@ -71,6 +72,12 @@ TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
     EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:02"), 0xC0A80132), RZ_OK);
     EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:03"), 0xC0A80133), RZ_OK);
     EXPECT_NE(force(site, *recordOf(records, "02:00:00:00:01:04"), 0xC0A80134), RZ_OK);
+    {
+        const OpenCamera camera(site, *recordOf(records, "02:00:00:00:01:01"));
+        ASSERT_EQ(camera.result(), RZ_OK);
+        EXPECT_FALSE(camera.description().empty());
+        camera.port()->Write("Right\0\0\0\0\0\0\0\0\0\0", 0xE8, 16);
+    }
     capture.stop();
 
     const auto ours = capture.read("ip.src == 192.168.1.5 && udp.dstport == 3956", {"frame.number"});
@@ -79,10 +86,9 @@ TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
     EXPECT_EQ(dissected.size(), ours.size());
     EXPECT_THAT(capture.read("_ws.malformed", {"frame.number"}), testing::SizeIs(0));
 
-    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0002", {"frame.number"}),
-                testing::Not(testing::IsEmpty()));
-    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0004", {"frame.number"}),
-                testing::Not(testing::IsEmpty()));
-    EXPECT_THAT(capture.read("ip.src == 192.168.1.5 && gvcp.cmd.command == 0x0080", {"frame.number"}),
-                testing::Not(testing::IsEmpty()));
+    for (const char* command : {"0x0002", "0x0004", "0x0080", "0x0082", "0x0084", "0x0086"})
+        EXPECT_THAT(capture.read(std::string("ip.src == 192.168.1.5 && gvcp.cmd.command == ") + command,
+                                 {"frame.number"}),
+                    testing::Not(testing::IsEmpty()))
+            << command;
 }
