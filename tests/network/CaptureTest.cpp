@@ -18,9 +18,9 @@ public:
     Capture(const Site& site, const std::string& interface)
         : m_site(site),
           m_file(testing::TempDir() + "gvcp-" + std::to_string(getpid()) + ".pcap"),
-          m_process(site.host().start(
-              {"sh", "-c",
-               "exec tcpdump -Z root -U -i " + interface + " -w " + m_file + " udp port 3956 2>&1"}))
+          m_process(site.host().start({"sh", "-c",
+                                       "exec tcpdump --immediate-mode -Z root -U -i " + interface + " -w " +
+                                           m_file + " udp port 3956 2>&1"}))
     {
         while (m_process.readLine().find("listening on") == std::string::npos) {
         }
