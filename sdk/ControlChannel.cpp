@@ -134,12 +134,12 @@ std::unique_ptr<Network> ControlChannel::close()
 gvcp::Bytes ControlChannel::execute(const Request& request)
 {
     const std::lock_guard lock(m_mutex);
+    if (!m_network)
+        throw CameraError(RZ_ERROR_NOT_OPEN, request.name() + ": the camera is not open any more");
     gvcp::Bytes answer;
     int busy = 0;
     bool wasMisaligned = false;
     for (;;) {
-        if (!m_network)
-            throw CameraError(RZ_ERROR_NOT_OPEN, request.name() + ": the camera is not open any more");
         const auto status = exchange(request, answer);
         if (!status)
             throw CameraError(RZ_ERROR_NO_ANSWER,
@@ -174,6 +174,10 @@ std::optional<gvcp::Status> ControlChannel::exchange(const Request& request, gvc
             throw CameraError(RZ_ERROR_NETWORK,
                               request.name() + ": the host cannot send to " + gvcp::toText(m_camera));
         const auto status = listen(request, id, end, answer);
+        // A camera that was silent at first and then knows nothing of our control has reset meanwhile,
+        // perhaps on this very command: that is no answer to it.
+        if (status == gvcp::Status::AccessDenied && i > 0)
+            return std::nullopt;
         if (status)
             return status;
     }

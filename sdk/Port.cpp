@@ -15,6 +15,9 @@ namespace {
 /// The byte of the IP configuration register that says whether the camera starts with its stored address.
 constexpr std::uint64_t PersistentBitAt = gvcp::reg::CurrentIpConfig + 3;
 
+/// Here the makers' registers begin; below are the standard's.
+constexpr std::uint64_t FirstMakersRegister = 0xA000;
+
 /// Makes an access to the port of `call`: in one piece, and with no other exceptions than a port's.
 template <typename Call>
 void access(std::mutex& mutex, const char* verb, int64_t address, int64_t length, Call call)
@@ -71,7 +74,25 @@ void Port::write(std::uint64_t address, gvcp::ByteView data)
         return;
     }
     storeForcedAddressIfAsked(address, data);
-    m_memory.write(address, data);
+    try {
+        m_memory.write(address, data);
+    } catch (const CameraError& error) {
+        // Many cameras reset before they acknowledge the command to do so.
+        const bool mayBeReset = address >= FirstMakersRegister && error.code() == RZ_ERROR_NO_ANSWER;
+        if (!mayBeReset || isUnderControl())
+            throw;
+    }
+}
+
+bool Port::isUnderControl()
+{
+    try {
+        const auto privilege =
+            m_session->channel().readRegister(gvcp::reg::ControlChannelPrivilege, ControlChannel::FewTries);
+        return (privilege & gvcp::Privilege::Exclusive) != 0;
+    } catch (const CameraError&) {
+        return false;
+    }
 }
 
 void Port::storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data)

@@ -27,6 +27,7 @@ public:
 
 private:
     void write(std::uint64_t address, gvcp::ByteView data);
+    bool isUnderControl();
     void storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data);
 
     const std::shared_ptr<Session> m_session;

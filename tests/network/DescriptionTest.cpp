@@ -136,6 +136,14 @@ TEST_F(Description, ResetOfItsOwnHasTheCameraRunItsStoredConfiguration)
     EXPECT_FALSE(after.at("held"));
 }
 
+TEST_F(Description, ResetOfTheMakersSucceedsOnACameraThatIsGoneBeforeItCouldAcknowledge)
+{
+    build(R"(, "rebootsWithoutAck": true)");
+    const OpenCamera camera = open();
+    EXPECT_NO_THROW(camera.write(0x10000, 1));
+    EXPECT_EQ(runningCamera(*farm, Mac).at("resets"), 1);
+}
+
 TEST_F(Description, OfTheFieldsOwnFakeCameraIsTheSameAsItsOwnToolFetches)
 {
     auto& network = site.addAdapter("eth0", "192.168.1.5/24");

@@ -184,6 +184,57 @@ TEST_F(PortTest, RestartsTheCamerasAddressWhenItsOwnRegisterIsWritten)
     EXPECT_EQ(port->GetAccessMode(), GenApi::NA);
 }
 
+TEST_F(PortTest, TakesACameraThatVanishesUponAWriteToAMakersRegisterForOneThatResets)
+{
+    camera.words[0x10000] = 0;
+    bool isGone = false;
+    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+        isGone = isGone || gvcp::readU32(command.payload, 0) == 0x10000;
+        return isGone;
+    };
+    EXPECT_NO_THROW(write(0x10000, std::string("\0\0\0\1", 4)));
+    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName, "name"); }), HasSubstr("does not answer"))
+        << "a register of the standard's resets nothing";
+}
+
+TEST_F(PortTest, TakesACameraThatComesBackWithoutKnowingUsForOneThatHasReset)
+{
+    camera.words[0x10000] = 0;
+    int received = 0;
+    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+        if (gvcp::readU32(command.payload, 0) != 0x10000)
+            return false;
+        camera.words[reg::ControlChannelPrivilege] = 0;
+        if (++received > 3)
+            camera.answer(command, gvcp::Status::AccessDenied);
+        return true;
+    };
+    EXPECT_NO_THROW(write(0x10000, std::string("\0\0\0\1", 4)));
+}
+
+TEST_F(PortTest, DoesNotTakeACameraThatOnlyIgnoresAWriteForOneThatResets)
+{
+    camera.words[0x10000] = 0;
+    camera.onCommand = [](const gvcp::CommandPacket& command) {
+        return gvcp::readU32(command.payload, 0) == 0x10000;
+    };
+    EXPECT_THAT(errorOf([this] { write(0x10000, std::string("\0\0\0\1", 4)); }),
+                HasSubstr("does not answer"));
+}
+
+TEST_F(PortTest, PassesOnThatACameraDeniesAWriteToAMakersRegister)
+{
+    camera.words[0x10000] = 0;
+    camera.onCommand = [this](const gvcp::CommandPacket& command) {
+        if (gvcp::readU32(command.payload, 0) != 0x10000)
+            return false;
+        camera.words[reg::ControlChannelPrivilege] = 0;
+        camera.answer(command, gvcp::Status::AccessDenied);
+        return true;
+    };
+    EXPECT_THAT(errorOf([this] { write(0x10000, std::string("\0\0\0\1", 4)); }), HasSubstr("access denied"));
+}
+
 TEST_F(PortTest, FinishesAnAccessWhoseThreadIsCancelledMeanwhile)
 {
     std::thread thread([this] {
