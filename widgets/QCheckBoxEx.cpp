@@ -3,24 +3,15 @@
 
 #include "widgets/StyleRules.h"
 
-namespace {
-
-QString Indicator(const char* state, const char* picture)
-{
-    return ImageRule(QStringLiteral("QCheckBoxEx::indicator:") + QLatin1String(state),
-                     QStringLiteral("checkbox/") + QLatin1String(picture));
-}
-
-} // namespace
-
 QCheckBoxEx::QCheckBoxEx(QWidget* pParent) : QCheckBox(pParent)
 {
     setObjectName(QStringLiteral("QCheckBoxEx"));
-    setStyleSheet(Indicator("unchecked", "checkbox.png") + Indicator("unchecked:hover", "checkbox_hov.png") +
-                  Indicator("unchecked:disabled", "checkbox_dis.png") +
-                  Indicator("checked", "checkbox_sel.png") +
-                  Indicator("checked:hover", "checkbox_sel_hov.png") +
-                  Indicator("checked:disabled", "checkbox_sel_dis.png"));
+    setStyleSheet(IndicatorRules("QCheckBoxEx", {{"unchecked", "checkbox/checkbox.png"},
+                                                 {"unchecked:hover", "checkbox/checkbox_hov.png"},
+                                                 {"unchecked:disabled", "checkbox/checkbox_dis.png"},
+                                                 {"checked", "checkbox/checkbox_sel.png"},
+                                                 {"checked:hover", "checkbox/checkbox_sel_hov.png"},
+                                                 {"checked:disabled", "checkbox/checkbox_sel_dis.png"}}));
     connect(this, &QCheckBox::toggled, this, &QCheckBoxEx::OnToggled);
 }
 

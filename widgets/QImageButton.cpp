@@ -7,11 +7,11 @@
 
 namespace {
 
-constexpr QLatin1String Normal("");
-constexpr QLatin1String Hover(":hover");
-constexpr QLatin1String Pressed(":pressed");
-constexpr QLatin1String Disabled(":disabled");
-constexpr QLatin1String BorderImage("border-image");
+const QLatin1String Normal("");
+const QLatin1String Hover(":hover");
+const QLatin1String Pressed(":pressed");
+const QLatin1String Disabled(":disabled");
+const QLatin1String BorderImage("border-image");
 
 void KeepIfGiven(QString& strKept, const QString& strGiven)
 {

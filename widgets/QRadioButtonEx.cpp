@@ -3,24 +3,16 @@
 
 #include "widgets/StyleRules.h"
 
-namespace {
-
-QString Indicator(const char* state, const char* picture)
-{
-    return ImageRule(QStringLiteral("QRadioButtonEx::indicator:") + QLatin1String(state),
-                     QStringLiteral("radiobox/") + QLatin1String(picture));
-}
-
-} // namespace
-
 QRadioButtonEx::QRadioButtonEx(QWidget* pParent) : QRadioButton(pParent)
 {
     setObjectName(QStringLiteral("QRadioButtonEx"));
     // A disabled one that is not checked has two rules: the one that names both states is the more specific.
-    setStyleSheet(
-        Indicator("unchecked", "radiobox.png") + Indicator("unchecked:hover", "radiobox_hov.png") +
-        Indicator("unchecked:disabled", "radiobox_dis.png") + Indicator("checked ", "radiobox_sel.png") +
-        Indicator("checked:hover", "radiobox_sel_hov.png") + Indicator("disabled", "radiobox_sel_dis.png"));
+    setStyleSheet(IndicatorRules("QRadioButtonEx", {{"unchecked", "radiobox/radiobox.png"},
+                                                    {"unchecked:hover", "radiobox/radiobox_hov.png"},
+                                                    {"unchecked:disabled", "radiobox/radiobox_dis.png"},
+                                                    {"checked ", "radiobox/radiobox_sel.png"},
+                                                    {"checked:hover", "radiobox/radiobox_sel_hov.png"},
+                                                    {"disabled", "radiobox/radiobox_sel_dis.png"}}));
 }
 
 QRadioButtonEx::QRadioButtonEx(const QString& strText, QWidget* pParent) : QRadioButtonEx(pParent)

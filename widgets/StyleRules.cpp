@@ -7,6 +7,17 @@ QString ImageRule(const QString& strSelector, const QString& strPicture)
         .arg(strSelector, strPicture);
 }
 
+QString IndicatorRules(const char* className,
+                       std::initializer_list<std::pair<const char*, const char*>> statePictures)
+{
+    QString strRules;
+    for (const auto& [state, picture] : statePictures)
+        strRules +=
+            ImageRule(QLatin1String(className) + QStringLiteral("::indicator:") + QLatin1String(state),
+                      QLatin1String(picture));
+    return strRules;
+}
+
 QString BorderImageRule(const QString& strSelector, const QString& strPicture, const QString& strSlices,
                         const QString& strRest)
 {

@@ -12,6 +12,7 @@ set(simulator_may_include gvcp)
 set(cli_may_include device)
 
 set(layers gvcp genapi sdk device save resources widgets simulator cli)
+set(layers gvcp sdk device widgets simulator cli)
 foreach(layer IN LISTS layers)
     file(GLOB files ${SOURCE_DIR}/${layer}/*.h ${SOURCE_DIR}/${layer}/*.cpp)
     if(NOT files)

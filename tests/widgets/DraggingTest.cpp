@@ -13,23 +13,25 @@
 
 namespace {
 
+void showAt(QWidget& window, const QRect& place)
+{
+    window.setGeometry(place);
+    ASSERT_TRUE(showActive(window));
+    ASSERT_TRUE(eventually([&] { return window.geometry() == place; }));
+}
+
+/// Moves the pointer and waits until the widget has heard of it.
+void moveAndAwait(const MouseLog& log, const QPoint& target)
+{
+    ASSERT_TRUE(movePointer(target));
+    ASSERT_TRUE(eventually([&] { return log.lastMove == target; }));
+}
+
 /// A dialog that a person drags about with the pointer. Its close button is on the right.
 class DialogDragTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        dialog.setGeometry(200, 150, 300, 200);
-        ASSERT_TRUE(showActive(dialog));
-        ASSERT_TRUE(eventually([this] { return dialog.pos() == QPoint(200, 150); }));
-    }
-
-    /// Moves the pointer by steps, and waits after each until the dialog has heard of it.
-    void moveAndAwait(const QPoint& target)
-    {
-        ASSERT_TRUE(movePointer(target));
-        ASSERT_TRUE(eventually([&] { return log.lastMove == target; }));
-    }
+    void SetUp() override { showAt(dialog, {200, 150, 300, 200}); }
 
     ScriptedUname uname = ScriptedUname::other();
     QDialogEx dialog{0, nullptr};
@@ -46,7 +48,7 @@ TEST_F(DialogDragTest, TheTitleStripTakesTheDialogAlongWithoutAJump)
     ASSERT_TRUE(eventually([this] { return log.presses == 1; }));
     EXPECT_EQ(dialog.pos(), QPoint(200, 150));
     for (const QPoint step : {QPoint(301, 160), QPoint(420, 330), QPoint(90, 60)}) {
-        moveAndAwait(step);
+        moveAndAwait(log, step);
         EXPECT_TRUE(eventually([&] { return dialog.pos() == step - QPoint(100, 10); }));
         EXPECT_EQ(moves.last(), QVariantList{step - QPoint(100, 10)});
     }
@@ -60,7 +62,7 @@ TEST_F(DialogDragTest, AnyMouseButtonDrags)
 {
     ASSERT_TRUE(movePointer({300, 160}));
     ASSERT_TRUE(pressPointer(3));
-    moveAndAwait({350, 200});
+    moveAndAwait(log, {350, 200});
     EXPECT_TRUE(eventually([&] { return dialog.pos() == QPoint(250, 190); }));
     ASSERT_TRUE(releasePointer(3));
 }
@@ -69,7 +71,7 @@ TEST_F(DialogDragTest, TheCornerWhereTheCloseButtonsOwnRectangleWouldLieNeverDra
 {
     ASSERT_TRUE(movePointer({200 + 20, 150 + 20}));
     ASSERT_TRUE(pressPointer());
-    moveAndAwait({400, 400});
+    moveAndAwait(log, {400, 400});
     EXPECT_EQ(moves.last(), QVariantList{QPoint(380, 380)});
     EXPECT_EQ(dialog.pos(), QPoint(200, 150));
     ASSERT_TRUE(releasePointer());
@@ -79,8 +81,8 @@ TEST_F(DialogDragTest, EveryMoveOverTheContentIsToldButDragsNothing)
 {
     ASSERT_TRUE(movePointer({350, 280}));
     ASSERT_TRUE(pressPointer());
-    moveAndAwait({360, 290});
-    moveAndAwait({370, 300});
+    moveAndAwait(log, {360, 290});
+    moveAndAwait(log, {370, 300});
     ASSERT_GE(moves.size(), 2);
     EXPECT_EQ(moves.first(), QVariantList{QPoint(210, 160)});
     EXPECT_EQ(moves.last(), QVariantList{QPoint(220, 170)});
@@ -128,7 +130,7 @@ TEST_F(DialogDragTest, AMaximisedDialogStaysAndTellsNothing)
     const QRect full = dialog.geometry();
     ASSERT_TRUE(movePointer(full.topLeft() + QPoint(100, 10)));
     ASSERT_TRUE(pressPointer());
-    moveAndAwait(full.topLeft() + QPoint(300, 200));
+    moveAndAwait(log, full.topLeft() + QPoint(300, 200));
     EXPECT_EQ(moves.size(), 0);
     EXPECT_EQ(dialog.geometry(), full);
     ASSERT_TRUE(releasePointer());
@@ -139,18 +141,7 @@ namespace {
 class WindowDragTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        window.setGeometry(200, 150, 400, 300);
-        ASSERT_TRUE(showActive(window));
-        ASSERT_TRUE(eventually([this] { return window.pos() == QPoint(200, 150); }));
-    }
-
-    void moveAndAwait(const QPoint& target)
-    {
-        ASSERT_TRUE(movePointer(target));
-        ASSERT_TRUE(eventually([&] { return log.lastMove == target; }));
-    }
+    void SetUp() override { showAt(window, {200, 150, 400, 300}); }
 
     ScriptedUname uname = ScriptedUname::other();
     QMainWindowEx window{nullptr, true};
@@ -166,7 +157,7 @@ TEST_F(WindowDragTest, TheTitleBarTakesTheWindowAlong)
     ASSERT_TRUE(movePointer({200 + 6 + 150, 150 + 12}));
     ASSERT_TRUE(pressPointer());
     for (const QPoint step : {QPoint(357, 162), QPoint(520, 400), QPoint(220, 90)}) {
-        moveAndAwait(step);
+        moveAndAwait(log, step);
         EXPECT_TRUE(eventually([&] { return window.pos() == step - QPoint(150, 12); }));
     }
     ASSERT_TRUE(releasePointer());
@@ -181,7 +172,7 @@ TEST_F(WindowDragTest, ADoubleClickOnlyTakesANewHold)
     ASSERT_TRUE(pressPointer());
     ASSERT_TRUE(eventually([this] { return log.presses == 2; }));
     EXPECT_EQ(window.geometry(), QRect(200, 150, 400, 300));
-    moveAndAwait({500, 400});
+    moveAndAwait(log, {500, 400});
     EXPECT_TRUE(eventually([&] { return window.pos() == QPoint(350, 388); }));
     ASSERT_TRUE(releasePointer());
     EXPECT_EQ(window.size(), QSize(400, 300));
@@ -217,7 +208,7 @@ TEST_F(WindowDragTest, AMaximisedWindowStays)
     const QRect full = window.geometry();
     ASSERT_TRUE(movePointer(full.topLeft() + QPoint(300, 12)));
     ASSERT_TRUE(pressPointer());
-    moveAndAwait(full.topLeft() + QPoint(400, 200));
+    moveAndAwait(log, full.topLeft() + QPoint(400, 200));
     EXPECT_EQ(window.geometry(), full);
     ASSERT_TRUE(releasePointer());
 }
