@@ -98,19 +98,13 @@ void QSaveThread::run()
 
 void QSaveThread::Save()
 {
-    if (!CreateDevice()) {
-        ExitThread();
-        return;
-    }
-    if (m_bRunning) {
-        End();
-        return;
-    }
+    if (!CreateDevice())
+        return ExitThread();
+    if (m_bRunning)
+        return End();
     m_bRunning = true;
-    if (!SetIPAddr()) {
-        End();
-        return;
-    }
+    if (!SetIPAddr())
+        return End();
 
     unsigned long nIp = 0;
     if (!QStringToDword(m_ModifiedDevice.m_strIpAddress, nIp)) {
@@ -123,8 +117,7 @@ void QSaveThread::Save()
     m_Camera.Destroy();
     if (!CreateDevice()) {
         qDebug() << "!CreateDevice";
-        End();
-        return;
+        return End();
     }
 
     TerminationPoint();

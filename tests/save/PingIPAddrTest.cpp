@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/save/SaveFixture.h"
+#include "save/QSaveThread.h"
+
+#include "tests/device/QtFixture.h"
+#include "tests/support/ScriptedProgram.h"
 
 #include <QDir>
 
 namespace {
 
-class PingIPAddrTest : public SaveFixture
+/// With a program "ping" of the test's own.
+class PingIPAddrTest : public QtFixture
 {
 protected:
     /// Whether one of many pings has its answer in time; on a busy machine, not each of them has.
@@ -17,6 +21,8 @@ protected:
         }
         return false;
     }
+
+    ScriptedProgram ping{"ping"};
 };
 
 } // namespace
