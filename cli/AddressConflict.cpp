@@ -49,4 +49,11 @@ bool isOutsideAdapterSubnet(const QDevice& camera, quint32 address)
     return ((camera.m_nNetExport ^ address) & mask) != 0;
 }
 
+void noteOutsideAdapterSubnet(const QDevice& camera, quint32 address, std::ostream& err)
+{
+    if (isOutsideAdapterSubnet(camera, address))
+        err << "note: the new address is outside the subnet of the adapter that hears the camera ("
+            << dotted(camera.m_nNetExport).toStdString() << "); the camera will be listed as Unreachable\n";
+}
+
 } // namespace cli

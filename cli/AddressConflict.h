@@ -3,6 +3,8 @@
 
 #include "device/QDevice.h"
 
+#include <iosfwd>
+
 namespace cli {
 
 struct Session;
@@ -15,5 +17,8 @@ void requireUnusedAddress(const QDevice& camera, const QVector<QDevice>& cameras
 
 /// Whether a camera with that address would be in another subnet than the adapter that hears it.
 bool isOutsideAdapterSubnet(const QDevice& camera, quint32 address);
+
+/// Says so, if it is.
+void noteOutsideAdapterSubnet(const QDevice& camera, quint32 address, std::ostream& err);
 
 } // namespace cli

@@ -2,19 +2,46 @@
 #include "cli/Cameras.h"
 
 #include "cli/DisplayText.h"
+#include "cli/Failure.h"
 #include "cli/IpSettings.h"
+#include "cli/Privileges.h"
+#include "cli/Session.h"
 #include "device/QDeviceManager.h"
 
 #include <QObject>
 
 #include <algorithm>
+#include <ostream>
 
 namespace cli {
+
+namespace {
+
+constexpr int Looks = 5;
+
+std::string notFound(const QString& macAddress, const QVector<QDevice>& cameras)
+{
+    std::string text = "no camera has the MAC address " + macAddress.toStdString();
+    if (cameras.isEmpty())
+        return text + "; no camera answered at all";
+    text += "; found:";
+    for (const QDevice& camera : cameras)
+        text += "\n    " + camera.m_strMacAddress.toStdString() + "  " + displayText(camera.m_strModelName) +
+                "  " + camera.m_strIpAddress.toStdString();
+    return text;
+}
+
+} // namespace
 
 QVector<QDevice> findCameras()
 {
     // A new manager each time: it looks at the adapters anew, and has no old list to fall back on.
     QDeviceManager manager;
+    return findCameras(manager);
+}
+
+QVector<QDevice> findCameras(QDeviceManager& manager)
+{
     manager.EnumGigEDevices();
     QVector<QDevice> cameras;
     manager.GetAllDevices(cameras);
@@ -29,18 +56,35 @@ const QDevice* cameraByMac(const QVector<QDevice>& cameras, const QString& macAd
     return found == cameras.end() ? nullptr : found;
 }
 
-std::optional<QDevice> awaitSettings(const QString& macAddress, const IpSettings& wanted, int looks)
+const QDevice& requireCamera(const QVector<QDevice>& cameras, const QString& macAddress,
+                             const Session& session)
+{
+    if (const QDevice* const camera = cameraByMac(cameras, macAddress))
+        return *camera;
+    if (!session.hasRawSockets)
+        session.err << rawSocketHint(session.programPath);
+    throw Failure(ExitStatus::NoSuchCamera, notFound(macAddress, cameras));
+}
+
+std::optional<QDevice> awaitChange(const QString& macAddress,
+                                   const std::function<bool(const QDevice&)>& isAsWanted)
 {
     std::optional<QDevice> last;
-    for (int i = 0; i < looks; ++i) {
+    for (int i = 0; i < Looks; ++i) {
         const QVector<QDevice> cameras = findCameras();
         if (const QDevice* const camera = cameraByMac(cameras, macAddress)) {
             last = *camera;
-            if (reports(*camera, wanted))
+            if (isAsWanted(*camera))
                 break;
         }
     }
     return last;
+}
+
+IpSettings settingsOf(const QDevice& camera)
+{
+    return {QDevice::GetIP(camera.m_strIpAddress), QDevice::GetIP(camera.m_strSubnetMask),
+            QDevice::GetIP(camera.m_strDefaultGateway)};
 }
 
 bool reports(const QDevice& camera, const IpSettings& settings)

@@ -3,22 +3,36 @@
 
 #include "device/QDevice.h"
 
+#include <functional>
 #include <optional>
 #include <string>
+
+class QDeviceManager;
 
 namespace cli {
 
 struct IpSettings;
+struct Session;
 
 /// The cameras that answer now, as QDeviceManager lists them. Takes a little more than a second.
 QVector<QDevice> findCameras();
 
+/// The same with the manager's help, whose list it then is.
+QVector<QDevice> findCameras(QDeviceManager& manager);
+
 /// The camera with that MAC address; null when it is not among them.
 const QDevice* cameraByMac(const QVector<QDevice>& cameras, const QString& macAddress);
 
-/// Looks for the camera until it reports these settings, `looks` times at most. Gives what it reported last,
-/// no value when it was never heard.
-std::optional<QDevice> awaitSettings(const QString& macAddress, const IpSettings& wanted, int looks);
+/// The same; throws a Failure (no such camera) that says which ones there are.
+const QDevice& requireCamera(const QVector<QDevice>& cameras, const QString& macAddress,
+                             const Session& session);
+
+/// Looks for a camera that changes at once until it is as wanted: a few times, as answers get lost. Gives
+/// what it reported last, no value when it was never heard.
+std::optional<QDevice> awaitChange(const QString& macAddress,
+                                   const std::function<bool(const QDevice&)>& isAsWanted);
+
+IpSettings settingsOf(const QDevice& camera);
 
 bool reports(const QDevice& camera, const IpSettings& settings);
 

@@ -5,7 +5,7 @@ namespace cli {
 
 const std::vector<Command>& commands()
 {
-    static const std::vector<Command> all{listCommand(), forceCommand()};
+    static const std::vector<Command> all{listCommand(), forceCommand(), setCommand()};
     return all;
 }
 

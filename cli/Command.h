@@ -24,6 +24,7 @@ struct Command
 
 Command listCommand();
 Command forceCommand();
+Command setCommand();
 
 /// All of them, in help's order.
 const std::vector<Command>& commands();

@@ -31,6 +31,8 @@ TextTable::Row changeRow(const char* when, const QDevice& device, bool coloured)
 {
     return {{when, {}},
             statusCell(device, coloured),
+            cell(device.m_strUserDefinedName),
+            cell(device.m_strIpConfigType),
             cell(device.m_strIpAddress),
             cell(device.m_strSubnetMask),
             cell(device.m_strDefaultGateway)};
@@ -66,7 +68,7 @@ std::string deviceTable(const QVector<QDevice>& devices, bool coloured)
 std::string changeTable(const QDevice& before, const QDevice& after, bool coloured)
 {
     TextTable table;
-    table.addRow(header({"", "STATUS", "ADDRESS", "MASK", "GATEWAY"}));
+    table.addRow(header({"", "STATUS", "USER NAME", "IP CONFIG", "ADDRESS", "MASK", "GATEWAY"}));
     table.addRow(changeRow("before", before, coloured));
     table.addRow(changeRow("after", after, coloured));
     return table.text();

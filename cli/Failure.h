@@ -12,6 +12,7 @@ enum class ExitStatus
     Failed = 1, ///< Or refused.
     WrongArguments = 2,
     NoSuchCamera = 3,
+    Interrupted = 130, ///< By a signal, while a change was under way.
 };
 
 /// Ends a command. Its text is one sentence or more for the user, who sees it on standard error.

@@ -7,7 +7,6 @@
 #include "cli/Failure.h"
 #include "cli/IpSettings.h"
 #include "cli/MacAddress.h"
-#include "cli/Privileges.h"
 #include "cli/Session.h"
 #include "device/CameraAddress.h"
 
@@ -16,34 +15,11 @@
 namespace cli {
 namespace {
 
-/// A camera takes an address at once; the looks after the first are for answers that get lost.
-constexpr int Looks = 5;
-
-IpSettings settingsOf(const QDevice& camera)
-{
-    return {QDevice::GetIP(camera.m_strIpAddress), QDevice::GetIP(camera.m_strSubnetMask),
-            QDevice::GetIP(camera.m_strDefaultGateway)};
-}
-
-std::string notFound(const QString& macAddress, const QVector<QDevice>& cameras)
-{
-    std::string text = "no camera has the MAC address " + macAddress.toStdString();
-    if (cameras.isEmpty())
-        return text + "; no camera answered at all";
-    text += "; found:";
-    for (const QDevice& camera : cameras)
-        text += "\n    " + camera.m_strMacAddress.toStdString() + "  " + displayText(camera.m_strModelName) +
-                "  " + camera.m_strIpAddress.toStdString();
-    return text;
-}
-
 /// What the user should know of a change that is about to be made.
 void announce(const QDevice& camera, const IpSettings& wanted, std::ostream& err)
 {
     err << describe(camera) << ": " << describe(settingsOf(camera)) << " -> " << describe(wanted) << '\n';
-    if (isOutsideAdapterSubnet(camera, wanted.address))
-        err << "note: the new address is outside the subnet of the adapter that hears the camera ("
-            << dotted(camera.m_nNetExport).toStdString() << "); the camera will be listed as Unreachable\n";
+    noteOutsideAdapterSubnet(camera, wanted.address, err);
     if (!isStatic(camera))
         err << "note: the address holds until the camera's next reset, as its IP configuration is "
             << displayText(camera.m_strIpConfigType) << '\n';
@@ -60,32 +36,28 @@ void force(const Arguments& arguments, Session& session)
     if (session.interactive)
         session.err << "Looking for cameras ...\n" << std::flush;
     const QVector<QDevice> cameras = findCameras();
-    const QDevice* const camera = cameraByMac(cameras, macAddress);
-    if (!camera) {
-        if (!session.hasRawSockets)
-            session.err << rawSocketHint(session.programPath);
-        throw Failure(ExitStatus::NoSuchCamera, notFound(macAddress, cameras));
-    }
-    requireUnusedAddress(*camera, cameras, wanted.address, session);
+    const QDevice& camera = requireCamera(cameras, macAddress, session);
+    requireUnusedAddress(camera, cameras, wanted.address, session);
 
-    announce(*camera, wanted, session.err);
-    const QString failure = ForceAddress(*camera, wanted.address, wanted.mask, wanted.gateway);
+    announce(camera, wanted, session.err);
+    const QString failure = ForceAddress(camera, wanted.address, wanted.mask, wanted.gateway);
     if (!failure.isEmpty())
-        throw Failure(ExitStatus::Failed, describe(*camera) + ": " + failure.toStdString());
+        throw Failure(ExitStatus::Failed, describe(camera) + ": " + failure.toStdString());
 
-    const std::optional<QDevice> after = awaitSettings(macAddress, wanted, Looks);
+    const std::optional<QDevice> after =
+        awaitChange(macAddress, [&wanted](const QDevice& each) { return reports(each, wanted); });
     if (!after)
         throw Failure(ExitStatus::Failed,
-                      describe(*camera) + " took the address and was not heard again" +
+                      describe(camera) + " took the address and was not heard again" +
                           (session.hasRawSockets
                                ? std::string()
                                : "; without CAP_NET_RAW a camera outside the subnet may not "
                                  "be heard"));
     if (!reports(*after, wanted))
         throw Failure(ExitStatus::Failed,
-                      describe(*camera) + " took the address but reports another: asked for " +
+                      describe(camera) + " took the address but reports another: asked for " +
                           describe(wanted) + "; it reports " + describe(settingsOf(*after)));
-    session.out << changeTable(*camera, *after, session.coloured);
+    session.out << changeTable(camera, *after, session.coloured);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "cli/Ping.h"
 
+#include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <string>
@@ -19,6 +20,9 @@ struct Session
     bool hasRawSockets = true; ///< Whether cameras outside all subnets can be heard for certain.
     std::string programPath;   ///< This program's file.
     std::function<PingResult(const std::string& address)> ping;
+    /// How long a camera may take to come back from a restart: a minute to start, then a search for a DHCP
+    /// server (15 s) and for a free link-local address (40 s).
+    std::chrono::seconds restartPatience{120};
 };
 
 } // namespace cli

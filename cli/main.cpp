@@ -5,6 +5,8 @@
 #include "cli/Session.h"
 
 #include <QCoreApplication>
+#include <QLoggingCategory>
+#include <QTextCodec>
 
 #include <cstdlib>
 #include <exception>
@@ -51,6 +53,11 @@ try {
     }
     const std::vector<std::string> words(argv + 1, argv + argc);
     const QCoreApplication application(argc, argv);
+    // Like all texts here, whatever the locale: a camera's name is sent in what Qt takes for the locale's
+    // encoding.
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    // The workers' notes for developers; QT_LOGGING_RULES brings them back.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
     std::error_code ignored; // The path is only for a hint.
     cli::Session session{
         std::cout,

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/Restart.h"
+
+#include "cli/Cameras.h"
+#include "cli/Failure.h"
+#include "cli/Interruption.h"
+#include "cli/Session.h"
+#include "cli/SetRequest.h"
+
+#include <ostream>
+
+namespace cli {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// One alone may be the last answer of a camera that is slow to go down.
+constexpr int AgreeingLooks = 2;
+
+/// A look takes its time, but none when the adapter is gone for as long as its only camera restarts.
+constexpr std::chrono::milliseconds Pause{500};
+
+std::string stateOf(const std::optional<QDevice>& camera, const SetRequest& request)
+{
+    if (!camera)
+        return "The camera does not answer while it restarts ...";
+    if (!addressingDifference(*camera, request).empty())
+        return "The camera answers, not yet as asked: " + describeAddressing(*camera);
+    return "The camera answers as asked: " + describeAddressing(*camera);
+}
+
+} // namespace
+
+std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& request,
+                                    Interruption& interruption, const Session& session)
+{
+    session.err << "Waiting for " << describe(before) << " to come back with " << describeAddressing(request)
+                << ", for " << session.restartPatience.count() << " seconds at most ...\n"
+                << std::flush;
+    const auto end = Clock::now() + session.restartPatience;
+    std::string shown;
+    for (int agreeing = 0;;) {
+        const QVector<QDevice> cameras = findCameras();
+        const QDevice* const found = cameraByMac(cameras, request.macAddress);
+        const auto camera = found ? std::optional(*found) : std::nullopt;
+        const std::string state = stateOf(camera, request);
+        if (state != shown)
+            session.err << state << '\n' << std::flush;
+        shown = state;
+
+        agreeing = camera && addressingDifference(*camera, request).empty() ? agreeing + 1 : 0;
+        if (agreeing == AgreeingLooks || (agreeing == 0 && Clock::now() >= end))
+            return camera;
+        if (interruption.arrives(Pause))
+            throw Failure(
+                ExitStatus::Interrupted,
+                describe(before) +
+                    ": interrupted while it restarts; it was given the new settings, but whether it "
+                    "comes back with them was not seen");
+    }
+}
+
+} // namespace cli
