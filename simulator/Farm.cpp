@@ -20,8 +20,11 @@ Farm::Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send) 
 
 void Farm::receive(const Frame& frame)
 {
-    const auto [source, destination] = std::visit(
-        [](const auto& message) { return std::pair(message.sourceMac, message.destinationMac); }, frame);
+    using gvcp::MacAddress;
+    const MacAddress& source =
+        std::visit([](const auto& message) -> const MacAddress& { return message.sourceMac; }, frame);
+    const MacAddress& destination =
+        std::visit([](const auto& message) -> const MacAddress& { return message.destinationMac; }, frame);
     if (destination == BroadcastMac) {
         for (const auto& station : m_stations)
             if (station->mac() != source)
