@@ -187,8 +187,7 @@ TEST_F(PortTest, RestartsTheCamerasAddressWhenItsOwnRegisterIsWritten)
 TEST_F(PortTest, TakesACameraThatVanishesUponAWriteToAMakersRegisterForOneThatResets)
 {
     camera.words[0x10000] = 0;
-    bool isGone = false;
-    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+    camera.onCommand = [isGone = false](const gvcp::CommandPacket& command) mutable {
         isGone = isGone || gvcp::readU32(command.payload, 0) == 0x10000;
         return isGone;
     };
@@ -200,8 +199,7 @@ TEST_F(PortTest, TakesACameraThatVanishesUponAWriteToAMakersRegisterForOneThatRe
 TEST_F(PortTest, TakesACameraThatComesBackWithoutKnowingUsForOneThatHasReset)
 {
     camera.words[0x10000] = 0;
-    int received = 0;
-    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+    camera.onCommand = [this, received = 0](const gvcp::CommandPacket& command) mutable {
         if (gvcp::readU32(command.payload, 0) != 0x10000)
             return false;
         camera.words[reg::ControlChannelPrivilege] = 0;
