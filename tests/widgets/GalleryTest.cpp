@@ -138,6 +138,11 @@ struct Frame
     ScriptedUname (*uname)();
 };
 
+void PrintTo(const Frame& frame, std::ostream* stream)
+{
+    *stream << frame.system;
+}
+
 class FrameGalleryTest : public GalleryTest, public testing::WithParamInterface<Frame>
 {
 protected:

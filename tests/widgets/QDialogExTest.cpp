@@ -32,6 +32,11 @@ struct Strip
     std::vector<QString> sheets;
 };
 
+void PrintTo(const Strip& strip, std::ostream* stream)
+{
+    *stream << "style " << strip.style;
+}
+
 class BottomStripTest : public testing::TestWithParam<Strip>
 {};
 

@@ -55,6 +55,11 @@ struct Look
     QRect minimise;
 };
 
+void PrintTo(const Look& look, std::ostream* stream)
+{
+    *stream << (look.ubuntu ? "Ubuntu" : "other") << (look.showMinButton ? ", with minimise" : "");
+}
+
 class TitleBarLookTest : public testing::TestWithParam<Look>
 {};
 

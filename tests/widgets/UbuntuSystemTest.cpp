@@ -14,6 +14,11 @@ struct Answer
     bool ubuntu;
 };
 
+void PrintTo(const Answer& answer, std::ostream* stream)
+{
+    *stream << '"' << answer.output << '"';
+}
+
 class UbuntuSystemTest : public testing::TestWithParam<Answer>
 {};
 
