@@ -17,6 +17,9 @@ using Clock = std::chrono::steady_clock;
 /// One alone may be the last answer of a camera that is slow to go down.
 constexpr int AgreeingLooks = 2;
 
+/// So often in a row it says the same when it has settled for something else.
+constexpr int SettledLooks = 10;
+
 /// A look takes its time, but none when the adapter is gone for as long as its only camera restarts.
 constexpr std::chrono::milliseconds Pause{500};
 
@@ -39,17 +42,19 @@ std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& req
                 << std::flush;
     const auto end = Clock::now() + session.restartPatience;
     std::string shown;
-    for (int agreeing = 0;;) {
+    for (int alike = 0;;) {
         const QVector<QDevice> cameras = findCameras();
         const QDevice* const found = cameraByMac(cameras, request.macAddress);
         const auto camera = found ? std::optional(*found) : std::nullopt;
         const std::string state = stateOf(camera, request);
         if (state != shown)
             session.err << state << '\n' << std::flush;
+        alike = state == shown ? alike + 1 : 1;
         shown = state;
 
-        agreeing = camera && addressingDifference(*camera, request).empty() ? agreeing + 1 : 0;
-        if (agreeing == AgreeingLooks || (agreeing == 0 && Clock::now() >= end))
+        const bool isAsAsked = camera && addressingDifference(*camera, request).empty();
+        const bool hasSettled = camera && !mayLookForAddress(*camera, request) && alike >= SettledLooks;
+        if (isAsAsked ? alike >= AgreeingLooks : hasSettled || Clock::now() >= end)
             return camera;
         if (interruption.arrives(Pause))
             throw Failure(

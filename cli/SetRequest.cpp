@@ -70,6 +70,11 @@ QString typeText(Addressing addressing)
     return QObject::tr("LLA");
 }
 
+bool hasTypeAsAsked(const QDevice& camera, const SetRequest& request)
+{
+    return camera.m_strIpConfigType == typeText(*request.addressing);
+}
+
 bool hasAddressAsAsked(const QDevice& camera, const SetRequest& request)
 {
     switch (*request.addressing) {
@@ -130,8 +135,7 @@ QDevice changed(QDevice camera, const SetRequest& request)
 
 std::string addressingDifference(const QDevice& camera, const SetRequest& request)
 {
-    if (!request.addressing ||
-        (camera.m_strIpConfigType == typeText(*request.addressing) && hasAddressAsAsked(camera, request)))
+    if (!request.addressing || (hasTypeAsAsked(camera, request) && hasAddressAsAsked(camera, request)))
         return {};
     return difference(describeAddressing(request), describeAddressing(camera));
 }
@@ -141,6 +145,11 @@ std::string nameDifference(const QDevice& camera, const SetRequest& request)
     if (!request.userName || camera.m_strUserDefinedName == *request.userName)
         return {};
     return difference("the user name " + quoted(*request.userName), quoted(camera.m_strUserDefinedName));
+}
+
+bool mayLookForAddress(const QDevice& camera, const SetRequest& request)
+{
+    return hasTypeAsAsked(camera, request) && request.addressing != Addressing::Static;
 }
 
 std::string describeAddressing(const QDevice& camera)

@@ -42,6 +42,10 @@ std::string addressingDifference(const QDevice& camera, const SetRequest& reques
 /// Likewise of its name.
 std::string nameDifference(const QDevice& camera, const SetRequest& request);
 
+/// Whether the camera has the IP configuration that was asked for and may still be looking for an address by
+/// it.
+bool mayLookForAddress(const QDevice& camera, const SetRequest& request);
+
 /// "DHCP, 192.168.1.20, mask 255.255.255.0, no gateway"
 std::string describeAddressing(const QDevice& camera);
 

@@ -122,8 +122,7 @@ TEST_F(CommandLine, BringsAnUnreachableCameraIntoTheSubnet)
 {
     const lab::Output output = force(Unreachable, "192.168.1.50");
     EXPECT_EQ(output.status, 0) << output.standardError;
-    EXPECT_THAT(output.standardOutput,
-                HasSubstr("\nafter   Free         192.168.1.50  255.255.255.0  0.0.0.0\n"));
+    EXPECT_THAT(output.standardOutput, HasSubstr("LLA        192.168.1.50  255.255.255.0  0.0.0.0\n"));
     const json camera = listed(Unreachable);
     EXPECT_EQ(camera["Status"], "Free");
     EXPECT_EQ(camera["GevCurrentIPAddress"], "192.168.1.50");

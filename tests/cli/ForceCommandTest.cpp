@@ -47,9 +47,9 @@ TEST_F(ForceCommandTest, ForcesTheCameraOfThatMacAndNoOther)
 {
     EXPECT_EQ(force("192.0.2.30", {"--gateway", "192.0.2.1"}), ExitStatus::Done);
     EXPECT_THAT(forced(), ElementsAre("ForceIpEx(00:00:00:00:00:02, 192.0.2.30, 255.255.255.0, 192.0.2.1)"));
-    EXPECT_EQ(out.str(), "        STATUS       ADDRESS     MASK           GATEWAY\n"
-                         "before  Unreachable  10.0.0.9    255.255.255.0  0.0.0.0\n"
-                         "after   Free         192.0.2.30  255.255.255.0  192.0.2.1\n");
+    EXPECT_EQ(out.str(), "        STATUS       USER NAME  IP CONFIG  ADDRESS     MASK           GATEWAY\n"
+                         "before  Unreachable  Name       LLA        10.0.0.9    255.255.255.0  0.0.0.0\n"
+                         "after   Free         Name       LLA        192.0.2.30  255.255.255.0  192.0.2.1\n");
     EXPECT_EQ(sdk.livingHandles(), 0u);
 }
 

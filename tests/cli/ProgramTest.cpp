@@ -33,7 +33,7 @@ TEST_F(ProgramTest, TellsItsUsageAndItsVersionAsDataWhenAsked)
     for (const char* option : {"--help", "-h"}) {
         EXPECT_EQ(run({option}), ExitStatus::Done);
         for (const char* text :
-             {"  list ", "  force ", "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
+             {"  list ", "  force ", "  set ", "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
               "3 no such camera"})
             EXPECT_THAT(out.str(), HasSubstr(text));
         EXPECT_EQ(err.str(), "");
@@ -58,6 +58,8 @@ TEST_F(ProgramTest, RefusesWrongArgumentsInOneLine)
         {"--speed"},
         {"LIST"},
         {"list", "--speed"},
+        {"set"},
+        {"set", "00:00:00:00:00:01"},
         {"list", "all"},
         {"force"},
         {"force", "00:00:00:00:00:01"},

@@ -10,6 +10,7 @@ set(resources_may_include)
 set(widgets_may_include)
 set(simulator_may_include gvcp)
 set(cli_may_include device save)
+set(cli_may_include save device)
 
 set(layers gvcp genapi sdk device save resources widgets simulator cli)
 foreach(layer IN LISTS layers)
