@@ -45,7 +45,7 @@ std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& req
     for (int alike = 0;;) {
         const QVector<QDevice> cameras = findCameras();
         const QDevice* const found = cameraByMac(cameras, request.macAddress);
-        const auto camera = found ? std::optional(*found) : std::nullopt;
+        auto camera = found ? std::optional(*found) : std::nullopt;
         const std::string state = stateOf(camera, request);
         if (state != shown)
             session.err << state << '\n' << std::flush;

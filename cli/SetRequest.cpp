@@ -48,7 +48,7 @@ IpSettings parseStaticSettings(const Arguments& arguments)
 
 QString parseUserName(const std::string& text)
 {
-    const QString name = QString::fromStdString(text);
+    QString name = QString::fromStdString(text);
     if (name.toStdString() != text)
         refuse("--user-id \"" + displayText(text) + "\" is not UTF-8");
     if (text.size() > MaxNameBytes)

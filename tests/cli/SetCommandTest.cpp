@@ -109,7 +109,7 @@ TEST_F(SetCommandTest, GivesTheCameraOfThatMacAStaticAddress)
 TEST_F(SetCommandTest, RenamesWithoutARestart)
 {
     EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Done) << err.str();
-    EXPECT_THAT(written, AllOf(testing::Contains(HasSubstr("DeviceUserID = 4E 65 77 00")),
+    EXPECT_THAT(written, AllOf(testing::Contains(HasSubstr("DeviceUserID = 4e 65 77 00")),
                                Not(testing::Contains("DeviceReset()"))));
     EXPECT_THAT(err.str(), AllOf(HasSubstr("user name \"Name\" -> \"New\"\n"), Not(HasSubstr("come back"))));
     EXPECT_THAT(out.str(), HasSubstr("after   Free    New        DHCP"));

@@ -98,7 +98,11 @@ TEST_F(SettingCameras, RenamesACameraInAnyLocaleAndLeavesItRunning)
 TEST_F(SettingCameras, MakesAStaticCameraTakeALease)
 {
     const simulator_tests::DhcpServer server(site.host(), "192.168.1.100,192.168.1.200,255.255.255.0");
-    addCamera(R"("address": "192.168.1.20", "ipConfiguration": "persistent", "rebootTime": 500)");
+    // Without an address of its configuration's, it has none but the stored one and what the network gives
+    // it.
+    addCamera(
+        R"("ipConfiguration": "persistent", "persistent": {"address": "192.168.1.20"}, "rebootTime": 500)");
+    ASSERT_EQ(runningCamera(*farm, Mac)["address"], "192.168.1.20");
     const lab::Output output = set({"--dhcp"});
     EXPECT_EQ(output.status, 0) << output.standardError;
     const std::string address = camera()["address"];
