@@ -16,6 +16,8 @@ public:
     CNodeMapRef& operator=(const CNodeMapRef&) = delete;
     virtual ~CNodeMapRef();
 
+    // NOLINTBEGIN(bugprone-reserved-identifier): the standard's own names.
+
     /// Makes the node map of a description, plain or zipped. Throws a RuntimeException when there is a map
     /// already, and when the description is no good.
     void _LoadXMLFromString(const GenICam::gcstring& XMLData);
@@ -25,6 +27,8 @@ public:
 
     /// See INodeMap::GetNode. Null without a node map.
     INode* _GetNode(const GenICam::gcstring& Name) const;
+
+    // NOLINTEND(bugprone-reserved-identifier)
 
 private:
     GenICam::gcstring m_deviceName;

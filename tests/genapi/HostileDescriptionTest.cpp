@@ -7,7 +7,6 @@
 
 using namespace GenApi;
 using testing::HasSubstr;
-using testing::IsEmpty;
 
 namespace {
 

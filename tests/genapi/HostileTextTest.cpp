@@ -97,7 +97,7 @@ TEST(AText, IsRefusedUnlessItIsADescription)
         {std::string(64, '\0'), "empty"},
         {"   \n", "XML"},
         {"no XML at all", "XML"},
-        {std::string("<RegisterDescription>\0</RegisterDescription>", 45), "no text"},
+        {std::string("<RegisterDescription>\0</RegisterDescription>", 44), "no text"},
         {"<html></html>", "RegisterDescription"},
         {"<RegisterDescription>", "XML"},
         {"<RegisterDescription><Integer Name=\"N></RegisterDescription>", "XML"},
