@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+class QString;
+struct _NETWORK_INFO;
+
+/// Which texts the Modify IP Address dialog takes. It is more lenient than the main window: of the four parts
+/// only the last must not be empty, and one that is no number counts 0.
+namespace DialogAddressRules {
+
+/// Parts of 0 to 255, the first one of 1 to 126 or 128 to 223.
+bool IsCameraAddress(const QString& strText);
+
+/// Parts of 0 to 255; the bits may be any.
+bool IsSubnetMask(const QString& strText);
+
+/// As for a camera's address, but the first part may be 0 as well.
+bool IsGateway(const QString& strText);
+
+/// What is offered for cameras on this adapter, as in "192.168.1.0~192.168.1.253".
+QString ValidRange(const _NETWORK_INFO& adapter);
+
+} // namespace DialogAddressRules

@@ -1,0 +1,294 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/MainWidget.h"
+
+#include "device/QDeviceManager.h"
+#include "device/QRefreshThread.h"
+#include "save/QSaveThread.h"
+#include "ui/MainAddressRules.h"
+#include "ui/Placement.h"
+#include "ui/QDetailPanel.h"
+#include "ui/QDeviceTable.h"
+#include "ui/QEditPanel.h"
+#include "ui/QSetIpAddrDlg.h"
+#include "ui/UserName.h"
+#include "widgets/QLineEditEx.h"
+#include "widgets/QMessageBoxDlg.h"
+#include "widgets/QPushButtonEx.h"
+#include "widgets/QPushButtonExColor.h"
+#include "widgets/QRadioButtonEx.h"
+
+#include <QKeyEvent>
+#include <QSignalBlocker>
+
+namespace {
+
+constexpr int Margin = 16;
+
+/// A text on white beside a picture: `picture`.png and, for its states, the same with "_hov", "_sel", "_dis".
+QString ToolButtonSheet(const char* picture)
+{
+    return QStringLiteral(
+               "#QPushButtonEx{border:none;background-color:white;color:#666666;font-size:13px;"
+               "font-family:FZShuSong-Z01S;text-align:left;padding-left:22px;"
+               "background-image:url(:/Dorn/Resources/btn/%1.png);"
+               "background-repeat:no-repeat;background-position:left center;}"
+               "#QPushButtonEx:hover{color:#2C88E5;background-image:url(:/Dorn/Resources/btn/%1_hov.png);}"
+               "#QPushButtonEx:pressed{background-image:url(:/Dorn/Resources/btn/%1_sel.png);}"
+               "#QPushButtonEx:disabled{color:#EDEDED;"
+               "background-image:url(:/Dorn/Resources/btn/%1_dis.png);}")
+        .arg(QLatin1String(picture));
+}
+
+QPushButtonEx* CreateToolButton(const char* picture, const QSize& size, QWidget* pParent)
+{
+    auto* const pButton = new QPushButtonEx(pParent);
+    pButton->setStyleSheet(ToolButtonSheet(picture));
+    pButton->setFixedSize(size);
+    return pButton;
+}
+
+} // namespace
+
+MainWidget::MainWidget(QWidget* pParent) : QMainWindowEx(pParent, true), m_pDeviceManager(new QDeviceManager)
+{
+    if (InitWidget())
+        setWindowFlags(Qt::FramelessWindowHint);
+}
+
+bool MainWidget::InitWidget()
+{
+    QString strTitle = tr("IP Configurator");
+    SetTitleText(strTitle);
+    resize(890, 650);
+    if (!CreatCtrls() || !InitSlots() || !InitLayout())
+        return false;
+    UpdateListShow();
+    OnBtnRefresh();
+    return true;
+}
+
+bool MainWidget::CreatCtrls()
+{
+    // In the order in which Tab goes through them.
+    m_pModifyIpBtn = CreateToolButton("forceip", QSize(120, 26), this);
+    m_pRefreshBtn = CreateToolButton("refresh", QSize(90, 26), this);
+    InitTableWidget();
+    m_pEditPanel = new QEditPanel(this);
+    m_pDetailPanel = new QDetailPanel(this);
+    m_pSaveThread = new QSaveThread;
+    m_pRefreshThread = new QRefreshThread;
+    m_pSetIpAddrDlg = new QSetIpAddrDlg(this);
+    RefreshWidgetInfo();
+    return true;
+}
+
+void MainWidget::InitTableWidget()
+{
+    m_pDeviceTable = new QDeviceTable(this);
+}
+
+bool MainWidget::InitSlots()
+{
+    const auto& edit = *m_pEditPanel;
+    // A refresh that was asked for during the last one: start() would have done nothing.
+    connect(m_pRefreshThread, &QThread::finished, this, [this] {
+        if (m_bRefreshAgain)
+            StartRefresh();
+    });
+    return connect(edit.m_pStaticIpRadio, SIGNAL(clicked()), SLOT(OnSelectStaticIp())) &&
+           connect(edit.m_pDhcpRadio, SIGNAL(clicked()), SLOT(OnSelectDHCP())) &&
+           connect(edit.m_pLlaRadio, SIGNAL(clicked()), SLOT(OnSelectLLA())) &&
+           connect(m_pRefreshBtn, SIGNAL(clicked()), SLOT(OnBtnRefresh())) &&
+           connect(edit.m_pSaveBtn, SIGNAL(clicked()), SLOT(OnBtnSave())) &&
+           connect(m_pDeviceTable, SIGNAL(itemSelectionChanged()), SLOT(OnSelectItemChanged())) &&
+           connect(m_pDeviceTable, SIGNAL(itemClicked(QTableWidgetItem*)),
+                   SLOT(OnItemClicked(QTableWidgetItem*))) &&
+           connect(edit.m_IpAddr.Edit(), SIGNAL(textChanged(QString)), SLOT(OnIpAddrChanged(QString))) &&
+           connect(edit.m_SubnetMask.Edit(), SIGNAL(textChanged(QString)),
+                   SLOT(OnSubnetMaskChanged(QString))) &&
+           connect(edit.m_Gateway.Edit(), SIGNAL(textChanged(QString)), SLOT(OnGatewayChanged(QString))) &&
+           connect(m_pSetIpAddrDlg, SIGNAL(SigSetIpDlgOk()), SLOT(OnSetIpDlgBtnOk())) &&
+           connect(m_pSaveThread, SIGNAL(SigEndThread()), SLOT(OnEndSaveThread())) &&
+           connect(m_pSaveThread, SIGNAL(SigRefresh()), SLOT(OnBtnRefresh())) &&
+           connect(m_pRefreshThread, SIGNAL(SigEndThread()), SLOT(OnEndRefreshThread())) &&
+           connect(m_pModifyIpBtn, SIGNAL(clicked()), SLOT(OnForceIpBtn())) &&
+           connect(m_pSaveThread, SIGNAL(SigShowMsg(QString, QString)), SLOT(OnShowMsg(QString, QString)),
+                   Qt::BlockingQueuedConnection);
+}
+
+bool MainWidget::InitLayout()
+{
+    QBoxLayout* const pTools = createLayout(Qt::Horizontal);
+    pTools->setContentsMargins(Margin, 12, Margin, 12);
+    pTools->setSpacing(16);
+    pTools->addWidget(m_pModifyIpBtn);
+    pTools->addWidget(m_pRefreshBtn);
+    pTools->addStretch();
+
+    // With wider margins the table's last column would cut masks.
+    QBoxLayout* const pTable = createLayout(Qt::Horizontal);
+    pTable->setContentsMargins(Margin / 2, 0, Margin / 2, 0);
+    pTable->addWidget(m_pDeviceTable);
+
+    QBoxLayout* const pDevice = createLayout(Qt::Horizontal);
+    pDevice->setContentsMargins(Margin, 8, Margin, Margin);
+    pDevice->setSpacing(24);
+    pDevice->addWidget(m_pEditPanel);
+    pDevice->addWidget(m_pDetailPanel, 1);
+
+    QBoxLayout* const pMain = createLayout(Qt::Vertical);
+    pMain->setSpacing(0);
+    pMain->addLayout(pTools);
+    pMain->addLayout(pTable, 1);
+    pMain->addLayout(pDevice);
+    SetLayoutEx(pMain);
+    return true;
+}
+
+QBoxLayout* MainWidget::createLayout(Qt::Orientation orientation)
+{
+    auto* const pLayout =
+        new QBoxLayout(orientation == Qt::Horizontal ? QBoxLayout::LeftToRight : QBoxLayout::TopToBottom);
+    pLayout->setContentsMargins(0, 0, 0, 0);
+    return pLayout;
+}
+
+void MainWidget::RefreshWidgetInfo()
+{
+    if (!m_pDeviceTable)
+        return;
+    QString strTitle = tr("IP Configurator");
+    SetTitleText(strTitle);
+    m_pEditPanel->RefreshTexts();
+    m_pModifyIpBtn->setText(tr("Modify IP"));
+    m_pRefreshBtn->setText(tr("Refresh"));
+    m_pRefreshBtn->setShortcut(Qt::Key_F5); // A new text takes a button's shortcut away.
+    m_pDeviceTable->RefreshTexts();
+    m_pDetailPanel->RefreshTexts();
+}
+
+void MainWidget::Release()
+{
+    delete std::exchange(m_pDeviceTable, nullptr);
+    delete std::exchange(m_pEditPanel, nullptr);
+    delete std::exchange(m_pDetailPanel, nullptr);
+    delete std::exchange(m_pModifyIpBtn, nullptr);
+    delete std::exchange(m_pRefreshBtn, nullptr);
+    delete std::exchange(m_pSetIpAddrDlg, nullptr);
+    delete std::exchange(m_pDeviceManager, nullptr);
+}
+
+void MainWidget::OnBtnRefresh()
+{
+    if (!m_pRefreshThread || !m_pDeviceTable)
+        return;
+    EnabledRefreshBtn(false);
+    StartRefresh();
+    m_pDeviceTable->setFocus();
+}
+
+void MainWidget::StartRefresh()
+{
+    // A thread that counts as running here has its finished() still to come.
+    m_bRefreshAgain = m_pRefreshThread->isRunning();
+    if (m_bRefreshAgain)
+        return;
+    m_pRefreshThread->SetThreadInfo(m_pDeviceManager);
+    m_pRefreshThread->start(QThread::InheritPriority);
+}
+
+void MainWidget::OnEndRefreshThread()
+{
+    UpdateListShow();
+    EnabledRefreshBtn(true);
+}
+
+void MainWidget::OnBtnSave()
+{
+    if (!m_pDeviceTable || !m_pDeviceManager || !m_pEditPanel || !m_pSaveThread)
+        return;
+
+    const QDevice current = CurrentDevice();
+    QDevice modified = current;
+    const auto& edit = *m_pEditPanel;
+    if (edit.m_pStaticIpRadio->isChecked()) {
+        modified.m_strIpConfigType = QObject::tr("Static IP");
+        modified.m_strIpAddress = edit.m_IpAddr.Edit()->text();
+        modified.m_strSubnetMask = edit.m_SubnetMask.Edit()->text();
+        modified.m_strDefaultGateway = edit.m_Gateway.Edit()->text();
+    } else {
+        modified.m_strIpConfigType =
+            edit.m_pDhcpRadio->isChecked() ? QObject::tr("DHCP") : QObject::tr("LLA");
+    }
+    modified.m_strUserDefinedName = CutUserName(edit.m_UserId.Edit()->text());
+
+    m_bIdle = false;
+    StartSave(current, modified);
+}
+
+void MainWidget::StartSave(const QDevice& current, const QDevice& modified)
+{
+    EnabledSaveBtn(false);
+    EnabledRefreshBtn(false);
+    EnabledEditIPBtn(false);
+    m_bSaving = true;
+    m_pSaveThread->SetThreadInfo(m_pDeviceManager, current, modified);
+    if (m_pSaveThread->isRunning())
+        m_pSaveThread->terminate();
+    m_pSaveThread->start(QThread::InheritPriority);
+}
+
+void MainWidget::OnEndSaveThread()
+{
+    m_bSaving = false;
+    EnabledSaveBtn(true);
+    EnabledEditIPBtn(true);
+    EnabledRefreshBtn(true);
+    m_bIdle = true;
+}
+
+void MainWidget::OnForceIpBtn()
+{
+    if (!m_pDeviceTable || !m_pDeviceManager || !m_pSetIpAddrDlg)
+        return;
+    QDevice device = CurrentDevice();
+    m_pSetIpAddrDlg->SetCurDevice(device);
+    MoveToScreenCentre(*m_pSetIpAddrDlg, *this);
+    m_pSetIpAddrDlg->exec();
+}
+
+void MainWidget::OnSetIpDlgBtnOk()
+{
+    if (!m_pDeviceTable || !m_pDeviceManager || !m_pSetIpAddrDlg || !m_pSaveThread)
+        return;
+    const QDevice current = CurrentDevice();
+    QDevice modified = current;
+    m_pSetIpAddrDlg->GetModifiedDevice(modified);
+    StartSave(current, modified);
+}
+
+void MainWidget::OnShowMsg(const QString& strTitle, const QString& strText)
+{
+    QMessageBoxDlg box(this, strTitle, strText, false);
+    MoveToScreenCentre(box, *this);
+    box.exec(false);
+}
+
+void MainWidget::keyPressEvent(QKeyEvent* pEvent)
+{
+    // Nothing reaches the base class, which would close the window.
+    const bool bReturn = pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter;
+    if (!bReturn || !m_pEditPanel || !m_bIdle)
+        return;
+    const auto& edit = *m_pEditPanel;
+    if (edit.m_Gateway.Edit()->hasFocus() || edit.m_IpAddr.Edit()->hasFocus() ||
+        edit.m_SubnetMask.Edit()->hasFocus())
+        OnBtnSave();
+}
+
+void MainWidget::changeEvent(QEvent* pEvent)
+{
+    QMainWindowEx::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::LanguageChange)
+        RefreshWidgetInfo();
+}

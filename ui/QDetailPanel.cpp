@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/QDetailPanel.h"
+
+#include "device/QDevice.h"
+#include "ui/QValueLabel.h"
+#include "widgets/QStaticLabel.h"
+
+#include <QGridLayout>
+
+QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
+{
+    // A long title would otherwise widen the panel at the cost of its neighbours.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setStyleSheet(QStringLiteral("QGroupBox{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;"
+                                 "border:1px solid #d5dbe2;border-radius:3px;margin-top:8px;}"
+                                 "QGroupBox::title{subcontrol-origin:margin;left:12px;padding:0 4px;}"));
+
+    auto* const pGrid = new QGridLayout(this);
+    pGrid->setContentsMargins(16, 16, 16, 12);
+    pGrid->setHorizontalSpacing(12);
+    pGrid->setVerticalSpacing(4);
+    pGrid->setColumnStretch(1, 1);
+    int nRow = 0;
+    for (auto& pCaption : m_captions) {
+        pCaption = new QStaticLabel(this);
+        auto* const pValue = new QValueLabel(this);
+        pValue->setStyleSheet(
+            QStringLiteral("QLabel{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;}"));
+        m_values[static_cast<std::size_t>(nRow)] = pValue;
+        pGrid->addWidget(pCaption, nRow, 0);
+        pGrid->addWidget(pValue, nRow, 1);
+        pGrid->setRowStretch(nRow, 1);
+        ++nRow;
+    }
+}
+
+void QDetailPanel::RefreshTexts()
+{
+    const std::array<QString, RowCount> texts = {
+        tr("Model Name:"),      tr("Device User ID:"), tr("Serial Number:"), tr("MAC Address:"),
+        tr("IP Configurator:"), tr("IP Address:"),     tr("Subnet Mask:"),   tr("Default Gateway:")};
+    for (std::size_t nRow = 0; nRow < RowCount; ++nRow)
+        m_captions[nRow]->setText(texts[nRow]);
+}
+
+void QDetailPanel::ShowDevice(const QDevice& device)
+{
+    // A group box takes "&" for the mark of a shortcut.
+    setTitle(QStringLiteral("%1(%2)")
+                 .arg(device.m_strUserDefinedName, device.m_strSerialNumber)
+                 .replace(QLatin1Char('&'), QLatin1String("&&")));
+    RefreshTexts();
+    const std::array<QString, RowCount> values = {device.m_strModelName,    device.m_strUserDefinedName,
+                                                  device.m_strSerialNumber, device.m_strMacAddress,
+                                                  device.m_strIpConfigType, device.m_strIpAddress,
+                                                  device.m_strSubnetMask,   device.m_strDefaultGateway};
+    for (std::size_t nRow = 0; nRow < RowCount; ++nRow)
+        m_values[nRow]->setText(values[nRow]);
+}
+
+void QDetailPanel::Clear()
+{
+    setTitle(QString());
+    for (std::size_t nRow = 0; nRow < RowCount; ++nRow) {
+        m_captions[nRow]->clear();
+        m_values[nRow]->clear();
+    }
+}

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/QDeviceTable.h"
+
+#include "device/QDevice.h"
+
+#include <QHeaderView>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QTextDocument>
+
+#include <array>
+
+namespace {
+
+enum Column
+{
+    ModelName,
+    DeviceUserId,
+    SerialNumber,
+    MacAddress,
+    Status,
+    IpConfiguration,
+    IpAddress,
+    SubnetMask,
+    ColumnCount
+};
+
+constexpr std::array<int, ColumnCount> ColumnWidths = {110, 100, 100, 120, 120, 120, 100, 80};
+constexpr int HeaderHeight = 34;
+constexpr int RowHeight = 37;
+
+QString Sheet()
+{
+    return QStringLiteral(
+               "QTableWidget{background-color:white;alternate-background-color:#f7f7f7;color:#666666;"
+               "font-size:13px;font-family:FZShuSong-Z01S;"
+               "selection-color:#2C88E5;selection-background-color:#d0e0f9;}"
+               "QTableWidget::item:selected{color:#2C88E5;background-color:#d0e0f9;}"
+               "QHeaderView{background-color:#879aad;}"
+               "QHeaderView::section{background-color:#879aad;color:white;font-size:13px;"
+               "font-family:FZShuSong-Z01S;padding-left:2px;"
+               "border-left:1px solid white;border-right:1px solid white;"
+               "border-top:1px solid #879aad;border-bottom:1px solid #879aad;}") +
+           QStringLiteral("QScrollBar:vertical{border-image:url(:/Dorn/Resources/scrollbar/scrollbar.png);"
+                          "width:10px;margin:0;}"
+                          "QScrollBar::handle:vertical{"
+                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar_sel.png);min-height:24px;}"
+                          "QScrollBar::handle:vertical:hover{"
+                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar_hov.png);}"
+                          "QScrollBar:horizontal{border-image:url(:/Dorn/Resources/scrollbar/scrollbar2.png);"
+                          "height:10px;margin:0;}"
+                          "QScrollBar::handle:horizontal{"
+                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_sel.png);min-width:24px;}"
+                          "QScrollBar::handle:horizontal:hover{"
+                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_hov.png);}"
+                          "QScrollBar::add-line,QScrollBar::sub-line{width:0;height:0;}");
+}
+
+/// Marks the whole selected row as the one that the keyboard acts on, instead of one of its cells.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override
+    {
+        QStyleOptionViewItem cell = option;
+        cell.state &= ~QStyle::State_HasFocus;
+        QStyledItemDelegate::paint(pPainter, cell, index);
+        if (!(option.state & QStyle::State_Selected) || !option.widget || !option.widget->hasFocus())
+            return;
+        pPainter->fillRect(option.rect.x(), option.rect.top(), option.rect.width(), 1, QColor(FocusColor));
+        pPainter->fillRect(option.rect.x(), option.rect.bottom(), option.rect.width(), 1, QColor(FocusColor));
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(pOption, index);
+        // An address of full length is some pixels wider than its column.
+        if (pOption->fontMetrics.horizontalAdvance(pOption->text) > pOption->rect.width() - 2 * TextMargin)
+            pOption->font.setLetterSpacing(QFont::AbsoluteSpacing, -0.6);
+    }
+
+private:
+    static constexpr int TextMargin = 3;
+    static constexpr QRgb FocusColor = 0xFF2C88E5;
+};
+
+} // namespace
+
+QDeviceTable::QDeviceTable(QWidget* pParent) : QTableWidget(0, ColumnCount, pParent)
+{
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    setTabKeyNavigation(false); // Tab leaves the table.
+    setWordWrap(false);
+    setItemDelegate(new RowDelegate(this));
+
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setFixedHeight(HeaderHeight);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    horizontalHeader()->setStretchLastSection(true);
+    for (int nColumn = 0; nColumn < ColumnCount; ++nColumn)
+        setColumnWidth(nColumn, ColumnWidths[static_cast<std::size_t>(nColumn)]);
+    verticalHeader()->hide();
+    verticalHeader()->setDefaultSectionSize(RowHeight);
+
+    setShowGrid(false);
+    setAlternatingRowColors(true);
+    setFrameShape(NoFrame);
+    setStyleSheet(Sheet());
+    RefreshTexts();
+}
+
+void QDeviceTable::RefreshTexts()
+{
+    setHorizontalHeaderLabels({tr("Model Name"), tr("Device User ID"), tr("Serial Number"), tr("MAC Address"),
+                               tr("Status"), tr("IP Configuration"), tr("IP Address"), tr("Subnet Mask")});
+    setAccessibleName(tr("Cameras"));
+}
+
+void QDeviceTable::AddRow(const QDevice& device)
+{
+    const std::array<QString, ColumnCount> texts = {
+        device.m_strModelName, device.m_strUserDefinedName, device.m_strSerialNumber, device.m_strMacAddress,
+        device.m_strStatus,    device.m_strIpConfigType,    device.m_strIpAddress,    device.m_strSubnetMask};
+    const int nRow = rowCount();
+    insertRow(nRow);
+    for (int nColumn = 0; nColumn < ColumnCount; ++nColumn) {
+        auto* const pItem = new QTableWidgetItem(texts[static_cast<std::size_t>(nColumn)]);
+        pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
+        if (nColumn == Status)
+            pItem->setIcon(StatusIcon(device.m_strStatus));
+        // Only these may be too long for their column. Qt would take a tool tip of a camera's for markup.
+        if (nColumn <= SerialNumber && !pItem->text().isEmpty())
+            pItem->setToolTip(Qt::convertFromPlainText(pItem->text(), Qt::WhiteSpaceNormal));
+        setItem(nRow, nColumn, pItem);
+    }
+}
+
+QString QDeviceTable::MacAddressAt(int nRow) const
+{
+    const QTableWidgetItem* const pItem = item(nRow, MacAddress);
+    return pItem ? pItem->text() : QString();
+}
+
+QIcon QDeviceTable::StatusIcon(const QString& strStatus) const
+{
+    if (strStatus == QObject::tr("Free"))
+        return m_freeIcon;
+    return strStatus == QObject::tr("Unreachable") ? m_unreachableIcon : m_inUseIcon;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <QCoreApplication>
+#include <QIcon>
+#include <QTableWidget>
+
+class QDevice;
+
+/// The cameras, one a row, for selection only. Cells show texts from the network as they are.
+class QDeviceTable : public QTableWidget
+{
+    Q_DECLARE_TR_FUNCTIONS(MainWidget)
+
+public:
+    explicit QDeviceTable(QWidget* pParent);
+
+    /// Sets every text of its own again, in the language of now.
+    void RefreshTexts();
+
+    /// Appends the camera.
+    void AddRow(const QDevice& device);
+
+    /// What the row was made from says about it; empty without such a row. A MAC address is a camera's
+    /// identity.
+    QString MacAddressAt(int nRow) const;
+
+private:
+    QIcon StatusIcon(const QString& strStatus) const;
+
+    QIcon m_freeIcon{QStringLiteral(":/Dorn/Resources/use.png")};
+    QIcon m_inUseIcon{QStringLiteral(":/Dorn/Resources/notuse.png")};
+    QIcon m_unreachableIcon{QStringLiteral(":/Dorn/Resources/notreach.png")};
+};

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/QEditPanel.h"
+
+#include "widgets/QLineEditEx.h"
+#include "widgets/QPushButtonExColor.h"
+#include "widgets/QRadioButtonEx.h"
+#include "widgets/QStaticLabel.h"
+
+#include <QGridLayout>
+
+// In the order in which Tab goes through them.
+QEditPanel::QEditPanel(QWidget* pParent)
+    : QWidget(pParent),
+      m_pStaticIpRadio(new QRadioButtonEx(tr("Static IP"), this)),
+      m_IpAddr(this),
+      m_SubnetMask(this),
+      m_Gateway(this),
+      m_pDhcpRadio(new QRadioButtonEx(tr("DHCP"), this)),
+      m_pLlaRadio(new QRadioButtonEx(tr("LLA"), this)),
+      m_UserId(this),
+      m_pSaveBtn(new QPushButtonExColor(tr("Save"), this))
+{
+    m_pSaveBtn->setFixedSize(90, 30);
+    for (auto* pRadio : {m_pStaticIpRadio, m_pDhcpRadio, m_pLlaRadio})
+        pRadio->setStyleSheet(pRadio->styleSheet() +
+                              QStringLiteral("#QRadioButtonEx:disabled{color:#b0b0b0;}"));
+    RefreshTexts();
+    CreateLayout();
+}
+
+void QEditPanel::RefreshTexts()
+{
+    m_pStaticIpRadio->setText(tr("Static IP"));
+    m_IpAddr.SetCaption(tr("IP Address:"));
+    m_SubnetMask.SetCaption(tr("Subnet Mask:"));
+    m_Gateway.SetCaption(tr("Default Gateway:"));
+    m_pDhcpRadio->setText(tr("DHCP"));
+    m_pLlaRadio->setText(tr("LLA"));
+    m_UserId.SetCaption(tr("Device User ID:"));
+    m_pSaveBtn->setText(tr("Save"));
+}
+
+void QEditPanel::CreateLayout()
+{
+    constexpr int IndentColumn = 0; // What belongs to a radio button stands under its text.
+    constexpr int CaptionColumn = 1;
+    constexpr int EditColumn = 2;
+    constexpr int RadioTextX = 22;
+    constexpr int GroupGap = 8;
+
+    auto* const pGrid = new QGridLayout(this);
+    pGrid->setContentsMargins(0, 8, 0, 0);
+    pGrid->setHorizontalSpacing(0);
+    pGrid->setVerticalSpacing(8);
+    pGrid->setColumnMinimumWidth(IndentColumn, RadioTextX);
+    int nRow = 0;
+    const auto addRadio = [&](QRadioButtonEx* pRadio) {
+        pGrid->addWidget(pRadio, nRow++, IndentColumn, 1, 3);
+    };
+    const auto addEdit = [&](const QCaptionedEdit& field, int nColumn) {
+        pGrid->addWidget(field.Caption(), nRow, nColumn, 1, CaptionColumn - nColumn + 1);
+        pGrid->addWidget(field.Edit(), nRow, EditColumn);
+        field.Caption()->setContentsMargins(0, 0, 12, 0);
+        ++nRow;
+    };
+    addRadio(m_pStaticIpRadio);
+    addEdit(m_IpAddr, CaptionColumn);
+    addEdit(m_SubnetMask, CaptionColumn);
+    addEdit(m_Gateway, CaptionColumn);
+    addRadio(m_pDhcpRadio);
+    addRadio(m_pLlaRadio);
+    pGrid->setRowMinimumHeight(nRow++, GroupGap);
+    addEdit(m_UserId, IndentColumn);
+    pGrid->addWidget(m_pSaveBtn, nRow++, EditColumn, Qt::AlignRight | Qt::AlignTop);
+    pGrid->setRowStretch(nRow, 1);
+    pGrid->setColumnStretch(EditColumn + 1, 1);
+}

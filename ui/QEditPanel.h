@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "ui/QCaptionedEdit.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+class QPushButtonExColor;
+class QRadioButtonEx;
+
+/// The controls in which a camera's addressing and its name are edited. What they mean and when they are
+/// enabled is their owner's affair, who also connects them.
+class QEditPanel : public QWidget
+{
+    Q_DECLARE_TR_FUNCTIONS(MainWidget)
+
+public:
+    explicit QEditPanel(QWidget* pParent);
+
+    /// Sets every text of its own again, in the language of now.
+    void RefreshTexts();
+
+    QRadioButtonEx* const m_pStaticIpRadio;
+    QCaptionedEdit m_IpAddr;
+    QCaptionedEdit m_SubnetMask;
+    QCaptionedEdit m_Gateway;
+    QRadioButtonEx* const m_pDhcpRadio;
+    QRadioButtonEx* const m_pLlaRadio;
+    QCaptionedEdit m_UserId;
+    QPushButtonExColor* const m_pSaveBtn;
+
+private:
+    void CreateLayout();
+};

@@ -1,0 +1,332 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/QSetIpAddrDlg.h"
+
+#include "device/QDevice.h"
+#include "device/QPingThread.h"
+#include "ui/DialogAddressRules.h"
+#include "widgets/QLineEditEx.h"
+#include "widgets/QMessageBoxDlg.h"
+#include "widgets/QPushButtonEx.h"
+#include "widgets/QPushButtonExColor.h"
+#include "widgets/QStaticLabel.h"
+
+#include <QBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+
+QSetIpAddrDlg::QSetIpAddrDlg(QWidget* pParent) : QMainWindowEx(pParent, false)
+{
+    if (InitWidget())
+        setWindowFlags(Qt::FramelessWindowHint);
+}
+
+bool QSetIpAddrDlg::InitWidget()
+{
+    QString strTitle = tr("Modify IP Address");
+    SetTitleText(strTitle);
+    resize(320, 370);
+    setFixedWidth(300);
+    return CreatCtrls() && InitSlots() && InitLayout();
+}
+
+bool QSetIpAddrDlg::CreatCtrls()
+{
+    m_pNote = new QLabel(this);
+    m_pNote->setTextFormat(Qt::RichText);
+    m_pNote->setWordWrap(true);
+    m_pNote->setStyleSheet(QStringLiteral("color:#333333;                                       "
+                                          "font-size:14px;                                       "
+                                          "font-family: Segoe UI;"));
+    m_pValidRange = new QLabel(this);
+    m_pValidRange->setTextFormat(Qt::RichText);
+    m_pValidRange->setStyleSheet(
+        QStringLiteral("color:#666666;    font-size:14px;    font-family: Segoe UI;"));
+    m_pIpAddr = std::make_unique<Field>(this);
+    m_pSubnetMask = std::make_unique<Field>(this);
+    m_pGateway = std::make_unique<Field>(this);
+    m_pOkBtn = new QPushButtonExColor(tr("OK"), this);
+    m_pOkBtn->setFixedSize(90, 30);
+    m_pCancelBtn = new QPushButtonEx(tr("Cancel"), this);
+    m_pCancelBtn->setFixedSize(90, 30);
+    RefreshWidgetInfo();
+    return true;
+}
+
+bool QSetIpAddrDlg::InitSlots()
+{
+    return connect(m_pIpAddr->edit.Edit(), SIGNAL(textChanged(QString)), SLOT(OnIpAddrChanged(QString))) &&
+           connect(m_pSubnetMask->edit.Edit(), SIGNAL(textChanged(QString)),
+                   SLOT(OnSubnetMaskChanged(QString))) &&
+           connect(m_pGateway->edit.Edit(), SIGNAL(textChanged(QString)), SLOT(OnGatewayChanged(QString))) &&
+           connect(m_pOkBtn, SIGNAL(clicked()), SLOT(OnOkBtn())) &&
+           connect(m_pCancelBtn, SIGNAL(clicked()), SLOT(OnCancelBtn())) && CreatePingThread();
+}
+
+bool QSetIpAddrDlg::CreatePingThread()
+{
+    m_pPingThread = new QPingThread;
+    m_pPingThread->setParent(this);
+    return connect(m_pPingThread, SIGNAL(SigEndThread()), SLOT(OnPingThreadEnd()));
+}
+
+bool QSetIpAddrDlg::InitLayout()
+{
+    auto* const pLabels = new QVBoxLayout;
+    auto* const pEdits = new QVBoxLayout;
+    for (const auto* pField : {m_pIpAddr.get(), m_pSubnetMask.get(), m_pGateway.get()}) {
+        // One height for both columns keeps a caption level with its field.
+        pField->edit.Caption()->setFixedHeight(pField->edit.Edit()->height());
+        pLabels->addWidget(pField->edit.Caption());
+        pEdits->addWidget(pField->edit.Edit());
+    }
+    auto* const pForm = new QHBoxLayout;
+    pForm->addStretch(1);
+    pForm->addLayout(pLabels);
+    pForm->addLayout(pEdits);
+    pForm->addStretch(2);
+
+    auto* const pButtons = new QHBoxLayout;
+    pButtons->addStretch(1);
+    pButtons->addWidget(m_pOkBtn);
+    pButtons->addStretch(2);
+    pButtons->addWidget(m_pCancelBtn);
+    pButtons->addStretch(1);
+
+    auto* const pMain = new QVBoxLayout;
+    pMain->addStretch(1);
+    pMain->addWidget(m_pNote);
+    pMain->addWidget(m_pValidRange);
+    pMain->addStretch(3);
+    pMain->addLayout(pForm);
+    pMain->addStretch(1);
+    pMain->addLayout(pButtons);
+    SetLayoutEx(pMain);
+    return true;
+}
+
+void QSetIpAddrDlg::RefreshWidgetInfo()
+{
+    if (!m_pIpAddr)
+        return;
+    QString strTitle = tr("Modify IP Address");
+    SetTitleText(strTitle);
+    m_pNote->setText(tr("<p style='margin:10px; margin-left: 35px'>If the camera IP is not static IP "
+                        "address,</p><p style='margin:10px'> the subnet mask and default gateway cannot</p>"
+                        "<p style='margin:10px'>be modified.</p>"));
+    m_pIpAddr->edit.SetCaption(tr("IP Address:"));
+    m_pSubnetMask->edit.SetCaption(tr("Subnet Mask:"));
+    m_pGateway->edit.SetCaption(tr("Default Gateway:"));
+    m_pOkBtn->setText(tr("OK"));
+    m_pCancelBtn->setText(tr("Cancel"));
+}
+
+void QSetIpAddrDlg::SetCurDevice(const QDevice& device)
+{
+    if (!m_pIpAddr)
+        return;
+    const auto show = [](Field& field, const QString& strText) {
+        field.strInitial = strText;
+        field.edit.Edit()->setText(strText);
+    };
+    show(*m_pIpAddr, device.m_strIpAddress);
+    show(*m_pSubnetMask, device.m_strSubnetMask);
+    show(*m_pGateway, device.m_strDefaultGateway);
+    // A text that is the same as last time has told nobody, and a ping that was given up has left "OK"
+    // disabled.
+    OnIpAddrChanged(device.m_strIpAddress);
+    OnSubnetMaskChanged(device.m_strSubnetMask);
+    OnGatewayChanged(device.m_strDefaultGateway);
+
+    QVector<_NETWORK_INFO> vecAdapter;
+    device.GetNetWorkVector(vecAdapter);
+    ShowValidArea(vecAdapter, device);
+    SetEnabledCtrls(device);
+}
+
+void QSetIpAddrDlg::GetModifiedDevice(QDevice& device) const
+{
+    if (!m_pIpAddr)
+        return;
+    device.m_strIpAddress = m_pIpAddr->edit.Edit()->text();
+    device.m_strSubnetMask = m_pSubnetMask->edit.Edit()->text();
+    device.m_strDefaultGateway = m_pGateway->edit.Edit()->text();
+}
+
+void QSetIpAddrDlg::ShowValidArea(const QVector<_NETWORK_INFO>& vecAdapter, const QDevice& device)
+{
+    if (!m_pValidRange)
+        return;
+    const QString strBegin = QStringLiteral("<p style='margin:10px'>");
+    const QString strEnd = QStringLiteral("</p>");
+    QString strText = strBegin + tr("Valid Range:") + strEnd;
+    for (const _NETWORK_INFO& adapter : vecAdapter) {
+        strText += strBegin;
+        if (adapter.nIpAddress == device.m_nNetExport)
+            strText += DialogAddressRules::ValidRange(adapter) + strEnd;
+    }
+    m_pValidRange->setText(strText);
+}
+
+void QSetIpAddrDlg::SetEnabledCtrls(const QDevice& device)
+{
+    const bool bStaticIp = device.m_strIpConfigType == QObject::tr("Static IP");
+    EnabledIpAddrCtrl(true);
+    EnabledSubnetMaskCtrl(bStaticIp);
+    EnabledGatewayCtrl(bStaticIp);
+}
+
+void QSetIpAddrDlg::EnabledIpAddrCtrl(bool bEnable)
+{
+    if (m_pIpAddr)
+        m_pIpAddr->edit.SetEnabled(bEnable);
+}
+
+void QSetIpAddrDlg::EnabledSubnetMaskCtrl(bool bEnable)
+{
+    if (m_pSubnetMask)
+        m_pSubnetMask->edit.SetEnabled(bEnable);
+}
+
+void QSetIpAddrDlg::EnabledGatewayCtrl(bool bEnable)
+{
+    if (m_pGateway)
+        m_pGateway->edit.SetEnabled(bEnable);
+}
+
+bool QSetIpAddrDlg::IsChanged() const
+{
+    const auto differs = [](const Field& field) { return field.edit.Edit()->text() != field.strInitial; };
+    return m_pIpAddr && (differs(*m_pIpAddr) || differs(*m_pSubnetMask) || differs(*m_pGateway));
+}
+
+bool QSetIpAddrDlg::IsIPChanged() const
+{
+    return m_pIpAddr && m_pIpAddr->edit.Edit()->text() != m_pIpAddr->strInitial;
+}
+
+bool QSetIpAddrDlg::CheckIpAble(const QString& strText)
+{
+    return DialogAddressRules::IsCameraAddress(strText);
+}
+
+bool QSetIpAddrDlg::CheckSubnetMask(const QString& strText)
+{
+    return DialogAddressRules::IsSubnetMask(strText);
+}
+
+bool QSetIpAddrDlg::CheckGateWay(const QString& strText)
+{
+    return DialogAddressRules::IsGateway(strText);
+}
+
+void QSetIpAddrDlg::OnIpAddrChanged(const QString& strText)
+{
+    if (m_pOkBtn)
+        ShowValidity(*m_pIpAddr, CheckIpAble(strText));
+}
+
+void QSetIpAddrDlg::OnSubnetMaskChanged(const QString& strText)
+{
+    if (m_pOkBtn)
+        ShowValidity(*m_pSubnetMask, CheckSubnetMask(strText));
+}
+
+void QSetIpAddrDlg::OnGatewayChanged(const QString& strText)
+{
+    if (m_pOkBtn)
+        ShowValidity(*m_pGateway, CheckGateWay(strText));
+}
+
+void QSetIpAddrDlg::ShowValidity(Field& field, bool bValid)
+{
+    field.bValid = bValid;
+    if (!bValid)
+        m_pOkBtn->setEnabled(false);
+    else if (m_pIpAddr->bValid && m_pSubnetMask->bValid && m_pGateway->bValid)
+        m_pOkBtn->setEnabled(true);
+}
+
+void QSetIpAddrDlg::OnOkBtn()
+{
+    if (!m_pOkBtn || !IsChanged())
+        return;
+    if (!IsIPChanged()) {
+        emit SigSetIpDlgOk();
+        close();
+        return;
+    }
+    if (m_bPinging)
+        return;
+    m_pPingThread->wait(); // It has announced its end, if it ever ran: no time worth mentioning.
+    m_pPingThread->SetIPAddress(m_pIpAddr->edit.Edit()->text());
+    m_pOkBtn->setEnabled(false);
+    m_bPinging = true;
+    m_pPingThread->start(QThread::InheritPriority);
+}
+
+void QSetIpAddrDlg::OnPingThreadEnd()
+{
+    if (!m_pOkBtn || (sender() && sender() != m_pPingThread))
+        return;
+    m_bPinging = false;
+    if (m_pPingThread->GetPingResult()) {
+        ShowMsg(tr("Message"), tr("The IP address has been used by other devices."));
+        m_pOkBtn->setEnabled(true);
+        return;
+    }
+    m_pOkBtn->setEnabled(true);
+    emit SigSetIpDlgOk();
+    close();
+}
+
+void QSetIpAddrDlg::OnCancelBtn()
+{
+    close();
+}
+
+void QSetIpAddrDlg::closeEvent(QCloseEvent* pEvent)
+{
+    if (m_bPinging) {
+        // Its answer is for a question that nobody asks any more, and may take half a minute to come.
+        m_bPinging = false;
+        connect(m_pPingThread, &QThread::finished, m_pPingThread, &QObject::deleteLater);
+        if (m_pPingThread->isFinished())
+            m_pPingThread->deleteLater();
+        CreatePingThread();
+    }
+    QMainWindowEx::closeEvent(pEvent);
+}
+
+void QSetIpAddrDlg::ShowMsg(const QString& strTitle, const QString& strText)
+{
+    QMessageBoxDlg(this, strTitle, strText, false).exec();
+}
+
+void QSetIpAddrDlg::keyPressEvent(QKeyEvent* pEvent)
+{
+    // Nothing reaches the base class: Escape would close the dialog.
+    if (pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter)
+        OnOkBtn();
+}
+
+void QSetIpAddrDlg::changeEvent(QEvent* pEvent)
+{
+    QMainWindowEx::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::LanguageChange)
+        RefreshWidgetInfo();
+}
+
+void QSetIpAddrDlg::Release()
+{
+    for (auto* pField : {&m_pIpAddr, &m_pSubnetMask, &m_pGateway}) {
+        if (!*pField)
+            continue;
+        delete (*pField)->edit.Caption();
+        delete (*pField)->edit.Edit();
+        pField->reset();
+    }
+    delete std::exchange(m_pNote, nullptr);
+    delete std::exchange(m_pValidRange, nullptr);
+    delete std::exchange(m_pOkBtn, nullptr);
+    delete std::exchange(m_pCancelBtn, nullptr);
+}
