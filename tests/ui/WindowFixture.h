@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "device/QDevice.h"
+#include "tests/save/NodeMapDouble.h"
+#include "tests/support/ScriptedProgram.h"
+#include "tests/support/SdkDouble.h"
+#include "ui/MainWidget.h"
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+
+#include <gtest/gtest.h>
+
+struct PortDouble : GenApi::IPort
+{
+    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
+    void Read(void* /*buffer*/, int64_t /*address*/, int64_t /*length*/) override {}
+    void Write(const void* /*buffer*/, int64_t /*address*/, int64_t /*length*/) override {}
+};
+
+/// What a message box said, or what a record of one expects.
+struct Message
+{
+    QString title;
+    QString text;
+    bool operator==(const Message& other) const { return title == other.title && text == other.text; }
+};
+
+/// The main window between a double of the SDK, one of the cameras' node maps and programs "ping" and "cmd"
+/// that send nothing: no address answers unless the test says so. It is used as a person would, by what
+/// stands on its controls.
+class WindowFixture : public testing::Test
+{
+protected:
+    /// An address configuration as records have it.
+    enum IpConfig : uint32_t
+    {
+        Lla = 0,
+        StaticIp = 1,
+        Dhcp = 2
+    };
+
+    WindowFixture();
+    /// Waits for running jobs, which need the doubles.
+    ~WindowFixture() override;
+
+    /// A camera that the next refresh finds. One whose address starts with another network than its adapter's
+    /// is unreachable.
+    RZ_CC_DEVICE_INFO* addCamera(const SdkDouble::Camera& camera);
+    /// One that another application holds.
+    RZ_CC_DEVICE_INFO* addHeldCamera(const SdkDouble::Camera& camera);
+
+    /// Opens the window and waits for the first list.
+    void open();
+    /// Presses F5 and waits for the new list.
+    void refresh();
+    std::ptrdiff_t enumerationCount() const;
+    bool jobsAreOver() const;
+
+    /// By the text that stands on it.
+    QAbstractButton* button(const char* text) const;
+    /// By its caption.
+    QLineEdit* field(const char* caption) const;
+    QTableWidget* table() const;
+    QString cell(int row, int column) const;
+    QString panelTitle() const;
+    /// The texts of the panel's labels, captions and values in pairs.
+    QStringList panelTexts() const;
+    /// Whether the field and its caption are, both of them.
+    bool isEnabled(const char* caption) const;
+    static bool isRed(const QLineEdit* field);
+
+    void clickRow(int row) const;
+    void click(const char* buttonText) const;
+    /// Replaces the field's text by typing.
+    void type(const char* caption, const QString& text) const;
+
+    /// Runs once as soon as the next modal window is active: the event loop that waits for it runs inside of
+    /// the call that opens it.
+    void onNextModal(const std::function<void(QWidget&)>& act);
+    /// Reads the next message box and presses "OK"; the message can be looked at afterwards.
+    void confirmNextMessage();
+
+    static void saveScreenshot(QWidget& window, const QString& name);
+
+    ScriptedProgram ping{"ping"};
+    ScriptedProgram cmd{"cmd"};
+    PortDouble port;
+    SdkDouble sdk;
+    std::vector<std::string> written; ///< To cameras, through their node maps.
+    NodeMapDouble nodes{[this](const std::string& what) { written.push_back(what); }};
+    MainWidget* window = nullptr;
+    std::vector<Message> messages; ///< That were confirmed.
+
+private:
+    std::vector<RZ_CC_DEVICE_INFO*> m_held;
+};
