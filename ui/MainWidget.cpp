@@ -23,6 +23,7 @@
 namespace {
 
 constexpr int Margin = 16;
+constexpr int TableMargin = 5; // Leaves the last column room for a mask beside a scroll bar.
 
 /// A text on white beside a picture: `picture`.png and, for its states, the same with "_hov", "_sel", "_dis".
 QString ToolButtonSheet(const char* picture)
@@ -125,9 +126,8 @@ bool MainWidget::InitLayout()
     pTools->addWidget(m_pRefreshBtn);
     pTools->addStretch();
 
-    // With wider margins the table's last column would cut masks.
     QBoxLayout* const pTable = createLayout(Qt::Horizontal);
-    pTable->setContentsMargins(Margin / 2, 0, Margin / 2, 0);
+    pTable->setContentsMargins(TableMargin, 0, TableMargin, 0);
     pTable->addWidget(m_pDeviceTable);
 
     QBoxLayout* const pDevice = createLayout(Qt::Horizontal);
@@ -200,7 +200,7 @@ void MainWidget::StartRefresh()
 void MainWidget::OnEndRefreshThread()
 {
     UpdateListShow();
-    EnabledRefreshBtn(true);
+    EnabledRefreshBtn(!m_bRefreshAgain);
 }
 
 void MainWidget::OnBtnSave()

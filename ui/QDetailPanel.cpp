@@ -7,6 +7,8 @@
 
 #include <QGridLayout>
 
+#include <algorithm>
+
 QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
 {
     // A long title would otherwise widen the panel at the cost of its neighbours.
@@ -15,11 +17,11 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
                                  "border:1px solid #d5dbe2;border-radius:3px;margin-top:8px;}"
                                  "QGroupBox::title{subcontrol-origin:margin;left:12px;padding:0 4px;}"));
 
-    auto* const pGrid = new QGridLayout(this);
-    pGrid->setContentsMargins(16, 16, 16, 12);
-    pGrid->setHorizontalSpacing(12);
-    pGrid->setVerticalSpacing(4);
-    pGrid->setColumnStretch(1, 1);
+    m_pGrid = new QGridLayout(this);
+    m_pGrid->setContentsMargins(16, 16, 16, 12);
+    m_pGrid->setHorizontalSpacing(12);
+    m_pGrid->setVerticalSpacing(4);
+    m_pGrid->setColumnStretch(1, 1);
     int nRow = 0;
     for (auto& pCaption : m_captions) {
         pCaption = new QStaticLabel(this);
@@ -27,9 +29,9 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
         pValue->setStyleSheet(
             QStringLiteral("QLabel{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;}"));
         m_values[static_cast<std::size_t>(nRow)] = pValue;
-        pGrid->addWidget(pCaption, nRow, 0);
-        pGrid->addWidget(pValue, nRow, 1);
-        pGrid->setRowStretch(nRow, 1);
+        m_pGrid->addWidget(pCaption, nRow, 0);
+        m_pGrid->addWidget(pValue, nRow, 1);
+        m_pGrid->setRowStretch(nRow, 1);
         ++nRow;
     }
 }
@@ -39,8 +41,14 @@ void QDetailPanel::RefreshTexts()
     const std::array<QString, RowCount> texts = {
         tr("Model Name:"),      tr("Device User ID:"), tr("Serial Number:"), tr("MAC Address:"),
         tr("IP Configurator:"), tr("IP Address:"),     tr("Subnet Mask:"),   tr("Default Gateway:")};
-    for (std::size_t nRow = 0; nRow < RowCount; ++nRow)
+    int nWidth = 0;
+    for (std::size_t nRow = 0; nRow < RowCount; ++nRow) {
         m_captions[nRow]->setText(texts[nRow]);
+        m_captions[nRow]->ensurePolished();
+        nWidth = std::max(nWidth, m_captions[nRow]->sizeHint().width());
+    }
+    // The captions keep their room also while nothing is shown.
+    m_pGrid->setColumnMinimumWidth(0, nWidth);
 }
 
 void QDetailPanel::ShowDevice(const QDevice& device)

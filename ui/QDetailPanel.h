@@ -7,6 +7,7 @@
 #include <array>
 
 class QDevice;
+class QGridLayout;
 class QStaticLabel;
 
 /// All of one camera, to be read. Its size does not depend on what it shows.
@@ -28,6 +29,7 @@ public:
 private:
     static constexpr std::size_t RowCount = 8;
 
+    QGridLayout* m_pGrid;
     std::array<QStaticLabel*, RowCount> m_captions{};
     std::array<QStaticLabel*, RowCount> m_values{};
 };

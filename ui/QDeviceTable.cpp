@@ -56,6 +56,15 @@ QString Sheet()
                           "QScrollBar::add-line,QScrollBar::sub-line{width:0;height:0;}");
 }
 
+/// In its own colours also where the row is selected.
+QIcon StatusPicture(const char* name)
+{
+    const QString strFile = QStringLiteral(":/Dorn/Resources/%1.png").arg(QLatin1String(name));
+    QIcon icon(strFile);
+    icon.addFile(strFile, QSize(), QIcon::Selected);
+    return icon;
+}
+
 /// Marks the whole selected row as the one that the keyboard acts on, instead of one of its cells.
 class RowDelegate : public QStyledItemDelegate
 {
@@ -90,7 +99,11 @@ private:
 
 } // namespace
 
-QDeviceTable::QDeviceTable(QWidget* pParent) : QTableWidget(0, ColumnCount, pParent)
+QDeviceTable::QDeviceTable(QWidget* pParent)
+    : QTableWidget(0, ColumnCount, pParent),
+      m_freeIcon(StatusPicture("use")),
+      m_inUseIcon(StatusPicture("notuse")),
+      m_unreachableIcon(StatusPicture("notreach"))
 {
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);

@@ -28,7 +28,7 @@ public:
 private:
     QIcon StatusIcon(const QString& strStatus) const;
 
-    QIcon m_freeIcon{QStringLiteral(":/Dorn/Resources/use.png")};
-    QIcon m_inUseIcon{QStringLiteral(":/Dorn/Resources/notuse.png")};
-    QIcon m_unreachableIcon{QStringLiteral(":/Dorn/Resources/notreach.png")};
+    QIcon m_freeIcon;
+    QIcon m_inUseIcon;
+    QIcon m_unreachableIcon;
 };

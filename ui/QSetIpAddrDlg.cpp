@@ -34,6 +34,10 @@ bool QSetIpAddrDlg::CreatCtrls()
     m_pNote = new QLabel(this);
     m_pNote->setTextFormat(Qt::RichText);
     m_pNote->setWordWrap(true);
+    // Just enough for each paragraph to fit the dialog's width.
+    QFont noteFont = m_pNote->font();
+    noteFont.setLetterSpacing(QFont::AbsoluteSpacing, -0.5);
+    m_pNote->setFont(noteFont);
     m_pNote->setStyleSheet(QStringLiteral("color:#333333;                                       "
                                           "font-size:14px;                                       "
                                           "font-family: Segoe UI;"));
@@ -93,6 +97,7 @@ bool QSetIpAddrDlg::InitLayout()
     pButtons->addStretch(1);
 
     auto* const pMain = new QVBoxLayout;
+    pMain->setContentsMargins(0, 9, 0, 9);
     pMain->addStretch(1);
     pMain->addWidget(m_pNote);
     pMain->addWidget(m_pValidRange);

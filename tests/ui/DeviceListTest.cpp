@@ -38,6 +38,10 @@ protected:
                        .userName = "Camera " + std::to_string(i)});
     }
 
+    // What refreshes are given, who may outlive the body of a test.
+    std::atomic<QThread*> worker{nullptr};
+    QSemaphore go;
+
     QString selectedName() const { return cell(table()->currentRow(), 1); }
 };
 
@@ -207,8 +211,7 @@ TEST_F(DeviceListTest, WhileTheListIsAlreadyNewerThanTheTableARowMeansTheCameraT
     addCameras(3);
     open();
     sdk.listed.erase(sdk.listed.begin());
-    std::atomic<QThread*> worker{nullptr};
-    sdk.isDeviceAccessible = [&](const RZ_CC_DEVICE_INFO*) {
+    sdk.isDeviceAccessible = [this](const RZ_CC_DEVICE_INFO*) {
         worker = QThread::currentThread();
         return true;
     };
@@ -235,8 +238,7 @@ TEST_F(DeviceListTest, ARefreshGivesTheKeyboardToTheTable)
 TEST_F(DeviceListTest, ARefreshThatIsAskedForDuringARefreshFollowsIt)
 {
     open();
-    QSemaphore go;
-    sdk.enumDevices = [&](RZ_CC_DEVICE_INFO_LIST& list) {
+    sdk.enumDevices = [this](RZ_CC_DEVICE_INFO_LIST& list) {
         go.acquire();
         list = {};
         return RZ_OK;
@@ -245,6 +247,6 @@ TEST_F(DeviceListTest, ARefreshThatIsAskedForDuringARefreshFollowsIt)
     EXPECT_FALSE(button("Refresh")->isEnabled());
     ASSERT_TRUE(eventually([&] { return enumerationCount() == 2; }));
     ASSERT_TRUE(QMetaObject::invokeMethod(window, "OnBtnRefresh")); // as a save does at its end
-    go.release(2);
+    go.release(100);
     EXPECT_TRUE(eventually([&] { return enumerationCount() == 3; }));
 }

@@ -5,10 +5,11 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QTranslator>
 
 namespace {
 
-/// Pictures of the window's states, for people to look at.
+/// Pictures of the windows' states, for people to look at.
 class ScreenshotTest : public WindowFixture
 {
 protected:
@@ -34,41 +35,97 @@ protected:
                        .userName = "Roof",
                        .ipConfig = StaticIp});
         addCamera({.mac = "00:1A:2B:00:00:04",
-                   .ip = "10.7.7.9",
+                   .ip = "192.168.100.100",
+                   .mask = "255.255.255.128",
+                   .gateway = "192.168.100.126",
                    .model = "RZ-5000GM",
                    .serial = "01B1120090",
                    .userName = "Spare",
                    .ipConfig = StaticIp});
         addCamera({.mac = "00:1A:2B:00:00:05",
                    .ip = "169.254.3.8",
-                   .model = "RZ-1300GM",
-                   .serial = "01A2093480",
-                   .userName = "",
+                   .model = "A model with too long a name",
+                   .serial = "0123456789ABCDE",
+                   .userName = "\u76F8\u673A\u76F8\u673A",
                    .ipConfig = Lla});
+    }
+
+    void takeAll(const QString& language)
+    {
+        const auto save = [&](const char* state) { saveScreenshot(*window, language + '-' + state); };
+        open();
+        save("1-no-camera");
+        addCameras();
+        refresh();
+        save("2-free-static");
+        type("IP Address:", "192.0.2.");
+        save("3-invalid-address");
+        clickRow(1);
+        save("4-free-dhcp");
+        clickRow(2);
+        save("5-in-use");
+        clickRow(3);
+        save("6-unreachable");
+        onNextModal([&](QWidget& dialog) {
+            saveScreenshot(dialog, language + "-7-dialog");
+            dialog.close();
+        });
+        click("Modify IP");
+        clickRow(4);
+        save("8-unreachable-lla");
+
+        clickRow(0);
+        sdk.forceIp = [](auto...) { return RZ_ERROR_REFUSED; };
+        onNextModal([&](QWidget& box) {
+            saveScreenshot(box, language + "-9-message");
+            box.close();
+        });
+        click("Save");
+        save("10-saving");
+        ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
+
+        button("Refresh")->setFocus();
+        save("11-button-focus");
+        button("Save")->setFocus();
+        save("12-save-focus");
+        for (int i = 0; i < 40; ++i)
+            addCamera(
+                {.mac = QString::asprintf("00:1A:2B:00:01:%02d", i).toStdString(), .ipConfig = StaticIp});
+        refresh();
+        save("13-many");
+        window->showMaximized();
+        ASSERT_TRUE(eventually([this] { return window->width() > 1000; }));
+        save("14-maximised");
+
+        QSetIpAddrDlg dialog(nullptr);
+        QDevice device;
+        device.m_strIpConfigType = QObject::tr("DHCP");
+        device.m_strIpAddress = "192.168.100.100";
+        device.m_strSubnetMask = "255.255.255.0";
+        device.m_strDefaultGateway = "192.168.100.254";
+        device.m_nNetExport = QDevice::GetIP("192.168.100.10");
+        device.m_vecHostAdapter.fill({QDevice::GetIP("10.1.1.1"), QDevice::GetIP("255.0.0.0")}, 12);
+        device.m_vecHostAdapter.append({device.m_nNetExport, QDevice::GetIP("255.255.255.0")});
+        dialog.SetCurDevice(device);
+        ASSERT_TRUE(showActive(dialog));
+        saveScreenshot(dialog, language + "-15-dialog-dhcp");
     }
 };
 
 } // namespace
 
-TEST_F(ScreenshotTest, EveryStateOfTheWindow)
+TEST_F(ScreenshotTest, EveryStateInEnglish)
 {
-    open();
-    saveScreenshot(*window, "1-no-camera");
-    addCameras();
-    refresh();
-    saveScreenshot(*window, "2-free-static");
-    type("IP Address:", "192.0.2.");
-    saveScreenshot(*window, "3-invalid-address");
-    clickRow(1);
-    saveScreenshot(*window, "4-free-dhcp");
-    clickRow(2);
-    saveScreenshot(*window, "5-in-use");
-    clickRow(3);
-    saveScreenshot(*window, "6-unreachable");
-    clickRow(4);
-    saveScreenshot(*window, "7-unreachable-lla");
-    clickRow(0);
-    window->showMaximized();
-    ASSERT_TRUE(eventually([this] { return window->width() > 1000; }));
-    saveScreenshot(*window, "8-maximised");
+    takeAll("en");
+}
+
+TEST_F(ScreenshotTest, EveryStateInChinese)
+{
+    QTranslator translator;
+    if (!translator.load(QCoreApplication::applicationDirPath() + "/../bin/Kelo_ip_configurator_en.qm"))
+        GTEST_SKIP() << "the translation is not there";
+    QCoreApplication::installTranslator(&translator);
+    takeAll("zh");
+    QCoreApplication::removeTranslator(&translator);
+    QCoreApplication::processEvents(); // The window is told by an event.
 }

@@ -52,12 +52,15 @@ WindowFixture::WindowFixture()
     nodes.addCommand("DeviceReset");
 }
 
-WindowFixture::~WindowFixture()
+void WindowFixture::TearDown()
 {
-    if (window) {
-        EXPECT_TRUE(eventually([this] { return jobsAreOver(); }));
-        window->hide();
-    }
+    if (!window)
+        return;
+    EXPECT_TRUE(eventually([this] { return jobsAreOver(); }));
+    // After a save the button is in use also while the list is being refreshed. One more refresh comes last.
+    QMetaObject::invokeMethod(window, "OnBtnRefresh");
+    EXPECT_TRUE(eventually([this] { return jobsAreOver(); }));
+    window->hide();
 }
 
 RZ_CC_DEVICE_INFO* WindowFixture::addCamera(const SdkDouble::Camera& camera)

@@ -44,8 +44,8 @@ protected:
     };
 
     WindowFixture();
-    /// Waits for running jobs, which need the doubles.
-    ~WindowFixture() override;
+    /// Waits for running jobs, which need the doubles and whatever else of the test they have been given.
+    void TearDown() override;
 
     /// A camera that the next refresh finds. One whose address starts with another network than its adapter's
     /// is unreachable.

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/WindowActions.h"
+#include "tests/ui/WindowFixture.h"
+
+#include <QTest>
+
+using ConcurrentClicksTest = WindowFixture;
+
+TEST_F(ConcurrentClicksTest, RowsCanBeClickedAllThroughManyRefreshes)
+{
+    constexpr int Refreshes = 200;
+    for (int i = 0; i < 8; ++i)
+        addCamera({.mac = QString::asprintf("00:00:00:00:00:%02d", i).toStdString(),
+                   .userName = "Camera " + std::to_string(i),
+                   .ipConfig = static_cast<uint32_t>(i % 3)});
+    open();
+    sdk.enumDevices = [all = sdk.listed, number = 0](RZ_CC_DEVICE_INFO_LIST& list) mutable {
+        ++number;
+        list.nDeviceCount = 4 + static_cast<uint32_t>(number % 5);
+        std::copy_n(all.begin(), list.nDeviceCount, list.apDeviceInfo);
+        return RZ_OK;
+    };
+    for (int i = 0; i < Refreshes; ++i) {
+        QMetaObject::invokeMethod(window, "OnBtnRefresh");
+        const int row = i % table()->rowCount();
+        clickRow(row);
+        ASSERT_EQ(table()->currentRow(), row);
+        const QString name = cell(row, 1);
+        ASSERT_TRUE(panelTitle() == name + "(Serial)" || panelTitle() == "()") << "of a camera that is gone";
+        QCoreApplication::processEvents();
+        ASSERT_EQ(panelTitle(), cell(table()->currentRow(), 1) + "(Serial)");
+    }
+}

@@ -1,0 +1,315 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/support/WindowActions.h"
+#include "tests/ui/WindowFixture.h"
+#include "ui/QSetIpAddrDlg.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QGroupBox>
+#include <QHeaderView>
+#include <QScrollBar>
+#include <QTest>
+#include <QTextDocument>
+#include <QTranslator>
+
+#include <gmock/gmock.h>
+
+using testing::AllOf;
+using testing::Each;
+using testing::Ge;
+
+namespace {
+
+/// A language in which every text is the English one in brackets.
+class Brackets : public QTranslator
+{
+public:
+    Brackets() { QCoreApplication::installTranslator(this); }
+    Brackets(const Brackets&) = delete;
+    Brackets& operator=(const Brackets&) = delete;
+    ~Brackets() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char* /*context*/, const char* text, const char* /*disambiguation*/,
+                      int /*n*/) const override
+    {
+        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
+    }
+};
+
+/// The window as people with all kinds of hardware, languages and cameras use it.
+class WindowUseTest : public WindowFixture
+{
+protected:
+    void openWithOneCamera(const SdkDouble::Camera& camera = {.ipConfig = StaticIp})
+    {
+        addCamera(camera);
+        open();
+        QCoreApplication::processEvents();
+    }
+
+    /// Where every widget of the window is.
+    std::vector<QRect> geometry() const
+    {
+        QCoreApplication::processEvents();
+        std::vector<QRect> all;
+        for (const auto* widget : window->findChildren<QWidget*>()) {
+            // Scroll bars come with the rows that need them.
+            if (!qobject_cast<const QScrollBar*>(widget) && !table()->isAncestorOf(widget))
+                all.emplace_back(widget->mapTo(window, QPoint()), widget->size());
+        }
+        return all;
+    }
+
+    static QString accessibleName(QWidget* widget)
+    {
+        return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+    }
+
+    /// Labels and buttons that have less room than their text needs.
+    static QStringList cutTexts(const QWidget& root)
+    {
+        QStringList cut;
+        for (const auto* label : root.findChildren<QLabel*>()) {
+            if (label->isVisible() && !label->text().isEmpty() && !label->wordWrap() &&
+                label->width() < label->sizeHint().width())
+                cut << label->text();
+        }
+        for (const auto* button : root.findChildren<QAbstractButton*>()) {
+            if (button->isVisible() &&
+                button->width() < button->fontMetrics().horizontalAdvance(button->text()))
+                cut << button->text();
+        }
+        return cut;
+    }
+};
+
+} // namespace
+
+TEST_F(WindowUseTest, ItIsAFramelessWindowOf890By650Pixels)
+{
+    open();
+    EXPECT_EQ(window->windowTitle(), "IP Configurator");
+    EXPECT_EQ(window->size(), QSize(890, 650));
+    EXPECT_TRUE(window->windowFlags() & Qt::FramelessWindowHint);
+}
+
+TEST_F(WindowUseTest, ControlsHaveTheirSizes)
+{
+    openWithOneCamera();
+    EXPECT_EQ(button("Save")->size(), QSize(90, 30));
+    EXPECT_EQ(button("Modify IP")->size(), QSize(120, 26));
+    EXPECT_EQ(button("Refresh")->size(), QSize(90, 26));
+    for (const char* caption : {"IP Address:", "Subnet Mask:", "Default Gateway:", "Device User ID:"})
+        EXPECT_EQ(field(caption)->height(), 20) << caption;
+}
+
+TEST_F(WindowUseTest, NothingIsCutOffAtItsFirstSize)
+{
+    openWithOneCamera();
+    EXPECT_EQ(cutTexts(*window), QStringList());
+    const auto* header = table()->horizontalHeader();
+    QFont font(QStringLiteral("FZShuSong-Z01S"));
+    font.setPixelSize(13);
+    for (int i = 0; i < header->count(); ++i) {
+        const QString title = table()->horizontalHeaderItem(i)->text();
+        EXPECT_LE(QFontMetrics(font).horizontalAdvance(title) + 4, header->sectionSize(i))
+            << title.toStdString();
+    }
+}
+
+TEST_F(WindowUseTest, CaptionsAndFieldsStandInLine)
+{
+    openWithOneCamera();
+    std::vector<int> captionsX;
+    for (const char* caption : {"IP Address:", "Subnet Mask:", "Default Gateway:"}) {
+        EXPECT_EQ(field(caption)->x(), field("Device User ID:")->x()) << caption;
+        for (const auto* label : window->findChildren<QLabel*>()) {
+            if (label->buddy() == field(caption)) {
+                captionsX.push_back(label->x());
+                EXPECT_LE(std::abs(label->geometry().center().y() - field(caption)->geometry().center().y()),
+                          1);
+            }
+        }
+    }
+    EXPECT_THAT(captionsX, Each(captionsX.front()));
+}
+
+TEST_F(WindowUseTest, NothingMovesWhenTheListChanges)
+{
+    open();
+    const auto empty = geometry();
+    addCamera({.ipConfig = StaticIp});
+    refresh();
+    EXPECT_TRUE(geometry() == empty);
+    for (int i = 0; i < 40; ++i)
+        addCamera({.mac = QString::asprintf("00:00:00:00:01:%02d", i).toStdString()});
+    refresh();
+    EXPECT_TRUE(geometry() == empty);
+}
+
+TEST_F(WindowUseTest, TextsOfCamerasAreShownAsTheyAreAndMoveNothing)
+{
+    openWithOneCamera();
+    const auto before = geometry();
+    struct Hostile
+    {
+        std::string model;
+        std::string serial;
+        std::string userName;
+    };
+    const Hostile rows[] = {{"<b>b</b><img src='/etc/motd'>", "<h1>1</h1>", "<a href=x>y</a>"},
+                            {"WWWWWWWWWWWWWWWWWWWWWWWWWWWWWWW", "WWWWWWWWWWWWWWW", "WWWWWWWWWWWWWWW"},
+                            {"\u76F8\u673A\u76F8\u673A\u76F8\u673A\u76F8\u673A\u76F8\u673A", "\u76F8\u673A",
+                             "\u76F8\u673A\u76F8\u673A\u76F8"},
+                            {"line\nbreak\ttab", "\x01\x02\x1b[31m", "a\r\nb"},
+                            {"\xff\xfe\xc0\xaf", "\xed\xa0\x80", "\xe7\x9b"},
+                            {"%1%2 &File", "%1(%2)", "A&B && C"}};
+    for (const auto& [model, serial, userName] : rows) {
+        sdk.listed.clear();
+        addCamera({.model = model, .serial = serial, .userName = userName, .ipConfig = StaticIp});
+        refresh();
+        const QString expectedModel = QString::fromUtf8(model.data(), static_cast<int>(model.size()));
+        const QString expectedName = QString::fromUtf8(userName.data(), static_cast<int>(userName.size()));
+        const QString expectedSerial = QString::fromUtf8(serial.data(), static_cast<int>(serial.size()));
+        EXPECT_EQ(cell(0, 0), expectedModel);
+        EXPECT_EQ(panelTexts().at(1), expectedModel);
+        EXPECT_EQ(panelTexts().at(3), expectedName);
+        EXPECT_EQ(panelTitle().replace("&&", "&"), expectedName + '(' + expectedSerial + ')');
+        EXPECT_TRUE(geometry() == before) << model;
+
+        for (const auto* label : window->findChild<QGroupBox*>()->findChildren<QLabel*>())
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        QTextDocument toolTip;
+        toolTip.setHtml(table()->item(0, 0)->toolTip());
+        EXPECT_EQ(toolTip.toPlainText().simplified(), expectedModel.simplified()) << model;
+    }
+}
+
+TEST_F(WindowUseTest, TabReachesEveryControlThatIsInUse)
+{
+    openWithOneCamera();
+    table()->setFocus();
+    std::set<QWidget*> reached;
+    for (int i = 0; i < 20; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        reached.insert(QApplication::focusWidget());
+    }
+    std::set<QWidget*> expected = {table(), button("Modify IP"), button("Refresh"), button("Static IP"),
+                                   button("Save")};
+    for (const char* caption : {"IP Address:", "Subnet Mask:", "Default Gateway:", "Device User ID:"})
+        expected.insert(field(caption));
+    for (auto* control : expected)
+        EXPECT_TRUE(reached.count(control)) << accessibleName(control).toStdString();
+}
+
+TEST_F(WindowUseTest, ArrowKeysChooseTheKindOfAddressAsClicksDo)
+{
+    openWithOneCamera();
+    button("Static IP")->setFocus();
+    QTest::keyClick(button("Static IP"), Qt::Key_Down);
+    EXPECT_TRUE(button("DHCP")->isChecked());
+    EXPECT_FALSE(isEnabled("IP Address:"));
+    QTest::keyClick(button("DHCP"), Qt::Key_Up);
+    EXPECT_TRUE(button("Static IP")->isChecked());
+    EXPECT_TRUE(isEnabled("IP Address:"));
+}
+
+TEST_F(WindowUseTest, EveryControlHasANameForThoseWhoDoNotSeeIt)
+{
+    openWithOneCamera();
+    EXPECT_NE(accessibleName(table()), "");
+    for (const char* caption : {"IP Address:", "Subnet Mask:", "Default Gateway:", "Device User ID:"})
+        EXPECT_EQ(accessibleName(field(caption)), caption);
+    for (const char* text : {"Static IP", "DHCP", "LLA", "Save", "Modify IP", "Refresh"})
+        EXPECT_EQ(accessibleName(button(text)), text);
+}
+
+TEST_F(WindowUseTest, ALanguageIsTakenOnWhileTheWindowIsOpen)
+{
+    openWithOneCamera();
+    {
+        const Brackets translator;
+        QCoreApplication::processEvents();
+        EXPECT_EQ(window->windowTitle(), "[IP Configurator]");
+        for (const char* text : {"Static IP", "DHCP", "LLA", "Save", "Modify IP", "Refresh"})
+            EXPECT_NE(button(text), nullptr);
+        for (const char* caption : {"IP Address:", "Subnet Mask:", "Default Gateway:", "Device User ID:"})
+            EXPECT_NE(field(caption), nullptr);
+        EXPECT_EQ(panelTexts().at(8), "[IP Configurator:]");
+        EXPECT_EQ(table()->horizontalHeaderItem(5)->text(), "[IP Configuration]");
+        EXPECT_EQ(cell(0, 4), "Free"); // as of the last refresh
+
+        refresh(); // F5 is still there
+        EXPECT_EQ(cell(0, 4), "[Free]");
+        EXPECT_EQ(cell(0, 5), "[Static IP]");
+        EXPECT_TRUE(button("Static IP")->isChecked());
+        EXPECT_TRUE(button("Save")->isEnabled());
+    }
+    QCoreApplication::processEvents();
+    refresh();
+    EXPECT_EQ(cell(0, 4), "Free");
+}
+
+TEST_F(WindowUseTest, ADialogTakesOnALanguageButKeepsItsRangeUntilTheNextUse)
+{
+    QSetIpAddrDlg dialog(nullptr);
+    QDevice device;
+    dialog.SetCurDevice(device);
+    const auto texts = [&dialog] {
+        QStringList found;
+        for (const auto* label : dialog.findChildren<QLabel*>())
+            found << label->text();
+        for (const auto* button : dialog.findChildren<QAbstractButton*>())
+            found << button->text();
+        return found;
+    };
+    const Brackets translator;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(dialog.windowTitle(), "[Modify IP Address]");
+    for (const char* text : {"[IP Address:]", "[Subnet Mask:]", "[Default Gateway:]", "[OK]", "[Cancel]"})
+        EXPECT_TRUE(texts().contains(text)) << text;
+    EXPECT_FALSE(texts().join(' ').contains("[Valid Range:]"));
+    dialog.SetCurDevice(device);
+    EXPECT_TRUE(texts().join(' ').contains("[Valid Range:]"));
+}
+
+TEST_F(WindowUseTest, AfterReleaseNothingReacts)
+{
+    openWithOneCamera();
+    MainWidget& released = *std::exchange(window, nullptr);
+    released.Release();
+    EXPECT_TRUE(released.findChildren<QTableWidget*>().isEmpty());
+    released.UpdateListShow();
+    released.ShowNoDevices();
+    released.ShowHostIp();
+    const QDevice device;
+    released.AddListRow(&device);
+    released.ShowDeviceInfo(&device);
+    released.SetEnableCtrls(&device);
+    released.EnabledRadio(true);
+    released.EnabledSaveBtn(true);
+    released.EnabledEditIPBtn(true);
+    released.EnabledRefreshBtn(true);
+    released.EnabledUserIDEdit(true);
+    released.OnSelectStaticIp();
+    released.OnSelectDHCP();
+    released.OnSelectLLA();
+    released.OnSelectItemChanged();
+    QTableWidgetItem item;
+    released.OnItemClicked(&item);
+    released.OnItemClicked(nullptr);
+    released.OnIpAddrChanged("1.2.3.4");
+    released.OnSubnetMaskChanged("255.0.0.0");
+    released.OnGatewayChanged("1.2.3.4");
+    released.OnForceIpBtn();
+    released.OnSetIpDlgBtnOk();
+    released.OnBtnSave();
+    released.OnEndSaveThread();
+    released.OnBtnRefresh();
+    released.OnEndRefreshThread();
+    released.RefreshWidgetInfo();
+    QTest::keyClick(&released, Qt::Key_Return);
+    EXPECT_EQ(enumerationCount(), 1);
+    released.hide();
+}
