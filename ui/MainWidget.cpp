@@ -34,6 +34,7 @@ QString ToolButtonSheet(const char* picture)
                "background-image:url(:/Dorn/Resources/btn/%1.png);"
                "background-repeat:no-repeat;background-position:left center;}"
                "#QPushButtonEx:hover{color:#2C88E5;background-image:url(:/Dorn/Resources/btn/%1_hov.png);}"
+               "#QPushButtonEx:focus{text-decoration:underline;}"
                "#QPushButtonEx:pressed{background-image:url(:/Dorn/Resources/btn/%1_sel.png);}"
                "#QPushButtonEx:disabled{color:#EDEDED;"
                "background-image:url(:/Dorn/Resources/btn/%1_dis.png);}")

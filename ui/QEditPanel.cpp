@@ -21,9 +21,12 @@ QEditPanel::QEditPanel(QWidget* pParent)
       m_pSaveBtn(new QPushButtonExColor(tr("Save"), this))
 {
     m_pSaveBtn->setFixedSize(90, 30);
+    m_pSaveBtn->setStyleSheet(m_pSaveBtn->styleSheet() +
+                              QStringLiteral("#QPushButtonExColor:focus{text-decoration:underline;}"));
     for (auto* pRadio : {m_pStaticIpRadio, m_pDhcpRadio, m_pLlaRadio})
         pRadio->setStyleSheet(pRadio->styleSheet() +
-                              QStringLiteral("#QRadioButtonEx:disabled{color:#b0b0b0;}"));
+                              QStringLiteral("#QRadioButtonEx:focus{text-decoration:underline;}"
+                                             "#QRadioButtonEx:disabled{color:#b0b0b0;}"));
     RefreshTexts();
     CreateLayout();
 }

@@ -52,6 +52,10 @@ bool QSetIpAddrDlg::CreatCtrls()
     m_pOkBtn->setFixedSize(90, 30);
     m_pCancelBtn = new QPushButtonEx(tr("Cancel"), this);
     m_pCancelBtn->setFixedSize(90, 30);
+    m_pOkBtn->setStyleSheet(m_pOkBtn->styleSheet() +
+                            QStringLiteral("#QPushButtonExColor:focus{text-decoration:underline;}"));
+    m_pCancelBtn->setStyleSheet(m_pCancelBtn->styleSheet() +
+                                QStringLiteral("#QPushButtonEx:focus{text-decoration:underline;}"));
     RefreshWidgetInfo();
     return true;
 }
