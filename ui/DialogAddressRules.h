@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-class QString;
-struct _NETWORK_INFO;
+#include "device/QDevice.h"
 
 /// Which texts the Modify IP Address dialog takes. It is more lenient than the main window: of the four parts
 /// only the last must not be empty, and one that is no number counts 0.

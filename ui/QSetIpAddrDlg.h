@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "device/QDevice.h"
 #include "ui/QCaptionedEdit.h"
 #include "widgets/QMainWindowEx.h"
 
@@ -8,12 +9,10 @@
 
 #include <memory>
 
-class QDevice;
 class QLabel;
 class QPingThread;
 class QPushButtonEx;
 class QPushButtonExColor;
-struct _NETWORK_INFO;
 
 /// Asks for a new address of a camera, typically one that the host cannot reach where it is.
 ///
