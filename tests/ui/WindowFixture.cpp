@@ -14,6 +14,18 @@
 
 #include <algorithm>
 
+// What the libraries under Qt keep until the process ends.
+extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
+{
+    return "leak:libfontconfig\nleak:libdbus-1\n";
+}
+
+// Qt, its platform and the graphics libraries among themselves.
+extern "C" const char* __tsan_default_options() // NOLINT(bugprone-reserved-identifier)
+{
+    return "ignore_noninstrumented_modules=1";
+}
+
 namespace {
 
 /// The windows live as long as the process, as the program's does: their workers are never destroyed.
