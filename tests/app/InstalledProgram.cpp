@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/app/InstalledProgram.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+InstalledProgram::InstalledProgram(const std::string& program, const std::string& name) : m_name(name)
+{
+    std::string pattern = (fs::temp_directory_path() / "installed-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no folder " + pattern);
+    m_folder = pattern;
+    fs::create_directories(m_folder / "run");
+    fs::create_directories(m_folder / "bin");
+    fs::copy(program, m_folder / "bin" / name);
+    for (const char* file : {"segoeui.ttf", "Kelo_ip_configurator_en.qm", "qt_zh_CN.qm"})
+        fs::copy(fs::path(PROGRAM_FOLDER) / file, m_folder / "bin" / file);
+}
+
+InstalledProgram::~InstalledProgram()
+{
+    std::error_code ignored;
+    fs::remove_all(m_folder, ignored);
+}
+
+void InstalledProgram::writeSettings(const std::string& text) const
+{
+    std::ofstream(m_folder / "bin" / "LangConfig.ini") << text;
+}
+
+void InstalledProgram::remove(const std::string& file) const
+{
+    if (!fs::remove(m_folder / "bin" / file))
+        throw std::runtime_error(file + " was not there");
+}
+
+fs::path InstalledProgram::lockFile() const
+{
+    return m_folder / "run" / (m_name + ".pid");
+}
+
+std::string InstalledProgram::lockFileText() const
+{
+    std::ifstream file(lockFile());
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::vector<std::string> InstalledProgram::commandLine(const std::vector<std::string>& arguments,
+                                                       const std::string& redirection,
+                                                       const std::string& preparation) const
+{
+    // The mounts are seen by this process and its children alone.
+    const std::string script =
+        R"(mount --bind "$0" /var/run && )" + preparation + R"( && exec "$@")" + redirection;
+    std::vector<std::string> words = {
+        "unshare", "--mount", "sh", "-c", script, m_folder / "run", m_folder / "bin" / m_name};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    return words;
+}
+
+lab::Process InstalledProgram::start(const std::vector<std::string>& arguments) const
+{
+    return m_host.start(commandLine(arguments, " 2>&1", "true"));
+}
+
+lab::Output InstalledProgram::run(const std::vector<std::string>& arguments,
+                                  const std::string& preparation) const
+{
+    return m_host.execute(commandLine(arguments, "", preparation));
+}
+
+std::string InstalledProgram::window(const lab::Process& process) const
+{
+    return askWindow({"search", "--sync", "--onlyvisible", "--pid", std::to_string(process.id())});
+}
+
+void InstalledProgram::closeWindow(const std::string& window) const
+{
+    askWindow({"windowactivate", "--sync", window, "key", "alt+F4"});
+}
+
+std::string InstalledProgram::askWindow(const std::vector<std::string>& arguments) const
+{
+    std::vector<std::string> words = {"xdotool"};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    const lab::Output output = m_host.execute(words);
+    if (output.status != 0)
+        throw std::runtime_error("xdotool " + arguments.front() + ": " + output.standardError);
+    return output.standardOutput.substr(0, output.standardOutput.find_last_not_of('\n') + 1);
+}

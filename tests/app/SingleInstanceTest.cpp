@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/app/InstalledProgram.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fstream>
+
+namespace {
+
+/// The program as processes on a display.
+class SingleInstance : public testing::Test
+{
+protected:
+    InstalledProgram program{PROGRAM};
+};
+
+} // namespace
+
+TEST_F(SingleInstance, WritesItsProcessIdAndNothingElseToTheLockFile)
+{
+    const lab::Process first = program.start();
+    program.window(first);
+    EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
+}
+
+TEST_F(SingleInstance, ASecondStartSaysThatTheFirstRunsAndLeavesItsProcessId)
+{
+    const lab::Process first = program.start();
+    program.window(first);
+
+    const lab::Output second = program.run();
+    EXPECT_EQ(second.status, 1);
+    EXPECT_EQ(second.standardOutput,
+              "/var/run/ip-configurator.pid already locked, error: Resource temporarily unavailable\n"
+              "Process is already running\n");
+    EXPECT_EQ(second.standardError, "");
+    EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
+}
+
+TEST_F(SingleInstance, AStartAfterAKillSucceedsAndReplacesTheProcessId)
+{
+    lab::Process first = program.start();
+    program.window(first);
+    ASSERT_EQ(kill(first.id(), SIGKILL), 0);
+    EXPECT_EQ(first.wait(), 128 + SIGKILL);
+    EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
+
+    const lab::Process second = program.start();
+    program.window(second);
+    EXPECT_EQ(program.lockFileText(), std::to_string(second.id()));
+}
+
+TEST_F(SingleInstance, ALongerOldProcessIdIsReplacedAsAWhole)
+{
+    std::ofstream(program.lockFile()) << "123456789012345";
+    const lab::Process first = program.start();
+    program.window(first);
+    EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
+}
+
+TEST_F(SingleInstance, ProgramsOfOtherNamesRunBesideEachOther)
+{
+    const InstalledProgram other(PROGRAM, "another");
+    const lab::Process first = program.start();
+    program.window(first);
+    const lab::Process second = other.start();
+    other.window(second);
+    EXPECT_EQ(other.lockFile().filename(), "another.pid");
+    EXPECT_EQ(other.lockFileText(), std::to_string(second.id()));
+}
+
+TEST_F(SingleInstance, ItsLockFileIsReadAndWrittenByAll)
+{
+    const lab::Output output = program.run({"-platform", "none-such"}, "umask 0");
+    EXPECT_NE(output.status, 0); // It got as far as the display.
+    EXPECT_EQ(std::filesystem::status(program.lockFile()).permissions(), std::filesystem::perms(0666));
+}
+
+TEST_F(SingleInstance, EndsWhereTheLockFileCannotBeMade)
+{
+    const lab::Output output = program.run({}, "mount -o remount,bind,ro /var/run");
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "Open file failed, error : Read-only file system");
+    EXPECT_EQ(output.standardError, "");
+}
+
+TEST_F(SingleInstance, EndsWhereTheLockFileCannotBeWritten)
+{
+    std::filesystem::create_symlink("/dev/full", program.lockFile());
+    const lab::Output output = program.run();
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput,
+              "Write file failed, file: /var/run/ip-configurator.pid, error: No space left on device\n");
+    EXPECT_EQ(output.standardError, "");
+}
+
+TEST_F(SingleInstance, EndsSilentlyWhereTheProgramsNameCannotBeFoundOut)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitized program does not start without /proc";
+#endif
+    const lab::Output output = program.run({}, "mount -t tmpfs none /proc");
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "");
+    EXPECT_EQ(output.standardError, "");
+    EXPECT_FALSE(std::filesystem::exists(program.lockFile()));
+}
+
+TEST_F(SingleInstance, EndsWithZeroWhenTheWindowIsClosed)
+{
+    lab::Process first = program.start();
+    program.closeWindow(program.window(first));
+    EXPECT_EQ(first.wait(), 0);
+    EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
+}

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "app/StartUp.h"
+
+#include <QApplication>
+#include <QDesktopWidget>
+#include <QFont>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+TEST(ApplicationFont, IsTheFirstFamilyOfTheFileAt13Points)
+{
+    InstallApplicationFont(QStringLiteral(PROGRAM_FOLDER "/segoeui.ttf"));
+    const QFont font = QApplication::font();
+    EXPECT_EQ(font.family(), QStringLiteral("Open Sans"));
+    EXPECT_EQ(font.pointSize(), 13);
+    EXPECT_EQ(font.weight(), QFont::Normal);
+    EXPECT_FALSE(font.italic());
+}
+
+TEST(ApplicationFont, IsSegoeUiAtTheHostsSizeWithoutTheFile)
+{
+    const QFont before = QApplication::font();
+    InstallApplicationFont(QStringLiteral("/nowhere/segoeui.ttf"));
+    EXPECT_EQ(QApplication::font().family(), QStringLiteral("Segoe UI"));
+    EXPECT_EQ(QApplication::font().pointSizeF(), before.pointSizeF());
+    EXPECT_NE(QApplication::font().pointSize(), 13);
+}
+
+TEST(MoveToDesktopCentre, HalvesWhatTheWindowLeavesOfTheDesktop)
+{
+    const QSize desktop = QApplication::desktop()->size();
+    const QSize sizes[] = {{890, 650}, {891, 651}, desktop, desktop + QSize(3, 7)};
+    for (const QSize& size : sizes) {
+        QWidget window;
+        window.resize(size);
+        MoveToDesktopCentre(window);
+        EXPECT_EQ(window.x(), (desktop.width() - size.width()) / 2);
+        EXPECT_EQ(window.y(), (desktop.height() - size.height()) / 2);
+    }
+    QWidget wide;
+    wide.resize(desktop + QSize(3, 7));
+    MoveToDesktopCentre(wide);
+    EXPECT_EQ(wide.pos(), QPoint(-1, -3));
+}
