@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 using testing::HasSubstr;
-using testing::StartsWith;
 
 TEST(ProgramWindow, StandsInTheMiddleOfTheDesktop)
 {
@@ -22,9 +21,9 @@ TEST(ProgramWindow, CarriesTheProgramsIcon)
     const InstalledProgram program(PROGRAM);
     const lab::Process process = program.start();
     const std::string window = program.window(process);
-    const lab::Namespace anywhere;
-    const std::string sizes = anywhere.run("xprop -id " + window + " -notype 32i _NET_WM_ICON | head -c 400");
-    EXPECT_THAT(sizes, HasSubstr("Icon (16 x 16)"));
+    const std::string icons = lab::Namespace().run("xprop -id " + window + " _NET_WM_ICON | grep Icon");
+    for (const char* size : {"(16 x 16)", "(24 x 24)", "(32 x 32)", "(48 x 48)", "(64 x 64)", "(128 x 128)"})
+        EXPECT_THAT(icons, HasSubstr(size));
 }
 
 TEST(ProgramWindow, SaysInTheDebugLogWhetherItsFontIsThere)
