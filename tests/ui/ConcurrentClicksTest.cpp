@@ -27,6 +27,8 @@ protected:
         };
     }
 
+    void SetUp() override {}
+
     bool allHaveEnded()
     {
         return eventually([this] { return ends.load() == enumerationCount() && jobsAreOver(); });

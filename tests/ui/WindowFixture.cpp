@@ -15,13 +15,15 @@
 #include <algorithm>
 
 // What the libraries under Qt keep until the process ends.
-extern "C" const char* __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
+extern "C" [[gnu::visibility("default")]] const char*
+__lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
 {
     return "leak:libfontconfig\nleak:libdbus-1\n";
 }
 
 // Qt, its platform and the graphics libraries among themselves.
-extern "C" const char* __tsan_default_options() // NOLINT(bugprone-reserved-identifier)
+extern "C" [[gnu::visibility("default")]] const char*
+__tsan_default_options() // NOLINT(bugprone-reserved-identifier)
 {
     return "ignore_noninstrumented_modules=1";
 }
@@ -62,6 +64,13 @@ WindowFixture::WindowFixture()
         nodes.addBoolean(name);
     nodes.addRegister("DeviceUserID", 16);
     nodes.addCommand("DeviceReset");
+}
+
+void WindowFixture::SetUp()
+{
+#ifdef __SANITIZE_THREAD__
+    GTEST_SKIP() << "judged without the thread sanitizer";
+#endif
 }
 
 void WindowFixture::TearDown()
