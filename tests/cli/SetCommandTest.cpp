@@ -6,9 +6,9 @@
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
 #include <atomic>
 #include <csignal>
-#include <cstring>
 #include <gmock/gmock.h>
 #include <thread>
 #include <unistd.h>
@@ -68,7 +68,10 @@ protected:
             camera().nIpConfigCurrent &= ~2u;
     }
 
-    void setName(const char* name) { std::strcpy(camera().szUserDefinedName, name); }
+    void setName(const std::string& name)
+    {
+        std::copy_n(name.c_str(), name.size() + 1, camera().szUserDefinedName);
+    }
 
     RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
 
