@@ -187,6 +187,9 @@ TEST_F(SettingCameras, KnowsNoOtherCameraThanThatOfTheMac)
 
 TEST_F(SettingCameras, GivesTheCameraBackOnControlC)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "address sanitizer takes the frames of a thread that is cancelled for living ones";
+#endif
     // Each part of the description takes a while, and the user waits no longer.
     addCamera(
         R"("address": "192.168.1.20", "faults": [{"command": "READMEM", "action": "pending", "time": 400}])");
