@@ -28,6 +28,9 @@ QString failure(int error)
             "another application controls the camera; close that application and try again");
     case RZ_ERROR_REFUSED:
         return QStringLiteral("the camera answered with an error; it may not take an address this way");
+    case RZ_ERROR_NOT_STORED:
+        return QStringLiteral("the camera took the address but did not store it, so it will have its old one "
+                              "after its next reset; try again, or set it with the set command");
     default:
         return QStringLiteral("the SDK failed (error %1)").arg(error);
     }

@@ -14,7 +14,12 @@ bool PingAnswers(const QString& program, const QStringList& arguments, int nFini
     QProcess process;
     process.start(program, arguments, QIODevice::ReadWrite);
     process.waitForStarted(StartMilliseconds);
-    if (!process.waitForFinished(nFinishMilliseconds) || process.exitStatus() == QProcess::CrashExit)
+    if (!process.waitForFinished(nFinishMilliseconds)) {
+        process.kill();
+        process.waitForFinished(); // Else Qt complains of it to the user.
+        return false;
+    }
+    if (process.exitStatus() == QProcess::CrashExit)
         return false;
 
     const QByteArray output = process.readAllStandardOutput();

@@ -33,7 +33,7 @@ TEST_F(CameraAddressTest, ForcesWithAHandleOfItsOwn)
 TEST_F(CameraAddressTest, EveryFailureHasASentenceOfItsOwnAndLeavesNoHandle)
 {
     std::set<QString> sentences;
-    for (int error = RZ_ERROR_HANDLE; error <= RZ_ERROR_INTERNAL + 1; ++error) {
+    for (int error = RZ_ERROR_HANDLE; error <= RZ_ERROR_NOT_STORED; ++error) {
         sdk.forceIp = [error](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return error; };
         const QString sentence = ForceAddress(device, 0xC0000214, 0xFFFFFF00, 0);
         EXPECT_GT(sentence.size(), 10) << error;
