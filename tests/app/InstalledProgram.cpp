@@ -80,7 +80,9 @@ std::string InstalledProgram::window(const lab::Process& process) const
 
 void InstalledProgram::closeWindow(const std::string& window) const
 {
-    askWindow({"windowactivate", "--sync", window, "key", "alt+F4"});
+    // The first keys may come before the window manager has given the window the keyboard.
+    m_host.run("while xdotool windowactivate --sync " + window + " key alt+F4; do sleep 0.5; " +
+               "xdotool getwindowname " + window + " || break; done 2>&1");
 }
 
 std::string InstalledProgram::askWindow(const std::vector<std::string>& arguments) const
