@@ -4,6 +4,8 @@
 #include "genapi/DescriptionReader.h"
 #include "genapi/Refusal.h"
 
+#include <mutex>
+
 namespace genapi {
 namespace {
 
@@ -35,7 +37,12 @@ Engine::Engine(std::string text)
     m_faults = std::move(checked.faults);
     if (checked.hasHostOrderWords)
         m_device.useHostOrderForWords();
-    m_genicam.reset(arv_gc_new(m_device.device(), checked.text.data(), checked.text.size()));
+    {
+        // Aravis keeps a table of document types for the process, without a lock.
+        static std::mutex mutex;
+        const std::lock_guard lock(mutex);
+        m_genicam.reset(arv_gc_new(m_device.device(), checked.text.data(), checked.text.size()));
+    }
     if (!m_genicam)
         refuseDescription("the engine does not take it");
 }
