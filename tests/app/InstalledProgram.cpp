@@ -56,15 +56,10 @@ std::vector<std::string> InstalledProgram::commandLine(const std::vector<std::st
     // The mounts are seen by this process and its children alone.
     const std::string script =
         R"(mount --bind "$0" /var/run && )" + preparation + R"( && exec "$@")" + redirection;
-    std::vector<std::string> words = {"env",
-                                      "LSAN_OPTIONS=print_suppressions=0:suppressions=" LSAN_SUPPRESSIONS,
-                                      "unshare",
-                                      "--mount",
-                                      "sh",
-                                      "-c",
-                                      script,
-                                      m_folder / "run",
-                                      m_folder / "bin" / m_name};
+    const std::string leaks =
+        std::string("LSAN_OPTIONS=print_suppressions=0:suppressions=") + LSAN_SUPPRESSIONS;
+    std::vector<std::string> words = {
+        "env", leaks, "unshare", "--mount", "sh", "-c", script, m_folder / "run", m_folder / "bin" / m_name};
     words.insert(words.end(), arguments.begin(), arguments.end());
     return words;
 }
