@@ -207,6 +207,9 @@ TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAs
 
 TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer keeps freed memory, which would be measured";
+#endif
     FakeNetwork network({adapterWith(7, Host, 0xFFFF0000)});
     network.keepsSent = false;
     std::vector<gvcp::DiscoveryAck> cameras;
