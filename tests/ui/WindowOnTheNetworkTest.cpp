@@ -104,7 +104,7 @@ protected:
         clickRow(0);
         type("IP Address:", address);
         QTest::mouseClick(button("Save"), Qt::LeftButton);
-        ASSERT_FALSE(jobsAreOver());
+        ASSERT_TRUE(eventually([this] { return !jobsAreOver(); }));
         ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
     }
 
