@@ -46,3 +46,8 @@ bool releasePointer(int button)
 {
     return xdotool({QStringLiteral("mouseup"), QString::number(button)});
 }
+
+bool pressKey(const char* name)
+{
+    return xdotool({QStringLiteral("key"), QLatin1String(name)});
+}

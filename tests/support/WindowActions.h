@@ -15,9 +15,12 @@ bool eventually(const std::function<bool()>& condition);
 /// Shows the window and waits until it is there and active; false when that does not happen.
 bool showActive(QWidget& window);
 
-// The pointer moves on the display itself, so that the window system and the window manager have their part
-// in it. False when that is impossible. What comes of it comes later, with the event loop.
+// The pointer moves and keys are pressed on the display itself, so that the window system and the window
+// manager have their part in it. False when that is impossible. What comes of it comes later, with the event
+// loop.
 
 bool movePointer(const QPoint& point);
 bool pressPointer(int button = 1);
 bool releasePointer(int button = 1);
+/// A key by its name on the display ("F5"), for the window that has the keyboard there.
+bool pressKey(const char* name);
