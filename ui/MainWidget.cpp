@@ -53,8 +53,10 @@ QPushButtonEx* CreateToolButton(const char* picture, const QSize& size, QWidget*
 
 MainWidget::MainWidget(QWidget* pParent) : QMainWindowEx(pParent, true), m_pDeviceManager(new QDeviceManager)
 {
-    if (InitWidget())
-        setWindowFlags(Qt::FramelessWindowHint);
+    if (!InitWidget())
+        return;
+    setWindowFlags(Qt::FramelessWindowHint);
+    m_pDeviceTable->setFocus(); // New flags take the keyboard away from where the first refresh has put it.
 }
 
 bool MainWidget::InitWidget()
@@ -252,17 +254,21 @@ void MainWidget::OnForceIpBtn()
 {
     if (!m_pDeviceTable || !m_pDeviceManager || !m_pSetIpAddrDlg)
         return;
-    QDevice device = CurrentDevice();
-    m_pSetIpAddrDlg->SetCurDevice(device);
+    m_deviceInDialog = CurrentDevice();
+    m_pSetIpAddrDlg->SetCurDevice(*m_deviceInDialog);
     MoveToScreenCentre(*m_pSetIpAddrDlg, *this);
     m_pSetIpAddrDlg->exec();
+    m_deviceInDialog.reset();
 }
 
 void MainWidget::OnSetIpDlgBtnOk()
 {
     if (!m_pDeviceTable || !m_pDeviceManager || !m_pSetIpAddrDlg || !m_pSaveThread)
         return;
-    const QDevice current = CurrentDevice();
+    QDevice current = CurrentDevice();
+    // A refresh that ends meanwhile without the dialog's camera selects another one.
+    if (m_deviceInDialog && m_deviceInDialog->m_strMacAddress != current.m_strMacAddress)
+        current = *m_deviceInDialog;
     QDevice modified = current;
     m_pSetIpAddrDlg->GetModifiedDevice(modified);
     StartSave(current, modified);

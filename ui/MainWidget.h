@@ -6,6 +6,8 @@
 
 #include <QBoxLayout>
 
+#include <optional>
+
 class QCaptionedEdit;
 class QDetailPanel;
 class QDeviceManager;
@@ -115,6 +117,8 @@ private:
     QRefreshThread* m_pRefreshThread = nullptr;
     QDeviceManager* m_pDeviceManager = nullptr;
     QSetIpAddrDlg* m_pSetIpAddrDlg = nullptr;
+    std::optional<QDevice>
+        m_deviceInDialog;     ///< As it was when the dialog was opened; empty while it is closed.
     const QDevice m_NoDevice; ///< To be copied: making one costs a walk over the host's adapters.
     bool m_bIpValid = false;
     bool m_bMaskValid = true;

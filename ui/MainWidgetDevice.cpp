@@ -114,7 +114,8 @@ void MainWidget::UpdateListShow()
 {
     if (!m_pDeviceManager || !m_pDeviceTable)
         return;
-    const int nScrolledTo = m_pDeviceTable->verticalScrollBar()->value();
+    const QPoint scrolledTo(m_pDeviceTable->horizontalScrollBar()->value(),
+                            m_pDeviceTable->verticalScrollBar()->value());
     {
         // The rows that go are no choice of the user's; neither is what Qt selects while they go.
         const QSignalBlocker blocker(m_pDeviceTable);
@@ -130,7 +131,8 @@ void MainWidget::UpdateListShow()
     for (const QDevice& device : devices)
         AddListRow(&device);
     m_pDeviceTable->selectRow(m_pDeviceManager->GetTheOperaDevice());
-    m_pDeviceTable->verticalScrollBar()->setValue(nScrolledTo);
+    m_pDeviceTable->horizontalScrollBar()->setValue(scrolledTo.x());
+    m_pDeviceTable->verticalScrollBar()->setValue(scrolledTo.y());
 }
 
 void MainWidget::AddListRow(const QDevice* pDevice)

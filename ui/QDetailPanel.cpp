@@ -2,17 +2,28 @@
 #include "ui/QDetailPanel.h"
 
 #include "device/QDevice.h"
+#include "ui/InOneLine.h"
 #include "ui/QValueLabel.h"
 #include "widgets/QStaticLabel.h"
 
 #include <QGridLayout>
+#include <QStyleOptionGroupBox>
+#include <QStylePainter>
 
 #include <algorithm>
+
+namespace {
+
+constexpr int SmallestWidth = 280; // The widest captions and an address.
+constexpr int TitleMargin = 16;    // The title's distance from both sides of the frame, its padding included.
+
+} // namespace
 
 QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
 {
     // A long title would otherwise widen the panel at the cost of its neighbours.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    setMinimumWidth(SmallestWidth);
     setStyleSheet(QStringLiteral("QGroupBox{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;"
                                  "border:1px solid #d5dbe2;border-radius:3px;margin-top:8px;}"
                                  "QGroupBox::title{subcontrol-origin:margin;left:12px;padding:0 4px;}"));
@@ -73,4 +84,13 @@ void QDetailPanel::Clear()
         m_captions[nRow]->clear();
         m_values[nRow]->clear();
     }
+}
+
+void QDetailPanel::paintEvent(QPaintEvent* /*pEvent*/)
+{
+    QStyleOptionGroupBox option;
+    initStyleOption(&option);
+    option.text = fontMetrics().elidedText(InOneLine(option.text), Qt::ElideRight, width() - 2 * TitleMargin,
+                                           Qt::TextShowMnemonic);
+    QStylePainter(this).drawComplexControl(QStyle::CC_GroupBox, option);
 }

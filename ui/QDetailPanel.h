@@ -26,6 +26,9 @@ public:
     /// Shows nothing, not even captions.
     void Clear();
 
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+
 private:
     static constexpr std::size_t RowCount = 8;
 

@@ -2,6 +2,7 @@
 #include "ui/QDeviceTable.h"
 
 #include "device/QDevice.h"
+#include "ui/InOneLine.h"
 
 #include <QHeaderView>
 #include <QPainter>
@@ -28,6 +29,8 @@ enum Column
 constexpr std::array<int, ColumnCount> ColumnWidths = {110, 100, 100, 120, 120, 120, 100, 80};
 constexpr int HeaderHeight = 34;
 constexpr int RowHeight = 37;
+constexpr int ScrollBarHeight = 10;
+constexpr int FewestRows = 3;
 
 QString Sheet()
 {
@@ -65,7 +68,8 @@ QIcon StatusPicture(const char* name)
     return icon;
 }
 
-/// Marks the whole selected row as the one that the keyboard acts on, instead of one of its cells.
+/// Shows each text in one line, and marks the whole selected row as the one that the keyboard acts on,
+/// instead of one of its cells.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -81,6 +85,11 @@ public:
             return;
         pPainter->fillRect(option.rect.x(), option.rect.top(), option.rect.width(), 1, QColor(FocusColor));
         pPainter->fillRect(option.rect.x(), option.rect.bottom(), option.rect.width(), 1, QColor(FocusColor));
+    }
+
+    QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
+    {
+        return InOneLine(value.toString());
     }
 
 protected:
@@ -125,6 +134,7 @@ QDeviceTable::QDeviceTable(QWidget* pParent)
     setShowGrid(false);
     setAlternatingRowColors(true);
     setFrameShape(NoFrame);
+    setMinimumHeight(HeaderHeight + FewestRows * RowHeight + ScrollBarHeight);
     setStyleSheet(Sheet());
     RefreshTexts();
 }

@@ -25,7 +25,8 @@ QEditPanel::QEditPanel(QWidget* pParent)
                               QStringLiteral("#QPushButtonExColor:focus{text-decoration:underline;}"));
     for (auto* pRadio : {m_pStaticIpRadio, m_pDhcpRadio, m_pLlaRadio})
         pRadio->setStyleSheet(pRadio->styleSheet() +
-                              QStringLiteral("#QRadioButtonEx:focus{text-decoration:underline;}"
+                              QStringLiteral("#QRadioButtonEx{padding-right:4px;}"
+                                             "#QRadioButtonEx:focus{outline:1px solid #2C88E5;}"
                                              "#QRadioButtonEx:disabled{color:#b0b0b0;}"));
     RefreshTexts();
     CreateLayout();
@@ -58,7 +59,7 @@ void QEditPanel::CreateLayout()
     pGrid->setColumnMinimumWidth(IndentColumn, RadioTextX);
     int nRow = 0;
     const auto addRadio = [&](QRadioButtonEx* pRadio) {
-        pGrid->addWidget(pRadio, nRow++, IndentColumn, 1, 3);
+        pGrid->addWidget(pRadio, nRow++, IndentColumn, 1, 3, Qt::AlignLeft); // Its frame goes round its text.
     };
     const auto addEdit = [&](const QCaptionedEdit& field, int nColumn) {
         pGrid->addWidget(field.Caption(), nRow, nColumn, 1, CaptionColumn - nColumn + 1);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/QValueLabel.h"
 
+#include "ui/InOneLine.h"
+
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
@@ -36,7 +38,7 @@ void QValueLabel::paintEvent(QPaintEvent* /*pEvent*/)
 {
     QPainter painter(this);
     const QRect area = contentsRect();
-    style()->drawItemText(&painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(),
-                          isEnabled(), fontMetrics().elidedText(text(), Qt::ElideRight, area.width()),
-                          foregroundRole());
+    style()->drawItemText(
+        &painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(), isEnabled(),
+        fontMetrics().elidedText(InOneLine(text()), Qt::ElideRight, area.width()), foregroundRole());
 }

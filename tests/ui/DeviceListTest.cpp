@@ -200,10 +200,15 @@ TEST_F(DeviceListTest, ARefreshDoesNotScrollTheTable)
 {
     addCameras(60);
     open();
+    window->resize(window->minimumSizeHint());
+    auto* const horizontal = table()->horizontalScrollBar();
+    ASSERT_TRUE(eventually([&] { return horizontal->maximum() > 1; }));
     table()->verticalScrollBar()->setValue(20);
+    horizontal->setValue(horizontal->maximum());
     refresh();
     QCoreApplication::processEvents();
     EXPECT_EQ(table()->verticalScrollBar()->value(), 20);
+    EXPECT_EQ(horizontal->value(), horizontal->maximum());
 }
 
 TEST_F(DeviceListTest, WhileTheListIsAlreadyNewerThanTheTableARowMeansTheCameraThatStandsThere)
