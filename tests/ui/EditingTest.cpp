@@ -224,3 +224,33 @@ TEST_F(EditingTest, AtFirstTheAddressCountsAsInvalidAndTheOthersAsValid)
     field("IP Address:")->setText("192.0.2.1");
     EXPECT_TRUE(button("Save")->isEnabled());
 }
+
+TEST_F(EditingTest, AStatusThatIsNotKnownLeavesEverythingAsItIs)
+{
+    addCamera(staticCamera);
+    addHeldCamera({.mac = "FF:00:00:00:00:01", .ip = "192.0.2.30", .ipConfig = StaticIp});
+    open();
+    QDevice device;
+    device.m_strStatus = "Asleep";
+    for (int row = 0; row < 2; ++row) {
+        clickRow(row);
+        const bool free = cell(row, 4) == "Free";
+        window->SetEnableCtrls(&device);
+        expectInUse({.address = free,
+                     .maskAndGateway = free,
+                     .radios = free,
+                     .userId = free,
+                     .save = free,
+                     .modifyIp = free});
+    }
+}
+
+TEST_F(EditingTest, AnItemThatIsInNoTableMeansNoCamera)
+{
+    addCamera(staticCamera);
+    open();
+    QTableWidgetItem item;
+    window->OnItemClicked(&item);
+    EXPECT_EQ(panelTitle(), "()");
+    EXPECT_TRUE(button("Modify IP")->isEnabled());
+}
