@@ -29,13 +29,26 @@ InstalledProgram::~InstalledProgram()
 
 void InstalledProgram::writeSettings(const std::string& text) const
 {
-    std::ofstream(m_folder / "bin" / "LangConfig.ini") << text;
+    write("LangConfig.ini", text);
+}
+
+void InstalledProgram::write(const std::string& file, const std::string& text) const
+{
+    std::ofstream(m_folder / "bin" / file) << text;
 }
 
 void InstalledProgram::remove(const std::string& file) const
 {
     if (!fs::remove(m_folder / "bin" / file))
         throw std::runtime_error(file + " was not there");
+}
+
+std::set<std::string> InstalledProgram::files() const
+{
+    std::set<std::string> names;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(m_folder))
+        names.insert(entry.path().lexically_relative(m_folder).string());
+    return names;
 }
 
 fs::path InstalledProgram::lockFile() const
@@ -64,9 +77,10 @@ std::vector<std::string> InstalledProgram::commandLine(const std::vector<std::st
     return words;
 }
 
-lab::Process InstalledProgram::start(const std::vector<std::string>& arguments) const
+lab::Process InstalledProgram::start(const std::vector<std::string>& arguments,
+                                     const std::string& preparation) const
 {
-    return m_host.start(commandLine(arguments, " 2>&1", "true"));
+    return m_host.start(commandLine(arguments, " 2>&1", preparation));
 }
 
 lab::Output InstalledProgram::run(const std::vector<std::string>& arguments,

@@ -4,6 +4,7 @@
 #include "tests/support/NetworkLab.h"
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -20,16 +21,22 @@ public:
 
     /// What LangConfig.ini says from now on.
     void writeSettings(const std::string& text) const;
+    /// The file beside the program has this text from now on.
+    void write(const std::string& file, const std::string& text) const;
     void remove(const std::string& file) const;
+    /// The names of all that lies in the folder and in /var/run, as "bin/..." and "run/...".
+    std::set<std::string> files() const;
 
     /// Its lock file, as seen from outside.
     std::filesystem::path lockFile() const;
     std::string lockFileText() const;
 
+    // The preparation is a shell command that comes before, with the mounts of the program.
+
     /// Starts it; what it prints to standard error is read with its standard output.
-    lab::Process start(const std::vector<std::string>& arguments = {}) const;
-    /// Runs it to its end. The preparation is a shell command that comes before, with the mounts of the
-    /// program.
+    lab::Process start(const std::vector<std::string>& arguments = {},
+                       const std::string& preparation = "true") const;
+    /// Runs it to its end.
     lab::Output run(const std::vector<std::string>& arguments = {},
                     const std::string& preparation = "true") const;
 

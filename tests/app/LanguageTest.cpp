@@ -44,3 +44,12 @@ TEST(Language, ComesWithBothTranslationsOrNone)
     EXPECT_EQ(spoken({"1"}, QtsTexts), "0 Modify IP Cancel\n");
     EXPECT_EQ(spoken({"0"}, QtsTexts), "0 Modify IP Cancel\n");
 }
+
+TEST(Language, StaysEnglishWhereAFileHoldsNoTranslation)
+{
+    for (const char* file : {OwnTexts, QtsTexts}) {
+        const InstalledProgram probe(LANGUAGE_PROBE, "language-probe");
+        probe.write(file, "no translation\n");
+        EXPECT_EQ(probe.run({"1"}).standardOutput, "0 Modify IP Cancel\n");
+    }
+}

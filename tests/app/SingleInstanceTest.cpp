@@ -60,6 +60,36 @@ TEST_F(SingleInstance, ALongerOldProcessIdIsReplacedAsAWhole)
     EXPECT_EQ(program.lockFileText(), std::to_string(first.id()));
 }
 
+TEST_F(SingleInstance, OfManyStartsAtTheSameTimeOneOpensTheWindow)
+{
+    std::vector<lab::Process> processes;
+    for (int i = 0; i < 6; ++i)
+        processes.push_back(program.start());
+    program.askWindow({"search", "--sync", "--onlyvisible", "--name", "^IP Configurator$"});
+
+    const std::string winner = program.lockFileText();
+    int windows = 0;
+    for (lab::Process& process : processes) {
+        if (std::to_string(process.id()) == winner)
+            ++windows;
+        else
+            EXPECT_EQ(process.wait(), 1);
+    }
+    EXPECT_EQ(windows, 1);
+}
+
+TEST_F(SingleInstance, StartsAsIfItHadTheLockWhereTheFileSystemKnowsNone)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
+#endif
+    const lab::Process first = program.start();
+    program.window(first);
+    const lab::Process second = program.start({}, "export LD_PRELOAD=" NO_LOCKS);
+    program.window(second);
+    EXPECT_EQ(program.lockFileText(), std::to_string(second.id()));
+}
+
 TEST_F(SingleInstance, ProgramsOfOtherNamesRunBesideEachOther)
 {
     const InstalledProgram other(PROGRAM, "another");
@@ -108,10 +138,12 @@ TEST_F(SingleInstance, EndsSilentlyWhereTheProgramsNameCannotBeFoundOut)
     EXPECT_FALSE(std::filesystem::exists(program.lockFile()));
 }
 
-TEST_F(SingleInstance, EndsWithZeroWhenTheWindowIsClosed)
+TEST_F(SingleInstance, EndsWithZeroWhenTheWindowIsClosedAndLeavesNothingButItsLockFile)
 {
-    lab::Process first = program.start();
+    std::set<std::string> files = program.files();
+    lab::Process first = program.start({"CH"});
     program.closeWindow(program.window(first));
     EXPECT_EQ(first.wait(), 0);
-    EXPECT_TRUE(std::filesystem::exists(program.lockFile()));
+    files.insert("run/ip-configurator.pid");
+    EXPECT_EQ(program.files(), files);
 }

@@ -3,7 +3,10 @@
 
 #include <QApplication>
 #include <QDesktopWidget>
+#include <QDir>
+#include <QFileInfo>
 #include <QFont>
+#include <QTemporaryDir>
 #include <QWidget>
 
 #include <gtest/gtest.h>
@@ -25,6 +28,19 @@ TEST(ApplicationFont, IsSegoeUiAtTheHostsSizeWithoutTheFile)
     EXPECT_EQ(QApplication::font().family(), QStringLiteral("Segoe UI"));
     EXPECT_EQ(QApplication::font().pointSizeF(), before.pointSizeF());
     EXPECT_NE(QApplication::font().pointSize(), 13);
+}
+
+TEST(InitializeCodec, LetsQtLookForPlugInsInTheWorkingDirectory)
+{
+    const QTemporaryDir folder;
+    const QString strPlugins = QFileInfo(folder.path()).canonicalFilePath() + QStringLiteral("/plugins");
+    ASSERT_TRUE(QDir().mkdir(strPlugins));
+    const QString strBefore = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(folder.path()));
+    InitializeCodec();
+    EXPECT_TRUE(QDir::setCurrent(strBefore));
+    EXPECT_TRUE(QCoreApplication::libraryPaths().contains(strPlugins));
+    QCoreApplication::removeLibraryPath(strPlugins);
 }
 
 TEST(MoveToDesktopCentre, HalvesWhatTheWindowLeavesOfTheDesktop)
