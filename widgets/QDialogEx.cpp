@@ -108,10 +108,12 @@ void QDialogEx::CreateTitle()
     QPalette palette;
     palette.setBrush(backgroundRole(),
                      QPixmap(QStringLiteral(":/Dorn/Resources/dialog/dialog_title_middle.png")));
+    palette.setColor(QPalette::WindowText, Qt::white); // The title's, as on the other windows.
     m_pTitleMiddle->setPalette(palette);
     m_pTitleMiddle->setAutoFillBackground(true);
 
     m_pBtnClose = CreateFrameButton(QStringLiteral("title_close"));
+    m_pBtnClose->setAccessibleName(tr("Close"));
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
 }
@@ -258,6 +260,13 @@ void QDialogEx::keyPressEvent(QKeyEvent* pEvent)
 {
     if (pEvent->key() != Qt::Key_Escape)
         QDialog::keyPressEvent(pEvent);
+}
+
+void QDialogEx::changeEvent(QEvent* pEvent)
+{
+    QDialog::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::LanguageChange)
+        m_pBtnClose->setAccessibleName(tr("Close"));
 }
 
 void QDialogEx::mousePressEvent(QMouseEvent* pEvent)

@@ -63,6 +63,7 @@ protected slots:
     void keyPressEvent(QKeyEvent* pEvent) override;
 
 protected:
+    void changeEvent(QEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;

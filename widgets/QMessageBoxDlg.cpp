@@ -57,6 +57,10 @@ void QMessageBoxDlg::CreateCtrl()
     if (m_bShowCancel) {
         m_pBtnCancel = CreateButton(tr("Cancel"));
         connect(m_pBtnCancel, &QPushButtonEx::clicked, this, &QMessageBoxDlg::OnCancelBtnClicked);
+        // Which of the two Return is for.
+        for (QPushButtonEx* const pButton : {m_pBtnOk, m_pBtnCancel})
+            pButton->setStyleSheet(pButton->styleSheet() +
+                                   QStringLiteral("#QPushButtonEx:focus{text-decoration:underline;}"));
     }
 
     m_pMessage = new QLabel;

@@ -76,6 +76,13 @@ void QTitleBar::CreateButtons()
     m_pBtnMax->hide();
     m_pBtnMin = CreateFrameButton(QStringLiteral("min"));
     m_pBtnClose = CreateFrameButton(QStringLiteral("title_close"));
+    RefreshTexts();
+}
+
+void QTitleBar::RefreshTexts()
+{
+    m_pBtnMin->setAccessibleName(tr("Minimize"));
+    m_pBtnClose->setAccessibleName(tr("Close"));
 }
 
 void QTitleBar::CreateMenuBar()
@@ -182,6 +189,13 @@ void QTitleBar::OnPressedMaxSize(int /*iButtonIndex*/)
 void QTitleBar::OnPressedClose(int /*iButtonIndex*/)
 {
     m_bMove = false;
+}
+
+void QTitleBar::changeEvent(QEvent* pEvent)
+{
+    QWidget::changeEvent(pEvent);
+    if (pEvent->type() == QEvent::LanguageChange)
+        RefreshTexts();
 }
 
 void QTitleBar::mousePressEvent(QMouseEvent* pEvent)

@@ -42,6 +42,7 @@ public slots:
     void OnPressedClose(int iButtonIndex);
 
 protected:
+    void changeEvent(QEvent* pEvent) override;
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseDoubleClickEvent(QMouseEvent* pEvent) override;
@@ -51,6 +52,7 @@ private:
     void CreateCtrl();
     void CreateButtons();
     void CreateMenuBar();
+    void RefreshTexts(); ///< For those who do not see the buttons' pictures.
     void CreateLayout();
     void ConnectSlot();
 

@@ -101,6 +101,13 @@
     </message>
 </context>
 <context>
+    <name>QDialogEx</name>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
+    </message>
+</context>
+<context>
     <name>QMessageBoxDlg</name>
     <message>
         <source>OK</source>
@@ -222,6 +229,17 @@
     <message>
         <source>Failed to change the IP configuration type.</source>
         <translation>修改 IP 配置方式失败。</translation>
+    </message>
+</context>
+<context>
+    <name>QTitleBar</name>
+    <message>
+        <source>Minimize</source>
+        <translation>最小化</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>关闭</translation>
     </message>
 </context>
 </TS>

@@ -2,6 +2,7 @@
 #include "widgets/QDialogEx.h"
 
 #include "tests/support/WindowActions.h"
+#include "tests/widgets/NamingTranslator.h"
 #include "tests/widgets/ScriptedUname.h"
 #include "tests/widgets/WindowProbe.h"
 #include "widgets/QImageButton.h"
@@ -169,6 +170,16 @@ TEST(QDialogExTest, EachSettingOfATitlePutsABlankMoreInFrontOfTheCallersText)
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(label->text(), "  <b>Title</b>");
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
+    EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::white));
+}
+
+TEST(QDialogExTest, TheCloseButtonHasANameForThoseWhoDoNotSeeItInTheLanguageOfNow)
+{
+    QDialogEx dialog(0, nullptr);
+    EXPECT_EQ(dialog.GetCloseBtn()->accessibleName(), "Close");
+    const NamingTranslator translator;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(dialog.GetCloseBtn()->accessibleName(), "QDialogEx: Close");
 }
 
 TEST(QDialogExTest, TheContentIsLaidOutByWhatItIsGiven)

@@ -2,6 +2,7 @@
 #include "widgets/QMessageBoxDlg.h"
 
 #include "tests/support/WindowActions.h"
+#include "tests/widgets/NamingTranslator.h"
 #include "tests/widgets/WindowProbe.h"
 #include "widgets/QImageButton.h"
 #include "widgets/QPushButtonEx.h"
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QTest>
 #include <QTimer>
-#include <QTranslator>
 
 #include <gtest/gtest.h>
 
@@ -156,6 +156,38 @@ TEST(QMessageBoxDlgTest, ItsButtonsAnswer)
     EXPECT_EQ(answer(box, [&] { QTest::mouseClick(box.GetCloseBtn(), Qt::LeftButton); }), QDialog::Rejected);
 }
 
+TEST(QMessageBoxDlgTest, ANoticeIsClosedByItsOkOrItsCloseButtonAndByNothingElse)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", false);
+    EXPECT_EQ(answer(box, [&] { QTest::mouseClick(buttonNamed(box, "OK"), Qt::LeftButton); }),
+              QDialog::Accepted);
+    EXPECT_EQ(answer(box,
+                     [&] {
+                         QTest::keyClick(&box, Qt::Key_Escape);
+                         QTest::mouseClick(messageOf(box), Qt::LeftButton);
+                         EXPECT_TRUE(box.isVisible());
+                         QTest::mouseClick(box.GetCloseBtn(), Qt::LeftButton);
+                     }),
+              QDialog::Rejected);
+}
+
+TEST(QMessageBoxDlgTest, AQuestionShowsWhichButtonReturnIsFor)
+{
+    QMessageBoxDlg box(nullptr, "Information", "Text", true);
+    QPushButtonEx* const ok = buttonNamed(box, "OK");
+    QPushButtonEx* const cancel = buttonNamed(box, "Cancel");
+    EXPECT_EQ(answer(box,
+                     [&] {
+                         const QImage okFocused = ok->grab().toImage();
+                         const QImage cancelPlain = cancel->grab().toImage();
+                         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+                         EXPECT_NE(ok->grab().toImage(), okFocused);
+                         EXPECT_NE(cancel->grab().toImage(), cancelPlain);
+                         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+                     }),
+              QDialog::Rejected);
+}
+
 TEST(QMessageBoxDlgTest, ReturnIsOkAndEscapeIsNothing)
 {
     QMessageBoxDlg box(nullptr, "Information", "Text", true);
@@ -182,19 +214,8 @@ TEST(QMessageBoxDlgTest, IsModalForItsWindowWhenItIsRunSo)
 
 TEST(QMessageBoxDlgTest, ItsButtonsAreTranslated)
 {
-    class Translator : public QTranslator
-    {
-    public:
-        bool isEmpty() const override { return false; }
-        QString translate(const char* context, const char* text, const char* /*disambiguation*/,
-                          int /*n*/) const override
-        {
-            return QStringLiteral("%1: %2").arg(context, text);
-        }
-    } translator;
-    QCoreApplication::installTranslator(&translator);
+    const NamingTranslator translator;
     const QMessageBoxDlg box(nullptr, "Information", "Text", true);
-    QCoreApplication::removeTranslator(&translator);
     EXPECT_NE(buttonNamed(box, "QMessageBoxDlg: OK"), nullptr);
     EXPECT_NE(buttonNamed(box, "QMessageBoxDlg: Cancel"), nullptr);
 }

@@ -2,6 +2,7 @@
 #include "widgets/QTitleBar.h"
 
 #include "tests/support/WindowActions.h"
+#include "tests/widgets/NamingTranslator.h"
 #include "tests/widgets/ScriptedUname.h"
 #include "tests/widgets/WindowProbe.h"
 #include "widgets/QImageButton.h"
@@ -168,6 +169,17 @@ TEST(QTitleBarTest, TheMenuBarIsTheOwnersToFillAndHidesNothingUntilItIsPlaced)
                                      "#menubar::item:pressed{background: #2979c5;}");
     owner.grab();
     EXPECT_NE(owner.childAt(5, 5), menuBar);
+}
+
+TEST(QTitleBarTest, TheButtonsHaveNamesForThoseWhoDoNotSeeThemInTheLanguageOfNow)
+{
+    Owner owner(true);
+    EXPECT_EQ(buttonShowing(owner, "min")->accessibleName(), "Minimize");
+    EXPECT_EQ(buttonShowing(owner, "title_close")->accessibleName(), "Close");
+    const NamingTranslator translator;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(buttonShowing(owner, "min")->accessibleName(), "QTitleBar: Minimize");
+    EXPECT_EQ(buttonShowing(owner, "title_close")->accessibleName(), "QTitleBar: Close");
 }
 
 TEST(QTitleBarTest, MinimisesOnThePressAndTellsOnTheClick)
