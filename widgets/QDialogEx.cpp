@@ -108,7 +108,6 @@ void QDialogEx::CreateTitle()
     QPalette palette;
     palette.setBrush(backgroundRole(),
                      QPixmap(QStringLiteral(":/Dorn/Resources/dialog/dialog_title_middle.png")));
-    palette.setColor(QPalette::WindowText, Qt::white); // The title's, as on the other windows.
     m_pTitleMiddle->setPalette(palette);
     m_pTitleMiddle->setAutoFillBackground(true);
 
@@ -116,6 +115,10 @@ void QDialogEx::CreateTitle()
     m_pBtnClose->setAccessibleName(tr("Close"));
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
+    // As on the other windows. Of its own: what it inherits goes when the strip around it is restyled.
+    palette = m_pTitle->palette();
+    palette.setColor(m_pTitle->foregroundRole(), Qt::white);
+    m_pTitle->setPalette(palette);
 }
 
 void QDialogEx::CreateBottom()

@@ -170,7 +170,31 @@ TEST(QDialogExTest, EachSettingOfATitlePutsABlankMoreInFrontOfTheCallersText)
     ASSERT_NE(label, nullptr);
     EXPECT_EQ(label->text(), "  <b>Title</b>");
     EXPECT_EQ(label->textFormat(), Qt::PlainText);
-    EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::white));
+}
+
+TEST(QDialogExTest, TheTitleIsWhiteWhetherTheDialogIsActiveOrNot)
+{
+    QDialogEx dialog(0, nullptr);
+    QString title = QStringLiteral("Title");
+    dialog.SetTitleText(title);
+    dialog.resize(300, 200);
+    auto* const label = dialog.GetBtnLayout()->itemAt(0)->widget();
+    ASSERT_TRUE(showActive(dialog));
+    const auto looks = [&] {
+        EXPECT_EQ(label->palette().color(QPalette::WindowText), QColor(Qt::white));
+        return label->grab().toImage();
+    };
+    const QImage active = looks();
+    dialog.SetDeactivateDilog();
+    EXPECT_EQ(looks(), active);
+    bool hasWhite = false;
+    for (int y = 0; y < active.height(); ++y) {
+        for (int x = 0; x < active.width(); ++x) {
+            hasWhite |= active.pixelColor(x, y) == QColor(Qt::white);
+            EXPECT_GT(active.pixelColor(x, y).blue(), 200) << x << ", " << y; // Nothing is dark.
+        }
+    }
+    EXPECT_TRUE(hasWhite);
 }
 
 TEST(QDialogExTest, TheCloseButtonHasANameForThoseWhoDoNotSeeItInTheLanguageOfNow)
