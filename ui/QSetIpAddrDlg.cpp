@@ -4,6 +4,7 @@
 #include "device/QDevice.h"
 #include "device/QPingThread.h"
 #include "ui/DialogAddressRules.h"
+#include "ui/QNoteLabel.h"
 #include "widgets/QLineEditEx.h"
 #include "widgets/QMessageBoxDlg.h"
 #include "widgets/QPushButtonEx.h"
@@ -31,16 +32,8 @@ bool QSetIpAddrDlg::InitWidget()
 
 bool QSetIpAddrDlg::CreatCtrls()
 {
-    m_pNote = new QLabel(this);
-    m_pNote->setTextFormat(Qt::RichText);
-    m_pNote->setWordWrap(true);
-    // Just enough for each paragraph to fit the dialog's width.
-    QFont noteFont = m_pNote->font();
-    noteFont.setLetterSpacing(QFont::AbsoluteSpacing, -0.5);
-    m_pNote->setFont(noteFont);
-    m_pNote->setStyleSheet(QStringLiteral("color:#333333;                                       "
-                                          "font-size:14px;                                       "
-                                          "font-family: Segoe UI;"));
+    m_pNote = new QNoteLabel(this);
+    m_pNote->setContentsMargins(0, 0, 0, 10); // The range is a paragraph of its own.
     m_pValidRange = new QLabel(this);
     m_pValidRange->setTextFormat(Qt::RichText);
     m_pValidRange->setStyleSheet(
@@ -100,16 +93,16 @@ bool QSetIpAddrDlg::InitLayout()
     pButtons->addWidget(m_pCancelBtn);
     pButtons->addStretch(1);
 
-    auto* const pMain = new QVBoxLayout;
-    pMain->setContentsMargins(0, 9, 0, 9);
-    pMain->addStretch(1);
-    pMain->addWidget(m_pNote);
-    pMain->addWidget(m_pValidRange);
-    pMain->addStretch(3);
-    pMain->addLayout(pForm);
-    pMain->addStretch(1);
-    pMain->addLayout(pButtons);
-    SetLayoutEx(pMain);
+    m_pMainColumn = new QVBoxLayout;
+    m_pMainColumn->setContentsMargins(0, 9, 0, 9);
+    m_pMainColumn->addStretch(1);
+    m_pMainColumn->addWidget(m_pNote);
+    m_pMainColumn->addWidget(m_pValidRange);
+    m_pMainColumn->addStretch(3);
+    m_pMainColumn->addLayout(pForm);
+    m_pMainColumn->addStretch(1);
+    m_pMainColumn->addLayout(pButtons);
+    SetLayoutEx(m_pMainColumn);
     return true;
 }
 
@@ -119,9 +112,11 @@ void QSetIpAddrDlg::RefreshWidgetInfo()
         return;
     QString strTitle = tr("Modify IP Address");
     SetTitleText(strTitle);
-    m_pNote->setText(tr("<p style='margin:10px; margin-left: 35px'>If the camera IP is not static IP "
+    constexpr int FrameBorders = 2;
+    m_pNote->SetNote(tr("<p style='margin:10px; margin-left: 35px'>If the camera IP is not static IP "
                         "address,</p><p style='margin:10px'> the subnet mask and default gateway cannot</p>"
-                        "<p style='margin:10px'>be modified.</p>"));
+                        "<p style='margin:10px'>be modified.</p>"),
+                     width() - FrameBorders);
     m_pIpAddr->edit.SetCaption(tr("IP Address:"));
     m_pSubnetMask->edit.SetCaption(tr("Subnet Mask:"));
     m_pGateway->edit.SetCaption(tr("Default Gateway:"));
@@ -150,6 +145,10 @@ void QSetIpAddrDlg::SetCurDevice(const QDevice& device)
     device.GetNetWorkVector(vecAdapter);
     ShowValidArea(vecAdapter, device);
     SetEnabledCtrls(device);
+    // Each use begins in the first field, wherever the last one has ended. (Setting the focus there would
+    // select the text, of which often the last number alone is to change.)
+    if (focusWidget())
+        focusWidget()->clearFocus();
 }
 
 void QSetIpAddrDlg::GetModifiedDevice(QDevice& device) const
@@ -268,16 +267,27 @@ void QSetIpAddrDlg::OnOkBtn()
         return;
     m_pPingThread->wait(); // It has announced its end, if it ever ran: no time worth mentioning.
     m_pPingThread->SetIPAddress(m_pIpAddr->edit.Edit()->text());
+    m_pIpAddr->edit.Edit()->setFocus(); // Else "Cancel" would get it from "OK".
     m_pOkBtn->setEnabled(false);
-    m_bPinging = true;
+    SetPinging(true);
     m_pPingThread->start(QThread::InheritPriority);
+}
+
+void QSetIpAddrDlg::SetPinging(bool bPinging)
+{
+    m_bPinging = bPinging;
+    if (!m_pIpAddr)
+        return;
+    // The answer is for what has been asked: half a correction of it must not be accepted with it.
+    for (const auto* pField : {m_pIpAddr.get(), m_pSubnetMask.get(), m_pGateway.get()})
+        pField->edit.Edit()->setReadOnly(bPinging);
 }
 
 void QSetIpAddrDlg::OnPingThreadEnd()
 {
     if (!m_pOkBtn || (sender() && sender() != m_pPingThread))
         return;
-    m_bPinging = false;
+    SetPinging(false);
     if (m_pPingThread->GetPingResult()) {
         ShowMsg(tr("Message"), tr("The IP address has been used by other devices."));
         m_pOkBtn->setEnabled(true);
@@ -297,7 +307,7 @@ void QSetIpAddrDlg::closeEvent(QCloseEvent* pEvent)
 {
     if (m_bPinging) {
         // Its answer is for a question that nobody asks any more, and may take half a minute to come.
-        m_bPinging = false;
+        SetPinging(false);
         connect(m_pPingThread, &QThread::finished, m_pPingThread, &QObject::deleteLater);
         if (m_pPingThread->isFinished())
             m_pPingThread->deleteLater();
@@ -308,7 +318,7 @@ void QSetIpAddrDlg::closeEvent(QCloseEvent* pEvent)
 
 void QSetIpAddrDlg::ShowMsg(const QString& strTitle, const QString& strText)
 {
-    QMessageBoxDlg(this, strTitle, strText, false).exec();
+    QMessageBoxDlg(this, strTitle, strText, false).exec(false);
 }
 
 void QSetIpAddrDlg::keyPressEvent(QKeyEvent* pEvent)
@@ -338,4 +348,5 @@ void QSetIpAddrDlg::Release()
     delete std::exchange(m_pValidRange, nullptr);
     delete std::exchange(m_pOkBtn, nullptr);
     delete std::exchange(m_pCancelBtn, nullptr);
+    delete std::exchange(m_pMainColumn, nullptr); // With the layouts in it.
 }

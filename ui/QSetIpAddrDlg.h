@@ -10,9 +10,11 @@
 #include <memory>
 
 class QLabel;
+class QNoteLabel;
 class QPingThread;
 class QPushButtonEx;
 class QPushButtonExColor;
+class QVBoxLayout;
 
 /// Asks for a new address of a camera, typically one that the host cannot reach where it is.
 ///
@@ -87,15 +89,18 @@ private:
     bool InitSlots();
     bool InitLayout();
     bool CreatePingThread();
+    /// The fields keep their texts until the ping has been answered or given up.
+    void SetPinging(bool bPinging);
     void ShowValidity(Field& field, bool bValid);
 
-    QLabel* m_pNote = nullptr;
+    QNoteLabel* m_pNote = nullptr;
     QLabel* m_pValidRange = nullptr;
     std::unique_ptr<Field> m_pIpAddr;
     std::unique_ptr<Field> m_pSubnetMask;
     std::unique_ptr<Field> m_pGateway;
     QPushButtonExColor* m_pOkBtn = nullptr;
     QPushButtonEx* m_pCancelBtn = nullptr;
+    QVBoxLayout* m_pMainColumn = nullptr;
     QPingThread* m_pPingThread = nullptr;
     bool m_bPinging = false; ///< Somebody waits for the answer.
 };

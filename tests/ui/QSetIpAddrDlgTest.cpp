@@ -60,6 +60,15 @@ protected:
         return {};
     }
 
+    const QLabel* caption(int index) const
+    {
+        for (const auto* label : dialog.findChildren<QLabel*>()) {
+            if (label->buddy() == edit(index))
+                return label;
+        }
+        return nullptr;
+    }
+
     void type(int index, const char* text) const
     {
         QTest::keyClick(edit(index), Qt::Key_A, Qt::ControlModifier);
@@ -99,6 +108,32 @@ TEST_F(QSetIpAddrDlgTest, ItComesWithTheCamerasAddressesAndTheRangeOfItsAdapter)
     EXPECT_EQ(button("Cancel")->size(), QSize(90, 30));
 }
 
+TEST_F(QSetIpAddrDlgTest, EachUseBeginsAtTheEndOfTheAddress)
+{
+    // With the pointer itself: a window that nobody has clicked for may not take the focus.
+    const auto click = [](const QWidget* widget) {
+        return movePointer(widget->mapToGlobal(widget->rect().center())) && pressPointer() &&
+               releasePointer();
+    };
+    QPushButton opener(QStringLiteral("Open"));
+    opener.setGeometry(700, 700, 200, 100);
+    QObject::connect(&opener, &QPushButton::clicked, &dialog, [this] {
+        dialog.SetCurDevice(device);
+        dialog.show();
+    });
+    ASSERT_TRUE(showActive(opener));
+    for (int use = 0; use < 2; ++use) {
+        ASSERT_TRUE(click(&opener));
+        ASSERT_TRUE(eventually([this] { return edit(Ip)->hasFocus(); })) << use;
+        QTest::keyClick(edit(Ip), Qt::Key_Backspace);
+        EXPECT_EQ(edit(Ip)->text(), "10.0.0.");
+        QTest::keyClick(edit(Ip), Qt::Key_Tab);
+        EXPECT_TRUE(edit(Mask)->hasFocus());
+        ASSERT_TRUE(click(button("Cancel")));
+        ASSERT_TRUE(eventually([this] { return !dialog.isVisible(); }));
+    }
+}
+
 TEST_F(QSetIpAddrDlgTest, AnAdapterThatDidNotHearTheCameraLeavesAnUnclosedParagraphInTheRange)
 {
     device.m_vecHostAdapter.prepend({QDevice::GetIP("10.1.1.1"), QDevice::GetIP("255.255.255.0")});
@@ -116,11 +151,7 @@ TEST_F(QSetIpAddrDlgTest, OnlyTheAddressOfACameraWithoutAStaticOneCanBeEdited)
         const bool expected[] = {true, isStatic, isStatic};
         for (int i = Ip; i <= Gateway; ++i) {
             EXPECT_EQ(edit(i)->isEnabled(), expected[i]) << type;
-            for (const auto* label : dialog.findChildren<QLabel*>()) {
-                if (label->buddy() == edit(i)) {
-                    EXPECT_EQ(label->isEnabled(), expected[i]) << type;
-                }
-            }
+            EXPECT_EQ(caption(i)->isEnabled(), expected[i]) << type;
         }
     }
 }
@@ -186,6 +217,7 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
     open();
     type(Ip, "192.168.1.77");
     QStringList message;
+    Qt::WindowModality modality = Qt::NonModal;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
         auto* const box = qobject_cast<QMessageBoxDlg*>(QApplication::activeModalWidget());
@@ -193,6 +225,7 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
             return;
         watch.stop();
         message << box->windowTitle().trimmed();
+        modality = box->windowModality();
         for (const auto* label : box->findChildren<QLabel*>()) {
             if (label->wordWrap())
                 message << label->text();
@@ -203,6 +236,9 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
     QTest::keyClick(edit(Ip), Qt::Key_Enter);
     ASSERT_TRUE(eventually([this] { return button("OK")->isEnabled(); }));
     EXPECT_EQ(message, (QStringList{"Message", "The IP address has been used by other devices."}));
+    EXPECT_EQ(modality, Qt::WindowModal);
+    EXPECT_EQ(dialog.focusWidget(), edit(Ip)); // For the next attempt.
+    EXPECT_FALSE(edit(Ip)->isReadOnly());
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_EQ(accepted, 0);
 }
@@ -234,6 +270,13 @@ TEST_F(QSetIpAddrDlgTest, APingThatIsStillOutWhenTheDialogIsCancelledAcceptsNoth
     clickOk();
     ASSERT_TRUE(eventually([this] { return !cmd.file("pings").isEmpty(); }));
     QTest::keyClick(edit(Ip), Qt::Key_Return); // Nobody starts a second one.
+    // Nor can what is asked for change under the ping's feet.
+    for (const int index : {Ip, Mask, Gateway})
+        QTest::keyClick(edit(index), Qt::Key_Backspace);
+    EXPECT_EQ(edit(Ip)->text(), "192.168.1.77");
+    EXPECT_EQ(edit(Mask)->text(), "255.0.0.0");
+    EXPECT_EQ(edit(Gateway)->text(), "10.0.0.1");
+    EXPECT_FALSE(button("OK")->isEnabled());
     QTest::mouseClick(button("Cancel"), Qt::LeftButton);
 
     // The next use asks anew, and is answered by its own ping alone.
@@ -256,8 +299,10 @@ TEST_F(QSetIpAddrDlgTest, APingThatIsStillOutWhenTheDialogIsCancelledAcceptsNoth
 TEST_F(QSetIpAddrDlgTest, AfterReleaseNothingReacts)
 {
     open();
+    const auto* const content = dialog.findChild<QWidget*>("MainContentMid");
+    ASSERT_NE(content->layout(), nullptr);
     dialog.Release();
-    EXPECT_TRUE(dialog.findChildren<QLineEdit*>().isEmpty());
+    EXPECT_TRUE(content->children().isEmpty()); // Neither widgets nor layouts.
     dialog.SetCurDevice(device);
     QDevice modified = device;
     dialog.GetModifiedDevice(modified);

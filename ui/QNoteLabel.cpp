@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/QNoteLabel.h"
+
+QNoteLabel::QNoteLabel(QWidget* pParent) : QLabel(pParent)
+{
+    setTextFormat(Qt::RichText);
+    setStyleSheet(QStringLiteral("color:#333333;                                       "
+                                 "font-size:14px;                                       "
+                                 "font-family: Segoe UI;"));
+}
+
+void QNoteLabel::SetNote(const QString& strNote, int nWidth)
+{
+    setText(strNote);
+    SetLetterSpacing(0);
+    setWordWrap(false);
+    ensurePolished();
+    if (sizeHint().width() > nWidth)
+        SetLetterSpacing(-0.5); // As much as is still easy to read.
+    setWordWrap(true);
+}
+
+void QNoteLabel::SetLetterSpacing(qreal pixels)
+{
+    QFont spaced = font();
+    spaced.setLetterSpacing(QFont::AbsoluteSpacing, pixels);
+    setFont(spaced);
+}
