@@ -110,27 +110,26 @@ TEST_F(QSetIpAddrDlgTest, ItComesWithTheCamerasAddressesAndTheRangeOfItsAdapter)
 
 TEST_F(QSetIpAddrDlgTest, EachUseBeginsAtTheEndOfTheAddress)
 {
-    // With the pointer itself: a window that nobody has clicked for may not take the focus.
-    const auto click = [](const QWidget* widget) {
-        return movePointer(widget->mapToGlobal(widget->rect().center())) && pressPointer() &&
-               releasePointer();
-    };
     QPushButton opener(QStringLiteral("Open"));
-    opener.setGeometry(700, 700, 200, 100);
+    const QRect place(700, 700, 200, 100);
+    opener.setGeometry(place);
+    dialog.move(100, 100);
     QObject::connect(&opener, &QPushButton::clicked, &dialog, [this] {
         dialog.SetCurDevice(device);
         dialog.show();
     });
     ASSERT_TRUE(showActive(opener));
+    ASSERT_TRUE(eventually([&] { return opener.geometry() == place; }));
     for (int use = 0; use < 2; ++use) {
-        ASSERT_TRUE(click(&opener));
+        // The pointer itself: a window that nobody has clicked for may not take the focus.
+        ASSERT_TRUE(movePointer(place.center()) && pressPointer() && releasePointer());
         ASSERT_TRUE(eventually([this] { return edit(Ip)->hasFocus(); })) << use;
         QTest::keyClick(edit(Ip), Qt::Key_Backspace);
         EXPECT_EQ(edit(Ip)->text(), "10.0.0.");
         QTest::keyClick(edit(Ip), Qt::Key_Tab);
         EXPECT_TRUE(edit(Mask)->hasFocus());
-        ASSERT_TRUE(click(button("Cancel")));
-        ASSERT_TRUE(eventually([this] { return !dialog.isVisible(); }));
+        QTest::mouseClick(button("Cancel"), Qt::LeftButton);
+        EXPECT_FALSE(dialog.isVisible());
     }
 }
 
