@@ -16,6 +16,7 @@ int main(int argc, char** argv)
         return 1;
     }
 
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // Icons in full sharpness on a scaled screen.
     const QApplication application(argc, argv);
     const QString strFont = QCoreApplication::applicationDirPath() + QStringLiteral("/segoeui.ttf");
     InstallFontSubstitutes();

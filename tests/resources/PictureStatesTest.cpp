@@ -100,7 +100,8 @@ TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
             ++count;
         }
     }
-    EXPECT_EQ(count, 23); // Check box, radio button, input field, and the two buttons with a sign in front.
+    // Check box, radio button, input field, the two buttons with a sign in front, and a camera's status.
+    EXPECT_EQ(count, 26);
 }
 
 TEST(PictureStates, TheIconHasThePicturesForEachPlaceThatADesktopShowsItIn)

@@ -239,7 +239,8 @@ void WindowFixture::saveScreenshot(QWidget& window, const QString& name)
 {
     const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/../screenshots"));
     ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
-    const QString file = folder.filePath(QStringLiteral("ui-%1.png").arg(name));
+    const QString scale = window.devicePixelRatio() > 1 ? QStringLiteral("@2x") : QString();
+    const QString file = folder.filePath(QStringLiteral("ui-%1%2.png").arg(name, scale));
     QCoreApplication::processEvents(); // Layouts are brought up to date by events.
     ASSERT_TRUE(window.grab().save(file));
 }
