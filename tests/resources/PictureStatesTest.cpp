@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+
 namespace {
 
 const QColor TitleBar(62, 134, 227);
@@ -44,6 +46,17 @@ double shapeDifference(const QImage& first, const QImage& second)
         }
     }
     return static_cast<double>(different) / covered;
+}
+
+/// The ratio of their luminances, from 1 to 21.
+double contrastToWhite(const QColor& color)
+{
+    const auto linear = [](double part) {
+        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    const double luminance =
+        0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return 1.05 / (luminance + 0.05);
 }
 
 TEST(PictureStates, EveryControlHasPicturesOfItsStates)
@@ -88,6 +101,21 @@ TEST(PictureStates, ACamerasStatesDifferInShapeAndNotInColourAlone)
     EXPECT_GT(shapeDifference(free, inUse), Visible);
     EXPECT_GT(shapeDifference(free, unreachable), Visible);
     EXPECT_GT(shapeDifference(inUse, unreachable), Visible);
+}
+
+TEST(PictureStates, WhatStandsInWhiteOnAPictureIsReadableInEachStateInUse)
+{
+    constexpr double Readable =
+        3; // As the guidelines for accessible content have it for signs and large letters.
+    for (const char* const control :
+         {"btn/btn", "dialog/min", "dialog/recovery", "dialog/max", "dialog/title_close"}) {
+        for (const char* const state : {"", "_hov", "_sel"}) {
+            const QImage picture(Folder + control + state + ".png");
+            const QRgb pixel = picture.pixel(picture.width() / 2, 4);
+            const QColor ground = qAlpha(pixel) == 255 ? QColor(pixel) : TitleBar;
+            EXPECT_GT(contrastToWhite(ground), Readable) << control << state;
+        }
+    }
 }
 
 TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
