@@ -12,6 +12,7 @@ namespace {
 constexpr QSize ButtonSize(82, 27);
 constexpr int SmallestPixelSize = 8;
 constexpr QChar ZeroWidthSpace(0x200b);
+constexpr QChar Dots(0x2026);
 
 /// The text with invisible places to break words that do not fit into a line.
 QString Breakable(const QString& strText, const QFontMetrics& metrics, int nWidth)
@@ -95,16 +96,20 @@ void QMessageBoxDlg::FitMessage()
                          ButtonSize.height());
     m_pMessage->setMaximumSize(room.size()); // Else it would push the buttons out.
 
-    const QString strBreakable = Breakable(m_strText, m_pMessage->fontMetrics(), room.width());
-    m_pMessage->setText(strBreakable);
+    QString strShown = Breakable(m_strText, m_pMessage->fontMetrics(), room.width());
     QFont font = m_pMessage->font();
     const auto fits = [&] {
         return room.contains(
-            QFontMetrics(font).boundingRect(room, Qt::AlignTop | Qt::TextWordWrap, strBreakable));
+            QFontMetrics(font).boundingRect(room, Qt::AlignTop | Qt::TextWordWrap, strShown));
     };
     for (int nPixels = QFontInfo(font).pixelSize(); nPixels > SmallestPixelSize && !fits();)
         font.setPixelSize(--nPixels);
+    while (!fits()) {
+        strShown.chop(strShown.size() / 10 + 2); // The dots of the last time among them.
+        strShown += Dots;
+    }
     m_pMessage->setFont(font);
+    m_pMessage->setText(strShown);
 }
 
 void QMessageBoxDlg::OnOkBtnClicked()

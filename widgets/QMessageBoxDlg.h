@@ -23,7 +23,7 @@ public slots:
 private:
     void CreateCtrl();
     void CreateLayout();
-    /// Sees to it that all of the message is seen.
+    /// Sees to it that all of the message is seen, or that it goes on.
     void FitMessage();
 
     QPushButtonEx* m_pBtnOk = nullptr;

@@ -20,6 +20,7 @@
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPainter>
+#include <QScreen>
 #include <QScrollBar>
 
 #include <gtest/gtest.h>
@@ -90,7 +91,8 @@ protected:
 
     static void save(const QImage& picture, const QString& name)
     {
-        EXPECT_TRUE(picture.save(QDir(GALLERY).filePath(name + ".png")));
+        const QString scale = QGuiApplication::primaryScreen()->devicePixelRatio() > 1 ? "@2x" : "";
+        EXPECT_TRUE(picture.save(QDir(GALLERY).filePath(name + scale + ".png")));
     }
 
     /// Draws a new button for each state on a ground of this colour, in one row.
@@ -109,7 +111,8 @@ protected:
             layout->addWidget(button);
             window.grab(); // Lays out what is not shown.
             enter(*button);
-            const QImage picture = window.grab().toImage();
+            QImage picture = window.grab().toImage();
+            picture.setDevicePixelRatio(1); // What follows counts pixels.
             for (size_t other = 0; other < seen.size(); ++other)
                 EXPECT_NE(picture, seen[other]) << stateName << " looks like " << names[other];
             seen.push_back(picture);

@@ -122,8 +122,13 @@ TEST(QMessageBoxDlgTest, NoMessageIsTooLongForTheWindowsFrameAndButtons)
         QMessageBoxDlg box(nullptr, "Error", text, true);
         box.grab();
         EXPECT_TRUE(Content.contains(placeOf(*buttonNamed(box, "Cancel"))));
-        EXPECT_TRUE(Content.contains(placeOf(*messageOf(box))));
+        const QLabel* const message = messageOf(box);
+        EXPECT_TRUE(Content.contains(placeOf(*message)));
         EXPECT_EQ(placeOf(*box.findChild<QWidget*>("ContentRight")).right(), 399);
+        // It begins as the text does, and shows that it goes on.
+        EXPECT_TRUE(message->contentsRect().contains(shownArea(*message)));
+        EXPECT_TRUE(message->text().startsWith(text.at(0)));
+        EXPECT_TRUE(message->text().endsWith(QChar(0x2026)));
     }
 }
 
