@@ -179,6 +179,7 @@ TEST_F(SavingTest, ReturnAndEnterInAnAddressFieldSave)
         for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
             ++saves;
             confirmNextMessage();
+            ASSERT_TRUE(showActive(*window)); // The message before has had the keyboard.
             QTest::mouseClick(field(caption), Qt::LeftButton);
             QTest::keyClick(field(caption), key);
             ASSERT_TRUE(eventually([&] { return messages.size() == saves && jobsAreOver(); })) << caption;
