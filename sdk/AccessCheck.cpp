@@ -17,20 +17,27 @@ using namespace std::chrono_literals;
 constexpr int Tries = 4;
 constexpr auto TimeOfOneTry = 150ms;
 
+/// Whether the next try may do better: a camera exists that answers BAD_ALIGNMENT once for nothing.
+bool mayPass(gvcp::Status status)
+{
+    return status == gvcp::Status::Busy || status == gvcp::Status::BadAlignment;
+}
+
 } // namespace
 
-void AccessCheck::ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera)
+bool AccessCheck::ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera)
 {
     if (find(adapter, camera))
-        return;
+        return false;
     m_questions.push_back({.adapter = adapter, .source = source, .camera = camera, .id = m_ids.next()});
     send(m_questions.back());
     m_nextStep = std::min(m_nextStep, m_questions.back().nextTry);
+    return true;
 }
 
 void AccessCheck::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
 {
-    if (acknowledge.command != gvcp::Command::ReadRegister || acknowledge.status == gvcp::Status::Busy)
+    if (acknowledge.command != gvcp::Command::ReadRegister || mayPass(acknowledge.status))
         return;
     const auto question = std::find_if(m_questions.begin(), m_questions.end(), [&](const Question& asked) {
         return asked.id == acknowledge.id && asked.adapter == datagram.adapter &&

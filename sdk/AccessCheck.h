@@ -24,8 +24,8 @@ public:
 
     AccessCheck(Network& network, RequestIds& ids) : m_network(network), m_ids(ids) {}
 
-    /// Asks the camera, unless it has been asked before.
-    void ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera);
+    /// Asks the camera, unless it has been asked before; whether it has not.
+    bool ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera);
 
     /// Takes note of an acknowledge that answers one of the questions; ignores all others.
     void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge);

@@ -22,6 +22,9 @@ constexpr auto Window = 1150ms;
 constexpr auto GraceForAccess = 200ms;
 /// Answers of unknown cameras that are kept; a flood of forged ones ends here.
 constexpr std::size_t MaxUnknown = 1024;
+/// At so many addresses one camera is asked whether it is accessible. It may move while it is looked for; who
+/// answers from more is forging.
+constexpr int MaxAddresses = 4;
 /// What had arrived when the time was up is still read, but no endless stream.
 constexpr int MaxLateDatagrams = 8192;
 
@@ -35,6 +38,12 @@ public:
 private:
     using Key = std::pair<gvcp::MacAddress, std::size_t>;
 
+    struct Sighting
+    {
+        FoundCamera camera;
+        int addresses = 0; ///< At which it was asked whether it is accessible.
+    };
+
     void ask();
     void listen(Clock::time_point until);
     bool step(Clock::time_point until);
@@ -46,7 +55,7 @@ private:
     RequestIds m_ids;
     std::vector<std::uint16_t> m_discoveryIds;
     AccessCheck m_access{m_network, m_ids};
-    std::map<Key, FoundCamera> m_found;
+    std::map<Key, Sighting> m_found;
     std::size_t m_unknown = 0;
     int m_lateDatagrams = 0;
 };
@@ -65,7 +74,8 @@ std::vector<FoundCamera> Enumeration::run()
 
     std::vector<FoundCamera> result;
     result.reserve(m_found.size());
-    for (auto& [key, camera] : m_found) {
+    for (auto& [key, sighting] : m_found) {
+        FoundCamera& camera = sighting.camera;
         camera.isAccessible = camera.isReachable && m_access.answer(camera.adapter, camera.identity.ip) ==
                                                         AccessCheck::Answer::Accessible;
         result.push_back(std::move(camera));
@@ -125,16 +135,17 @@ void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
     if (found == m_found.end()) {
         if (!m_isKnown(identity.mac, adapter) && ++m_unknown > MaxUnknown)
             return;
-        found = m_found.emplace(key, FoundCamera{}).first;
+        found = m_found.try_emplace(key).first;
     }
 
     const AdapterAddress* own = adapter.inSubnetOf(identity.ip);
-    found->second = {.identity = std::move(identity),
-                     .adapter = datagram.adapter,
-                     .adapterAddress = own ? own->address : adapter.addresses.front().address,
-                     .isReachable = own != nullptr};
-    if (own)
-        m_access.ask(datagram.adapter, own->address, found->second.identity.ip);
+    auto& [camera, addresses] = found->second;
+    camera = {.identity = std::move(identity),
+              .adapter = datagram.adapter,
+              .adapterAddress = own ? own->address : adapter.addresses.front().address,
+              .isReachable = own != nullptr};
+    if (own && addresses < MaxAddresses && m_access.ask(datagram.adapter, own->address, camera.identity.ip))
+        ++addresses;
 }
 
 } // namespace

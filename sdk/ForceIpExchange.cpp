@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace sdk {
 
@@ -31,7 +32,7 @@ public:
 private:
     bool send();
     std::optional<RZ_ERROR> take(const Datagram& datagram);
-    std::optional<RZ_ERROR> takeForceIp(const Datagram& datagram, gvcp::Status status) const;
+    std::optional<RZ_ERROR> takeForceIp(const Datagram& datagram, gvcp::Status status);
     std::optional<RZ_ERROR> takeDiscovery(const gvcp::DiscoveryAck& identity);
     RZ_ERROR judgeSilence() const;
 
@@ -43,6 +44,7 @@ private:
     std::vector<std::uint16_t> m_discoveryIds;
     AccessCheck m_access{m_network, m_ids};
     bool m_isHeard = false;
+    bool m_wasMisaligned = false;
 };
 
 RZ_ERROR ForceIpExchange::run()
@@ -91,7 +93,7 @@ std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
     return std::nullopt;
 }
 
-std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, gvcp::Status status) const
+std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, gvcp::Status status)
 {
     // The acknowledge names no camera. Whatever comes from elsewhere than its two addresses is not believed.
     if (datagram.source != m_before.ip && datagram.source != m_wanted.ip)
@@ -103,6 +105,10 @@ std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, g
         return std::nullopt; // The next try may find it idle.
     case gvcp::Status::AccessDenied:
         return RZ_ERROR_ACCESS_DENIED;
+    case gvcp::Status::BadAlignment: // A camera exists that says so once for nothing.
+        if (!std::exchange(m_wasMisaligned, true))
+            return std::nullopt;
+        return RZ_ERROR_REFUSED;
     default:
         return RZ_ERROR_REFUSED;
     }

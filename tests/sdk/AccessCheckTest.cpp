@@ -18,11 +18,15 @@ constexpr gvcp::Ipv4 Camera = 0xC0A80114;
 class AccessCheckTest : public testing::Test
 {
 protected:
-    AccessCheck::Answer run()
+    AccessCheck::Answer run() { return run(network); }
+
+    AccessCheck::Answer run(FakeNetwork& where)
     {
+        RequestIds ids;
+        AccessCheck check(where, ids);
         check.ask(0, Host, Camera);
         while (check.isPending()) {
-            if (const auto datagram = network.receive(check.nextStep()))
+            if (const auto datagram = where.receive(check.nextStep()))
                 if (const auto acknowledge = gvcp::parseAcknowledge(datagram->payload))
                     check.take(*datagram, *acknowledge);
             check.proceed();
@@ -43,8 +47,6 @@ protected:
     }
 
     FakeNetwork network{{adapterWith(1, Host), adapterWith(2, 0xC0A80106)}};
-    RequestIds ids;
-    AccessCheck check{network, ids};
 };
 
 } // namespace
@@ -89,14 +91,25 @@ TEST_F(AccessCheckTest, ASilentCameraIsAskedAgainWithTheSameIdAndThenGivenUp)
     EXPECT_EQ(network.elapsed(), 600ms);
 }
 
-TEST_F(AccessCheckTest, ABusyCameraIsAskedAgain)
+class PassingRefusal : public AccessCheckTest, public testing::WithParamInterface<gvcp::Status>
+{};
+
+TEST_P(PassingRefusal, OfACameraHasItAskedAgain)
 {
     int asked = 0;
-    answerEach(
-        [&asked](auto id) { return ++asked == 1 ? refusal(id, gvcp::Status::Busy) : registerAnswer(id, 0); });
+    answerEach([&asked](auto id) { return ++asked == 1 ? refusal(id, GetParam()) : registerAnswer(id, 0); });
     EXPECT_EQ(run(), AccessCheck::Answer::Accessible);
     EXPECT_EQ(asked, 2);
 }
+
+TEST_P(PassingRefusal, ThatDoesNotPassIsNotAccessible)
+{
+    answerEach([](auto id) { return refusal(id, GetParam()); });
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+}
+
+INSTANTIATE_TEST_SUITE_P(Statuses, PassingRefusal,
+                         testing::Values(gvcp::Status::Busy, gvcp::Status::BadAlignment));
 
 TEST_F(AccessCheckTest, AnswersOfOthersAreNotTheCameras)
 {
@@ -112,10 +125,33 @@ TEST_F(AccessCheckTest, AnswersHeardOnAnotherAdapterAreNotTheCameras)
     EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
 }
 
-TEST_F(AccessCheckTest, AnswersWithAnotherIdCodeOrLengthAreDropped)
+TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
 {
-    answerEach([](auto id) { return registerAnswer(static_cast<std::uint16_t>(id + 1), 0); });
-    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    const std::map<std::string, std::function<gvcp::Bytes(std::uint16_t id)>> rows{
+        {"another id",
+         [](auto id) {
+             return registerAnswer(static_cast<std::uint16_t>(id + 1), gvcp::Privilege::Control);
+         }},
+        {"another acknowledge code",
+         [](auto id) {
+             return gvcp::encodeAcknowledge(gvcp::Command::ReadMemory, gvcp::Status::Success, id,
+                                            gvcp::Bytes(4));
+         }},
+        {"a payload shorter than its length",
+         [](auto id) {
+             gvcp::Bytes bytes = registerAnswer(id, gvcp::Privilege::Control);
+             bytes.pop_back();
+             return bytes;
+         }},
+    };
+    for (const auto& [name, make] : rows) {
+        FakeNetwork own({adapterWith(1, Host)});
+        own.onSend = [&own, &make = make](const FakeNetwork::Sent& sent) {
+            own.deliver(1ms, 0, Camera, make(sent.command().id));
+            own.deliver(2ms, 0, Camera, registerAnswer(sent.command().id, gvcp::Privilege::Open));
+        };
+        EXPECT_EQ(run(own), AccessCheck::Answer::Accessible) << name;
+    }
 }
 
 TEST_F(AccessCheckTest, AnAnswerWithoutExactlyOneValueIsNoPermission)
@@ -129,6 +165,8 @@ TEST_F(AccessCheckTest, AnAnswerWithoutExactlyOneValueIsNoPermission)
 
 TEST_F(AccessCheckTest, ACameraThatWasNotAskedIsNotAccessible)
 {
+    RequestIds ids;
+    const AccessCheck check(network, ids);
     EXPECT_EQ(check.answer(0, Camera), AccessCheck::Answer::NotAccessible);
     EXPECT_FALSE(check.isPending());
 }

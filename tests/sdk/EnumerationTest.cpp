@@ -281,6 +281,27 @@ TEST(Enumeration, AFloodOfForgedAnswersIsBoundedAndCrowdsOutNoKnownCamera)
     EXPECT_LE(network.elapsed(), 1450ms);
 }
 
+TEST(Enumeration, WhoAnswersFromEverMoreAddressesIsAskedAtFewOfThem)
+{
+    FakeNetwork network({adapterWith(1, Host, 0xFFFF0000)});
+    bool isFirst = true;
+    network.onSend = [&](const FakeNetwork::Sent& sent) {
+        if (sent.destination == Camera1)
+            network.deliver(1ms, 0, Camera1, registerAnswer(sent.command().id, gvcp::Privilege::Open));
+        if (!isDiscovery(sent) || !std::exchange(isFirst, false))
+            return;
+        for (unsigned i = 0; i < 10'000; ++i) {
+            const auto forged = cameraAt(9, 0xC0A84000 + i);
+            network.deliver(1ms, 0, forged.ip, discoveryAnswer(sent.command().id, forged));
+        }
+        network.deliver(2ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
+    };
+    const auto found = enumerateCameras(network, knowsNone);
+    ASSERT_THAT(found, SizeIs(2));
+    EXPECT_TRUE(found[0].isAccessible) << "the others are asked as ever";
+    EXPECT_THAT(network.sentCommands(gvcp::Command::ReadRegister), SizeIs(Le(40u)));
+}
+
 TEST(Enumeration, AnEndlessStreamOfAnswersDoesNotHoldItBeyondItsTime)
 {
     FakeNetwork network({adapterWith(1, Host)});

@@ -156,6 +156,18 @@ TEST_F(ForceIpTest, ABusyCameraIsAskedAgain)
     EXPECT_GT(received, 2);
 }
 
+TEST_F(ForceIpTest, ACameraThatFindsItMisalignedOnceForNothingIsNotBelieved)
+{
+    int received = 0;
+    onForceIp = [&](const auto& sent) {
+        acknowledge(sent, OldIp, ++received == 1 ? gvcp::Status::BadAlignment : gvcp::Status::Success);
+    };
+    EXPECT_EQ(force(), RZ_OK);
+    onForceIp = [this](const auto& sent) { acknowledge(sent, OldIp, gvcp::Status::BadAlignment); };
+    EXPECT_EQ(force(), RZ_ERROR_REFUSED);
+    EXPECT_LE(network.elapsed(), 10ms);
+}
+
 TEST_F(ForceIpTest, DoesNotBelieveAcknowledgesFromElsewhereOrWithAnotherId)
 {
     onForceIp = [this](const auto& sent) {
