@@ -89,14 +89,17 @@ std::vector<const FoundCamera*> chooseForList(const std::vector<FoundCamera>& ca
     return chosen;
 }
 
-/// Other threads may be reading the record, with atomic loads where they run beside an enumeration.
+/// Callers read and change records word by word too, with atomic loads and stores where they do so beside an
+/// enumeration.
+using Word [[gnu::may_alias]] = std::uint32_t;
+constexpr std::size_t RecordWords = sizeof(RZ_CC_DEVICE_INFO) / sizeof(Word);
+static_assert(sizeof(RZ_CC_DEVICE_INFO) % sizeof(Word) == 0 && alignof(RZ_CC_DEVICE_INFO) == alignof(Word));
+
 void updateRecord(RZ_CC_DEVICE_INFO& record, const RZ_CC_DEVICE_INFO& fresh)
 {
-    using Word [[gnu::may_alias]] = std::uint32_t;
-    static_assert(sizeof record % sizeof(Word) == 0 && alignof(RZ_CC_DEVICE_INFO) == alignof(Word));
     auto* to = reinterpret_cast<Word*>(&record);
     const auto* from = reinterpret_cast<const Word*>(&fresh);
-    for (std::size_t i = 0; i < sizeof record / sizeof(Word); ++i)
+    for (std::size_t i = 0; i < RecordWords; ++i)
         if (__atomic_load_n(to + i, __ATOMIC_RELAXED) != from[i])
             __atomic_store_n(to + i, from[i], __ATOMIC_RELAXED);
 }
@@ -147,6 +150,17 @@ void RecordTable::publish(const std::vector<FoundCamera>& cameras, const std::ve
         entry->second.time = now;
         list.apDeviceInfo[list.nDeviceCount++] = &entry->second.record;
     }
+}
+
+RZ_CC_DEVICE_INFO RecordTable::copyOf(const RZ_CC_DEVICE_INFO& info) const
+{
+    const std::lock_guard lock(m_mutex); // Nobody publishes meanwhile: the copy is of one enumeration.
+    RZ_CC_DEVICE_INFO copy;
+    auto* to = reinterpret_cast<Word*>(&copy);
+    const auto* from = reinterpret_cast<const Word*>(&info);
+    for (std::size_t i = 0; i < RecordWords; ++i)
+        to[i] = __atomic_load_n(from + i, __ATOMIC_RELAXED);
+    return copy;
 }
 
 std::optional<bool> RecordTable::recentAccess(const RZ_CC_DEVICE_INFO& info, Clock::time_point now) const

@@ -27,6 +27,9 @@ public:
     void publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
                  Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
 
+    /// The record as the latest enumeration left it, while another may be running.
+    RZ_CC_DEVICE_INFO copyOf(const RZ_CC_DEVICE_INFO& info) const;
+
     /// Whether the camera was accessible, if an enumeration has asked it at its present address just now.
     std::optional<bool> recentAccess(const RZ_CC_DEVICE_INFO& info, Clock::time_point now) const;
 

@@ -126,8 +126,10 @@ bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode
     if (!info || accessMode != RZ_ACCESS_EXCLUSIVE)
         return false;
     return guarded(false, [info] {
-        const auto recent = RecordTable::instance().recentAccess(*info, Clock::now());
-        return recent ? *recent : isAccessibleNow(info->stGigEInfo);
+        const RecordTable& records = RecordTable::instance();
+        const RZ_CC_DEVICE_INFO camera = records.copyOf(*info);
+        const auto recent = records.recentAccess(camera, Clock::now());
+        return recent ? *recent : isAccessibleNow(camera.stGigEInfo);
     });
 }
 
@@ -136,7 +138,7 @@ int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info)
     if (!handle || !info)
         return RZ_ERROR_PARAMETER;
     return guarded<int>(RZ_ERROR_INTERNAL, [=] {
-        *handle = HandleTable::instance().create(*info);
+        *handle = HandleTable::instance().create(RecordTable::instance().copyOf(*info));
         return RZ_OK;
     });
 }

@@ -6,8 +6,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <fstream>
 #include <iostream>
+#include <thread>
 
 using namespace sdk;
 using namespace std::chrono_literals;
@@ -203,6 +205,32 @@ TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAs
     free.stGigEInfo.nDeviceIp = 12;
     EXPECT_EQ(table.recentAccess(free, now), std::nullopt);
     EXPECT_EQ(table.recentAccess(RZ_CC_DEVICE_INFO{}, now), std::nullopt);
+}
+
+TEST_F(RecordTableTest, ACopyMadeBesideEnumerationsIsOfOneOfThem)
+{
+    const auto camera = [](char letter) {
+        gvcp::DiscoveryAck said = cameraAt(1, 0x0A000000u + static_cast<unsigned char>(letter));
+        said.manufacturerInfo = std::string(47, letter);
+        said.userDefinedName = std::string(15, letter);
+        return found(said);
+    };
+    publish({camera('a')});
+    const RZ_CC_DEVICE_INFO& record = *list.apDeviceInfo[0];
+    std::atomic<int> enumerations = 0;
+    std::atomic<bool> isEnding = false;
+    std::thread enumerating([&] {
+        for (; !isEnding; ++enumerations)
+            publish({camera(enumerations % 2 == 0 ? 'b' : 'a')});
+    });
+    for (int copies = 0; (copies < 100'000 || enumerations < 100'000) && !HasFailure(); ++copies) {
+        const RZ_GIGE_DEVICE_INFO copy = table.copyOf(record).stGigEInfo;
+        const char letter = static_cast<char>(copy.nDeviceIp);
+        EXPECT_EQ(copy.szManufacturerInfo, std::string(47, letter));
+        EXPECT_EQ(copy.szUserDefinedName, std::string(15, letter));
+    }
+    isEnding = true;
+    enumerating.join();
 }
 
 TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
