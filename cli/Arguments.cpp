@@ -19,19 +19,17 @@ std::string shown(const Option& option)
     return option.value.empty() ? option.name : option.name + " " + option.value;
 }
 
-/// "--ip, --mask and --gateway are allowed"
-std::string allowedOptions(const Syntax& syntax)
+/// "MAC, --ip, --mask and --gateway are allowed", with the operands or without.
+std::string allowed(std::vector<std::string> names, const std::vector<Option>& options)
 {
-    std::string list;
-    const std::size_t count = syntax.options.size();
-    for (std::size_t i = 0; i < count; ++i) {
-        if (i > 0)
-            list += i + 1 == count ? " and " : ", ";
-        list += syntax.options[i].name;
-    }
-    if (list.empty())
-        return "no option is allowed";
-    return list + (count == 1 ? " is allowed" : " are allowed");
+    for (const Option& option : options)
+        names.push_back(option.name);
+    if (names.empty())
+        return "nothing is allowed";
+    std::string list = names.front();
+    for (std::size_t i = 1; i < names.size(); ++i)
+        list += (i + 1 == names.size() ? " and " : ", ") + names[i];
+    return list + (names.size() == 1 ? " is allowed" : " are allowed");
 }
 
 void addOption(Arguments& arguments, const Option& option, const std::string& value)
@@ -49,7 +47,8 @@ Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& w
         const std::string& word = words[i];
         if (word.rfind('-', 0) != 0) {
             if (arguments.operands.size() == syntax.operands.size())
-                refuse("\"" + displayText(word) + "\" is one argument too many");
+                refuse("\"" + displayText(word) +
+                       "\" is one argument too many: " + allowed(syntax.operands, syntax.options));
             arguments.operands.push_back(word);
             continue;
         }
@@ -58,7 +57,7 @@ Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& w
         const auto option = std::find_if(syntax.options.begin(), syntax.options.end(),
                                          [&name](const Option& each) { return each.name == name; });
         if (option == syntax.options.end())
-            refuse("unknown option \"" + displayText(name) + "\": " + allowedOptions(syntax));
+            refuse("unknown option \"" + displayText(name) + "\": " + allowed({}, syntax.options));
         if (option->value.empty()) {
             if (equals != std::string::npos)
                 refuse(name + " takes no value");

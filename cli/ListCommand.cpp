@@ -3,10 +3,10 @@
 #include "cli/Command.h"
 #include "cli/DeviceJson.h"
 #include "cli/DeviceTable.h"
-#include "cli/IpSettings.h"
 #include "cli/Privileges.h"
 #include "cli/Session.h"
 
+#include <QNetworkInterface>
 #include <QStringList>
 
 #include <ostream>
@@ -14,13 +14,26 @@
 namespace cli {
 namespace {
 
-std::string nothingFound(const QVector<_NETWORK_INFO>& adapters)
+/// Of the adapters that cameras are looked for on, which are not all that a device remembers, nor only those.
+QStringList searchedAddresses()
 {
-    if (adapters.isEmpty())
-        return "No camera found: no network adapter of this computer is up and has an IPv4 address.\n";
     QStringList addresses;
-    for (const _NETWORK_INFO& adapter : adapters)
-        addresses += dotted(adapter.nIpAddress);
+    for (const QNetworkInterface& adapter : QNetworkInterface::allInterfaces()) {
+        if (!adapter.flags().testFlag(QNetworkInterface::IsUp) ||
+            adapter.flags().testFlag(QNetworkInterface::IsLoopBack))
+            continue;
+        for (const QNetworkAddressEntry& entry : adapter.addressEntries())
+            if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol)
+                addresses += entry.ip().toString();
+    }
+    return addresses;
+}
+
+std::string nothingFound()
+{
+    const QStringList addresses = searchedAddresses();
+    if (addresses.isEmpty())
+        return "No camera found: no network adapter of this computer is up and has an IPv4 address.\n";
     return "No camera answered on " + addresses.join(QStringLiteral(", ")).toStdString() +
            ". Check the cameras' power and cables, and that this computer is on the same network.\n";
 }
@@ -33,7 +46,7 @@ void list(const Arguments& arguments, Session& session)
     session.out << (arguments.has("--json") ? deviceJson(cameras) : deviceTable(cameras, session.coloured))
                 << std::flush;
     if (cameras.isEmpty())
-        session.err << nothingFound(QDevice().m_vecHostAdapter);
+        session.err << nothingFound();
     if (!session.hasRawSockets)
         session.err << rawSocketHint(session.programPath);
 }

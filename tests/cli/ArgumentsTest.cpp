@@ -58,8 +58,8 @@ TEST(Arguments, ThatAreWrongAreNamed)
         {{"M", "--ip", "A", "--ip", "A"}, "--ip is given twice; once is allowed"},
         {{"M", "--ip=A", "--dhcp", "--dhcp"}, "--dhcp is given twice; once is allowed"},
         {{"M", "--ip", "A", "--dhcp=yes"}, "--dhcp takes no value"},
-        {{"M", "--ip", "A", "N"}, "\"N\" is one argument too many"},
-        {{"M", "--ip", "A", ""}, "\"\" is one argument too many"},
+        {{"M", "--ip", "A", "N"}, "\"N\" is one argument too many: MAC, --ip, --mask and --dhcp are allowed"},
+        {{"M", "--ip", "A", ""}, "\"\" is one argument too many: MAC, --ip, --mask and --dhcp are allowed"},
         {{"M", "--speed", "A"}, "unknown option \"--speed\": --ip, --mask and --dhcp are allowed"},
         {{"M", "--i=A"}, "unknown option \"--i\": --ip, --mask and --dhcp are allowed"},
         {{"M", "-ip", "A"}, "unknown option \"-ip\": --ip, --mask and --dhcp are allowed"},
@@ -76,6 +76,10 @@ TEST(Arguments, ThatAreWrongAreToldOfTheOnlyOptionThereIs)
                   cli::parseArguments({{}, {{"--json", {}}}}, {"--xml"});
               }),
               "unknown option \"--xml\": --json is allowed; see --help");
+    EXPECT_EQ(refusal([] {
+                  cli::parseArguments({{}, {{"--json", {}}}}, {"xml"});
+              }),
+              "\"xml\" is one argument too many: --json is allowed; see --help");
     EXPECT_EQ(refusal([] { cli::parseArguments({}, {"--xml"}); }),
-              "unknown option \"--xml\": no option is allowed; see --help");
+              "unknown option \"--xml\": nothing is allowed; see --help");
 }

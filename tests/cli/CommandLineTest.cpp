@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/network/Site.h"
+#include "tests/network/DiscoveryConditions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -225,10 +225,37 @@ TEST(CommandLineWithoutCameras, SaysWhichAdaptersItAskedOn)
     EXPECT_EQ(site.host().execute({PROGRAM, "list", "--json"}).standardOutput, "[]\n");
 }
 
+TEST(CommandLineWithoutCameras, NamesAnAdapterThatHasNoBroadcastAddressAndNoneThatIsDown)
+{
+    Site site;
+    site.addAdapter("eth0", "");
+    site.host().run("ip address add 10.1.0.5/16 dev eth0");
+    site.addAdapter("down0", "192.168.7.5/24");
+    site.host().run("ip link set down0 down");
+    EXPECT_THAT(site.host().execute({PROGRAM, "list"}).standardError,
+                HasSubstr("No camera answered on 10.1.0.5."));
+}
+
 TEST(CommandLineWithoutCameras, SaysThatThereIsNoAdapter)
 {
-    const lab::Namespace alone;
-    const lab::Output output = alone.execute({PROGRAM, "list"});
-    EXPECT_EQ(output.status, 0);
-    EXPECT_THAT(output.standardError, HasSubstr("no network adapter of this computer"));
+    Site site;
+    const auto expectNone = [&site] {
+        const lab::Output output = site.host().execute({PROGRAM, "list"});
+        EXPECT_EQ(output.status, 0);
+        EXPECT_THAT(output.standardError, HasSubstr("no network adapter of this computer"));
+    };
+    expectNone();
+    site.addAdapter("down0", "192.168.7.5/24");
+    site.host().run("ip link set down0 down");
+    expectNone();
+}
+
+TEST(CommandLineOnTwoAdapters, ListsACameraThatBothHearOnceByTheOneThatReachesIt)
+{
+    Site site;
+    discoveryCondition("OneCameraSeenByTwoAdapters").build(site);
+    const json array = json::parse(site.host().execute({PROGRAM, "list", "--json"}).standardOutput);
+    ASSERT_EQ(array.size(), 1u);
+    EXPECT_EQ(array[0]["Status"], "Free");
+    EXPECT_EQ(array[0]["AdapterAddress"], "192.168.1.5");
 }
