@@ -5,9 +5,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <filesystem>
-#include <set>
+#include <fstream>
+#include <iterator>
 #include <sstream>
+#include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -20,7 +24,7 @@ public:
           m_file(testing::TempDir() + "gvcp-" + std::to_string(getpid()) + ".pcap"),
           m_process(site.host().start({"sh", "-c",
                                        "exec tcpdump --immediate-mode -Z root -U -i " + interface + " -w " +
-                                           m_file + " udp port 3956 2>&1"}))
+                                           m_file + " udp port 3956 or port 9 2>&1"}))
     {
         while (m_process.readLine().find("listening on") == std::string::npos) {
         }
@@ -29,8 +33,18 @@ public:
     Capture& operator=(const Capture&) = delete;
     ~Capture() { std::filesystem::remove(m_file); }
 
-    void stop()
+    /// When all that has crossed so far is in the file; a last packet to a listening host, `target`, marks
+    /// it.
+    void stop(const std::string& target)
     {
+        const std::string mark = "end of what is captured";
+        m_site.host().execute({"bash", "-c", "echo " + mark + " >/dev/udp/" + target + "/9"});
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        while (content().find(mark) == std::string::npos) {
+            if (std::chrono::steady_clock::now() > deadline)
+                throw std::runtime_error("the capture does not get to its end");
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
         kill(m_process.id(), SIGINT);
         m_process.wait();
     }
@@ -51,6 +65,12 @@ public:
     }
 
 private:
+    std::string content() const
+    {
+        std::ifstream file(m_file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
     const Site& m_site;
     std::string m_file;
     lab::Process m_process;
@@ -78,7 +98,7 @@ TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
         EXPECT_FALSE(camera.description().empty());
         camera.port()->Write("Right\0\0\0\0\0\0\0\0\0\0", 0xE8, 16);
     }
-    capture.stop();
+    capture.stop("192.168.1.20");
 
     const auto ours = capture.read("ip.src == 192.168.1.5 && udp.dstport == 3956", {"frame.number"});
     const auto dissected = capture.read("ip.src == 192.168.1.5 && gvcp", {"frame.number"});

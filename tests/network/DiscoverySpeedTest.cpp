@@ -39,8 +39,9 @@ TEST(DiscoverySpeed, WithoutRawSocketsBehindAFirewallNothingIsFoundWithoutExtraW
     discoveryCondition("InsideAndOutsideTheSubnet").build(open);
     Site closed;
     discoveryCondition("FirewallThatPassesEstablishedConnections").build(closed);
-    const auto openTime = timeOf([&] { EXPECT_THAT(enumerate(open), testing::Not(testing::IsEmpty())); });
-    const auto closedTime = timeOf([&] { EXPECT_THAT(enumerateUnprivileged(closed), SizeIs(0)); });
+    const auto openTime =
+        shortestTimeOf([&] { EXPECT_THAT(enumerate(open), testing::Not(testing::IsEmpty())); });
+    const auto closedTime = shortestTimeOf([&] { EXPECT_THAT(enumerateUnprivileged(closed), SizeIs(0)); });
     EXPECT_LE(closedTime, openTime * 1.3);
 }
 
@@ -50,8 +51,8 @@ TEST(DiscoverySpeed, SilentRegisterReadsCostAtMostAQuarterMore)
     discoveryCondition("On256Cameras").build(prompt);
     Site silent;
     discoveryCondition("On256CamerasSilentToRegisterReads").build(silent);
-    const auto promptTime = timeOf([&] { EXPECT_THAT(enumerate(prompt), SizeIs(256)); });
-    const auto silentTime = timeOf([&] {
+    const auto promptTime = shortestTimeOf([&] { EXPECT_THAT(enumerate(prompt), SizeIs(256)); });
+    const auto silentTime = shortestTimeOf([&] {
         for (const auto* record : enumerate(silent))
             EXPECT_FALSE(RZ_CC_IsDeviceAccessible(record, RZ_ACCESS_EXCLUSIVE)) << macText(*record);
     });
@@ -63,19 +64,18 @@ TEST(DiscoverySpeed, AListOf256CamerasTakesAtMostAThirdMoreThanArvTools)
 {
     Site site;
     discoveryCondition("On256Cameras").build(site);
-    std::vector<double> ratios;
-    for (int i = 0; i < 3; ++i) {
-        lab::Output ours;
-        lab::Output theirs;
-        const auto ourTime = timeOf([&] { ours = site.host().execute({CLI, "list", "--json"}); });
-        const auto theirTime = timeOf([&] { theirs = site.host().execute({"arv-tool-0.8"}); });
-        ASSERT_EQ(timesIn(ours.standardOutput, "GevMACAddress"), 256u) << ours.standardError;
-        ASSERT_EQ(timesIn(theirs.standardOutput, "\n"), 256u);
-        ratios.push_back(ourTime / theirTime);
-        std::cout << "ours " << ourTime.count() << " s, arv-tool " << theirTime.count() << " s\n";
+    Seconds ours = Seconds::max();
+    Seconds theirs = Seconds::max();
+    for (int i = 0; i < 3; ++i) { // In turn, so that both meet the same host.
+        lab::Output ourList;
+        lab::Output theirList;
+        ours = std::min(ours, timeOf([&] { ourList = site.host().execute({CLI, "list", "--json"}); }));
+        theirs = std::min(theirs, timeOf([&] { theirList = site.host().execute({"arv-tool-0.8"}); }));
+        ASSERT_EQ(timesIn(ourList.standardOutput, "GevMACAddress"), 256u) << ourList.standardError;
+        ASSERT_EQ(timesIn(theirList.standardOutput, "\n"), 256u);
     }
-    std::sort(ratios.begin(), ratios.end());
-    EXPECT_LE(ratios[1], 1.3);
+    std::cout << "ours " << ours.count() << " s, arv-tool " << theirs.count() << " s\n";
+    EXPECT_LE(ours, theirs * 1.3);
 }
 
 TEST(DiscoverySpeed, TenThousandForgedAnswersGiveAtMost256RecordsInBoundedTimeAndMemory)
@@ -83,14 +83,14 @@ TEST(DiscoverySpeed, TenThousandForgedAnswersGiveAtMost256RecordsInBoundedTimeAn
     Site quiet;
     quiet.addCameras(quiet.addAdapter("eth0", "192.168.1.5/24"),
                      R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20"})");
-    const auto quietTime = timeOf([&] { ASSERT_THAT(enumerate(quiet), SizeIs(1)); });
+    const auto quietTime = shortestTimeOf([&] { ASSERT_THAT(enumerate(quiet), SizeIs(1)); });
 
     Site flooded;
     flooded.addCameras(flooded.addAdapter("eth0", "192.168.1.5/24"),
                        R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "forgedAnswers": 10000})");
     const auto before = residentKilobytes();
     std::vector<const RZ_CC_DEVICE_INFO*> records;
-    const auto floodedTime = timeOf([&] { records = enumerate(flooded); });
+    const auto floodedTime = shortestTimeOf([&] { records = enumerate(flooded); });
     const auto after = residentKilobytes();
     std::cout << records.size() << " records, " << before << " kB before, " << after << " kB after\n";
     EXPECT_GT(records.size(), 1u) << "the forged answers did come in";

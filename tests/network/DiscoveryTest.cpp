@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 using testing::SizeIs;
@@ -32,15 +33,51 @@ TEST_P(Discovery, FindsEveryCamera)
 INSTANTIATE_TEST_SUITE_P(Condition, Discovery, testing::ValuesIn(discoveryConditions()),
                          [](const auto& condition) { return condition.param.name; });
 
-TEST(DiscoveryWithoutRawSockets, FindsWhatTheKernelLetsThrough)
+TEST(DiscoveryOn256Cameras, LearnsOfEachThatItIsFree)
 {
     Site site;
-    discoveryCondition("InsideAndOutsideTheSubnet").build(site);
-    const auto macs = macTexts(enumerateUnprivileged(site));
-    for (const char* mac :
-         {"02:00:00:00:01:01", "02:00:00:00:01:02", "02:00:00:00:01:04", "02:00:00:00:01:05"})
-        EXPECT_EQ(macs.count(mac), 1u) << mac;
+    discoveryCondition("On256Cameras").build(site);
+    const auto records = enumerate(site);
+    const lab::Visit visit(site.host());
+    EXPECT_EQ(std::count_if(
+                  records.begin(), records.end(),
+                  [](const auto* record) { return RZ_CC_IsDeviceAccessible(record, RZ_ACCESS_EXCLUSIVE); }),
+              256);
 }
+
+namespace {
+
+/// How much of a condition's seven cameras, two in the subnet and five outside it, the kernel lets through.
+struct LetThrough
+{
+    const char* condition;
+    std::size_t cameras;
+};
+
+class DiscoveryWithoutRawSockets : public testing::TestWithParam<LetThrough>
+{};
+
+} // namespace
+
+TEST_P(DiscoveryWithoutRawSockets, FindsWhatTheKernelLetsThrough)
+{
+    Site site;
+    discoveryCondition(GetParam().condition).build(site);
+    const auto macs = macTexts(enumerateUnprivileged(site));
+    EXPECT_THAT(macs, SizeIs(GetParam().cameras));
+    for (const char* inSubnet : {"02:00:00:00:01:01", "02:00:00:00:01:02"})
+        EXPECT_EQ(macs.count(inSubnet), macs.empty() ? 0u : 1u) << inSubnet;
+}
+
+INSTANTIATE_TEST_SUITE_P(Condition, DiscoveryWithoutRawSockets,
+                         testing::Values(LetThrough{"InsideAndOutsideTheSubnet", 7},
+                                         LetThrough{"ReversePathFilter0WithADefaultRoute", 7},
+                                         LetThrough{"ReversePathFilter1WithoutDefaultRoute", 2},
+                                         LetThrough{"ReversePathFilter1WithADefaultRoute", 7},
+                                         LetThrough{"ReversePathFilter2WithoutDefaultRoute", 2},
+                                         LetThrough{"ReversePathFilter2WithADefaultRoute", 7},
+                                         LetThrough{"FirewallThatPassesEstablishedConnections", 0}),
+                         [](const auto& row) { return row.param.condition; });
 
 TEST(DiscoveryOnTwoAdapters, OfOneSubnetNamesTheAdapterThatHeardTheCamera)
 {
