@@ -92,7 +92,8 @@ TEST_F(ForceIp, SucceedsWhenTheCameraObeysSilently)
 
 TEST_F(ForceIp, SucceedsWhenItWasLostOnce)
 {
-    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 1}])");
+    // It goes out by two broadcasts each time.
+    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 2}])");
 }
 
 TEST_F(ForceIp, FailsWhenItIsLostAlwaysAndTheCameraKeepsItsAddress)
@@ -149,6 +150,12 @@ TEST_F(ForceIp, OfAnUnchangedConfigurationSucceeds)
     build();
     EXPECT_EQ(forceTo(OldIp), RZ_OK);
     EXPECT_EQ(addressOf(Mac), OldIp);
+}
+
+TEST_F(ForceIp, OfAnUnchangedConfigurationSucceedsWhenTheCameraObeysSilently)
+{
+    build(R"("forceIpAcknowledge": "never")");
+    EXPECT_EQ(forceTo(OldIp), RZ_OK);
 }
 
 TEST_F(ForceIp, OfAnUnchangedConfigurationFailsWhenAnotherApplicationHoldsTheCamera)
