@@ -54,6 +54,11 @@ struct LetThrough
     std::size_t cameras;
 };
 
+std::ostream& operator<<(std::ostream& out, const LetThrough& row)
+{
+    return out << row.condition;
+}
+
 class DiscoveryWithoutRawSockets : public testing::TestWithParam<LetThrough>
 {};
 
