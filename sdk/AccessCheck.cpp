@@ -43,12 +43,13 @@ void AccessCheck::take(const Datagram& datagram, const gvcp::AcknowledgePacket& 
         return asked.id == acknowledge.id && asked.adapter == datagram.adapter &&
                asked.camera == datagram.source;
     });
-    if (question == m_questions.end() || question->answer != Answer::Pending)
+    if (question == m_questions.end() || question->isAnswered)
         return;
     const auto values = gvcp::parseWords(acknowledge.payload);
     const bool isOpen = acknowledge.status == gvcp::Status::Success && values && values->size() == 1 &&
                         values->front() == gvcp::Privilege::Open;
     question->answer = isOpen ? Answer::Accessible : Answer::NotAccessible;
+    question->isAnswered = true;
 }
 
 void AccessCheck::proceed()

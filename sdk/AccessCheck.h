@@ -27,7 +27,8 @@ public:
     /// Asks the camera, unless it has been asked before; whether it has not.
     bool ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera);
 
-    /// Takes note of an acknowledge that answers one of the questions; ignores all others.
+    /// Takes note of an acknowledge that answers one of the questions, though it may have been given up by
+    /// now; ignores all others.
     void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge);
 
     /// Asks again where it is time to, and gives up on those that stay silent.
@@ -51,6 +52,7 @@ private:
         int tries = 0;
         Clock::time_point nextTry{};
         Answer answer = Answer::Pending;
+        bool isAnswered = false; ///< By the camera: no later datagram changes it.
     };
 
     const Question* find(std::size_t adapter, gvcp::Ipv4 camera) const;

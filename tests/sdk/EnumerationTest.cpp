@@ -148,6 +148,21 @@ TEST(Enumeration, WaitsALittleForALateSilentCameraAndNotForEver)
     EXPECT_LE(network.elapsed(), 1450ms);
 }
 
+TEST(Enumeration, TakesAnAnswerOfTheControlChannelAsLongAsItListens)
+{
+    FakeNetwork network({adapterWith(1, Host)});
+    network.onSend = [&network](const FakeNetwork::Sent& sent) {
+        if (isDiscovery(sent))
+            network.deliver(1ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
+        else
+            network.deliver(1000ms, 0, Camera1, registerAnswer(sent.command().id, gvcp::Privilege::Open));
+    };
+    const auto found = enumerateCameras(network, knowsNone);
+    ASSERT_THAT(found, SizeIs(1));
+    EXPECT_TRUE(found[0].isAccessible) << "a camera that is slow is not in use";
+    EXPECT_THAT(network.sentCommands(gvcp::Command::ReadRegister), SizeIs(4));
+}
+
 TEST(Enumeration, AsksOnlyReachableCamerasForTheirControlChannel)
 {
     FakeNetwork network({adapterWith(1, Host)});
