@@ -3,6 +3,7 @@
 
 #include "gvcp/Memory.h"
 #include "gvcp/PendingAck.h"
+#include "gvcp/Registers.h"
 #include "sdk/CameraError.h"
 
 #include <algorithm>
@@ -175,8 +176,9 @@ std::optional<gvcp::Status> ControlChannel::exchange(const Request& request, gvc
                               request.name() + ": the host cannot send to " + gvcp::toText(m_camera));
         const auto status = listen(request, id, end, answer);
         // A camera that was silent at first and then knows nothing of our control has reset meanwhile,
-        // perhaps on this very command: that is no answer to it.
-        if (status == gvcp::Status::AccessDenied && i > 0)
+        // perhaps on this very command: that is no answer to it, unless the command is about control itself.
+        const bool isAboutControl = request.address == gvcp::reg::ControlChannelPrivilege;
+        if (status == gvcp::Status::AccessDenied && i > 0 && !isAboutControl)
             return std::nullopt;
         if (status)
             return status;

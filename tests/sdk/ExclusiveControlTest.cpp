@@ -74,6 +74,16 @@ TEST_F(ExclusiveControlTest, IsRefusedByACameraThatAnotherApplicationHolds)
     EXPECT_EQ(takeError(), RZ_ERROR_ACCESS_DENIED);
 }
 
+TEST_F(ExclusiveControlTest, IsRefusedAsWellWhenThatTakesTheCameraASecondTry)
+{
+    camera.onCommand = [this, received = 0](const gvcp::CommandPacket& command) mutable {
+        if (++received > 1)
+            camera.answer(command, gvcp::Status::AccessDenied);
+        return true;
+    };
+    EXPECT_EQ(takeError(), RZ_ERROR_ACCESS_DENIED) << "the camera is there, and another's";
+}
+
 TEST_F(ExclusiveControlTest, IsNotBelievedUntilItReadsBack)
 {
     refuse(gvcp::Status::Success, isWrite); // says yes and does nothing
@@ -106,6 +116,12 @@ TEST_F(ExclusiveControlTest, IsGoneWhenTheCameraSaysSoButNotWhenItIsSilent)
     EXPECT_FALSE(control.isHeld()) << "dropped";
     refuse(gvcp::Status::AccessDenied, isRead);
     EXPECT_FALSE(control.isHeld()) << "another application has it";
+    camera.onCommand = [this, received = 0](const gvcp::CommandPacket& command) mutable {
+        if (++received > 1)
+            camera.answer(command, gvcp::Status::AccessDenied);
+        return true;
+    };
+    EXPECT_FALSE(control.isHeld()) << "another application has it, and one answer was lost";
     camera.onCommand = [](const auto&) { return true; };
     EXPECT_TRUE(control.isHeld()) << "silent";
 }
