@@ -5,6 +5,7 @@
 #include "sdk/CameraError.h"
 
 #include <algorithm>
+#include <cstdio>
 
 namespace sdk {
 
@@ -30,8 +31,12 @@ bool isRegister(std::uint64_t address, std::size_t size)
 
 void checkRange(std::uint64_t address, std::size_t size)
 {
-    if (size == 0 || address >= End || size > End - address)
-        throw CameraError(RZ_ERROR_PARAMETER, "a camera has no such addresses");
+    if (size != 0 && address < End && size <= End - address)
+        return;
+    char text[80];
+    std::snprintf(text, sizeof text, "a camera has no %zu bytes at 0x%llX", size,
+                  static_cast<unsigned long long>(address));
+    throw CameraError(RZ_ERROR_PARAMETER, text);
 }
 
 } // namespace

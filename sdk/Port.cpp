@@ -6,8 +6,6 @@
 #include "sdk/CancellationHold.h"
 #include "sdk/DescriptionCompletion.h"
 
-#include <cstdio>
-
 namespace sdk {
 
 namespace {
@@ -20,19 +18,19 @@ constexpr std::uint64_t FirstMakersRegister = 0xA000;
 
 /// Makes an access to the port of `call`: in one piece, and with no other exceptions than a port's.
 template <typename Call>
-void access(std::mutex& mutex, const char* verb, int64_t address, int64_t length, Call call)
+void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t length, Call call)
 {
     const CancellationHold hold;
     const std::lock_guard lock(mutex);
-    char what[80];
-    std::snprintf(what, sizeof what, "%s %lld bytes at 0x%llX failed: ", verb, static_cast<long long>(length),
-                  static_cast<unsigned long long>(address));
-    if (address < 0 || length <= 0)
-        throw GenICam::InvalidArgumentException(std::string(what) + "there are none", __FILE__, __LINE__);
+    if (!buffer || address < 0 || length <= 0)
+        throw GenICam::InvalidArgumentException("there is no access to " + std::to_string(length) +
+                                                    " bytes at " + std::to_string(address) +
+                                                    (buffer ? "" : " without a buffer"),
+                                                __FILE__, __LINE__);
     try {
         call();
     } catch (const std::exception& error) {
-        throw GenICam::RuntimeException(what + std::string(error.what()), __FILE__, __LINE__);
+        throw GenICam::RuntimeException(error.what(), __FILE__, __LINE__);
     }
 }
 
@@ -53,7 +51,7 @@ GenApi::EAccessMode Port::GetAccessMode() const
 
 void Port::Read(void* pBuffer, int64_t Address, int64_t Length)
 {
-    access(m_mutex, "reading", Address, Length, [&] {
+    access(m_mutex, pBuffer, Address, Length, [&] {
         m_memory.read(static_cast<std::uint64_t>(Address),
                       {static_cast<std::uint8_t*>(pBuffer), static_cast<std::size_t>(Length)});
     });
@@ -61,7 +59,7 @@ void Port::Read(void* pBuffer, int64_t Address, int64_t Length)
 
 void Port::Write(const void* pBuffer, int64_t Address, int64_t Length)
 {
-    access(m_mutex, "writing", Address, Length, [&] {
+    access(m_mutex, pBuffer, Address, Length, [&] {
         write(static_cast<std::uint64_t>(Address),
               {static_cast<const std::uint8_t*>(pBuffer), static_cast<std::size_t>(Length)});
     });
