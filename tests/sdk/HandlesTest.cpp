@@ -33,6 +33,39 @@ TEST(Handles, ThatAreNoneAreNotForcedOnto)
     EXPECT_EQ(RZ_GIGE_ForceIpEx(&notAHandle, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_HANDLE);
 }
 
+TEST(Handles, ThatAreNoneAreNotOpenedAndHaveNothing)
+{
+    int notAHandle = 0;
+    unsigned char buffer[4]{};
+    unsigned length = 7;
+    for (void* const handle : {static_cast<void*>(nullptr), static_cast<void*>(&notAHandle)}) {
+        EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0), RZ_ERROR_HANDLE);
+        EXPECT_EQ(RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length), RZ_ERROR_HANDLE);
+        EXPECT_EQ(RZ_CC_GetTlProxy(handle), nullptr);
+        EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_ERROR_HANDLE);
+    }
+}
+
+TEST(Handles, AreOpenedInNoOtherModeAndHaveNothingUntilThen)
+{
+    const RZ_CC_DEVICE_INFO info{};
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, 0, 0), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE | 2, 0), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 1), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0), RZ_ERROR_PARAMETER) << "without an address";
+
+    unsigned char buffer[4]{};
+    unsigned length = 7;
+    EXPECT_EQ(RZ_XML_GetGenICamXML(handle, nullptr, sizeof buffer, &length), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, nullptr), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length), RZ_ERROR_NOT_OPEN);
+    EXPECT_EQ(length, 0u);
+    EXPECT_EQ(RZ_CC_GetTlProxy(handle), nullptr);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
+}
+
 TEST(Handles, RefuseAddressesThatNoCameraCanHave)
 {
     const RZ_CC_DEVICE_INFO info{};
