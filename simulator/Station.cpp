@@ -25,6 +25,12 @@ AnswerRoute::Recipient askerOf(const UdpDatagram& datagram)
     return {datagram.sourceMac, datagram.source, datagram.sourcePort};
 }
 
+/// Of the same asker, with the same request id.
+bool isSameCommand(const UdpDatagram& a, const UdpDatagram& b)
+{
+    return a.source == b.source && a.sourcePort == b.sourcePort && a.payload == b.payload;
+}
+
 } // namespace
 
 Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& timers, FrameSink send)
@@ -75,7 +81,9 @@ void Station::hear(const UdpDatagram& datagram)
         return;
     const auto request = requestOf(command->command);
     const auto fault = request ? meetFault(*request) : std::nullopt;
-    if (fault && !survives(*fault, datagram, *command))
+    if (fault && (fault->action == FaultAction::Drop || fault->action == FaultAction::Vanish))
+        return;
+    if (isRepeated(datagram, *command) || (fault && !survives(*fault, datagram, *command)))
         return;
     const auto action = fault ? std::optional(fault->action) : std::nullopt;
     const std::chrono::milliseconds answerDelay = m_camera.config().answerDelay;
@@ -92,9 +100,6 @@ bool Station::survives(const Fault& fault, const UdpDatagram& datagram, const gv
             m_route.deliver(*what, askerOf(datagram));
     };
     switch (fault.action) {
-    case FaultAction::Drop:
-    case FaultAction::Vanish:
-        return false;
     case FaultAction::Busy:
         answer(m_camera.refuse(command, gvcp::Status::Busy));
         return false;
@@ -107,8 +112,13 @@ bool Station::survives(const Fault& fault, const UdpDatagram& datagram, const gv
     case FaultAction::Delay:
         // Who waits for an answer sends nothing that would keep control alive.
         m_camera.excuse({datagram.source, datagram.sourcePort}, m_timeouts.now() + fault.time);
+        if (command.command != gvcp::Command::Discovery && command.command != gvcp::Command::ForceIp)
+            m_underWay.push_back(
+                {datagram, m_timeouts.now() + fault.time, fault.action == FaultAction::Pending});
         carryOutLater(fault.time, datagram, fault.action);
         return false;
+    case FaultAction::Drop:
+    case FaultAction::Vanish:
     case FaultAction::Mute:
     case FaultAction::Twice:
     case FaultAction::Seize:
@@ -117,10 +127,28 @@ bool Station::survives(const Fault& fault, const UdpDatagram& datagram, const gv
     return true;
 }
 
+bool Station::isRepeated(const UdpDatagram& datagram, const gvcp::CommandPacket& command)
+{
+    const auto same = std::find_if(m_underWay.begin(), m_underWay.end(), [&datagram](const UnderWay& each) {
+        return isSameCommand(each.command, datagram);
+    });
+    if (same == m_underWay.end())
+        return false;
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(same->until - m_timeouts.now());
+    if (same->isAnnounced)
+        if (const auto announcement = m_camera.announceDelay(command, left))
+            m_route.deliver(*announcement, askerOf(datagram));
+    return true;
+}
+
 void Station::carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
                             std::optional<FaultAction> fault)
 {
-    m_timeouts.after(delay, [this, datagram, fault] { carryOut(datagram, fault); });
+    m_timeouts.after(delay, [this, datagram, fault] {
+        std::erase_if(m_underWay,
+                      [&datagram](const UnderWay& each) { return isSameCommand(each.command, datagram); });
+        carryOut(datagram, fault);
+    });
 }
 
 void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault)
@@ -241,6 +269,7 @@ void Station::reset()
 void Station::restartIp(std::chrono::milliseconds off)
 {
     m_timeouts.cancelAll();
+    m_underWay.clear();
     m_camera.setIp({});
     m_boot.run(off, m_camera.registers().stored());
 }

@@ -40,13 +40,23 @@ public:
     void reset();
 
 private:
+    /// A command of the control channel that is going to be carried out.
+    struct UnderWay
+    {
+        UdpDatagram command;
+        TimerQueue::Clock::time_point until;
+        bool isAnnounced = false; ///< By PENDING_ACK.
+    };
+
     void hear(const UdpDatagram& datagram);
     void hear(const ArpMessage& message);
     void hear(const Echo& echo);
     /// Counts the request; nothing for one that goes well.
     std::optional<Fault> meetFault(Request request);
-    /// A command that concerns the camera meets this fault; false when nothing else is to become of it.
+    /// A command that has reached the camera meets this fault; false when nothing else is to become of it.
     bool survives(const Fault& fault, const UdpDatagram& datagram, const gvcp::CommandPacket& command);
+    /// Whether it is a retransmission of one that is under way; what was announced then is so again.
+    bool isRepeated(const UdpDatagram& datagram, const gvcp::CommandPacket& command);
     void carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault);
     void carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
                        std::optional<FaultAction> fault);
@@ -65,6 +75,7 @@ private:
     AnswerRoute m_route;
     BootSequence m_boot;
     FaultPlan m_faults;
+    std::vector<UnderWay> m_underWay;
     std::array<unsigned, RequestNames.size()> m_counters{};
     bool m_isPlugged = true;
     unsigned m_resets = 0;

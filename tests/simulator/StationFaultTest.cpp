@@ -73,13 +73,60 @@ TEST_F(StationFaults, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
     EXPECT_EQ(station->camera().registers().stored().persistent.address, 0xAC100007u);
 }
 
+TEST_F(StationFaults, CarriesOutOnceWhatIsSentAgainWhileItIsUnderWay)
+{
+    const std::string store = "42 01 0082 0008 0002 0000064C AC100007";
+    ask(TakeControl, NearHost, CameraAddress);
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, {}, 5000ms));
+    sent.clear();
+    ask(store, NearHost, CameraAddress);
+    pass(2000ms);
+    ask(store, NearHost, CameraAddress);
+    ASSERT_EQ(sentOf<UdpDatagram>().size(), 2u);
+    EXPECT_EQ(sentOf<UdpDatagram>()[1].payload, hex("0000 0089 0004 0002 0000 0BB8")) << "3 s are left";
+    pass(3000ms);
+    ASSERT_EQ(sentOf<UdpDatagram>().size(), 3u);
+    EXPECT_EQ(sentOf<UdpDatagram>()[2].payload, hex("0000 0083 0004 0002 0000 0001"));
+    pass(3000ms);
+    EXPECT_EQ(sent.size(), 3u) << "answered once";
+
+    ask(store, NearHost, CameraAddress);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(3).payload, hex("0000 0089 0004 0002 0000 1388"))
+        << "no longer a retransmission";
+}
+
+TEST_F(StationFaults, OverhearsWhatIsSentAgainBeforeItsUnannouncedDelayIsOver)
+{
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Delay, 1, 700ms));
+    ask(ReadAddress, NearHost, CameraAddress);
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    ask("42 01 0080 0004 0002 00000024", NearHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 1u) << "another command";
+    ask(ReadAddress, FarHost, CameraAddress);
+    EXPECT_EQ(sent.size(), 2u) << "another application";
+    pass(700ms);
+    EXPECT_EQ(sent.size(), 3u);
+}
+
+TEST_F(StationFaults, ForgetsAtAResetWhatWasUnderWay)
+{
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Pending, 1, 60000ms));
+    ask(ReadAddress, NearHost, CameraAddress);
+    station->reset();
+    pass(1000ms);
+    sent.clear();
+    ask(ReadAddress, NearHost, CameraAddress);
+    expectOneAnswer(HostMac, NearHost);
+}
+
 TEST_F(StationFaults, AnswersLateTwiceOrNotAtAllAsItsFaultsSay)
 {
     station->addFault(faultOf(Request::ReadRegister, FaultAction::Delay, 1, 700ms));
     station->addFault(faultOf(Request::ReadRegister, FaultAction::Twice, 1));
     ask(ReadAddress, NearHost, CameraAddress);
     EXPECT_TRUE(sent.empty());
-    ask(ReadAddress, NearHost, CameraAddress);
+    ask("42 01 0080 0004 0002 00000024", NearHost, CameraAddress);
     EXPECT_EQ(sent.size(), 2u);
     pass(700ms);
     EXPECT_EQ(sent.size(), 3u);
