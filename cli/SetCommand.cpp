@@ -14,6 +14,7 @@
 
 #include <QObject>
 
+#include <cctype>
 #include <ostream>
 
 namespace cli {
@@ -43,18 +44,34 @@ void announce(const QDevice& camera, const SetRequest& request, std::ostream& er
     err << "Writing the settings, which takes some seconds ...\n" << std::flush;
 }
 
-/// Why a save that had nothing to complain of may have come to nothing.
-std::string likelyCause(const QDevice& before, const QDevice& after, const SetRequest& request)
+/// Why a save that the camera does not restart after may have come to nothing.
+std::string likelyCause(const QDevice& before, const QDevice& after, const SetRequest& request,
+                        const SaveOutcome& outcome)
 {
-    if (after.m_strStatus == QObject::tr("Unreachable"))
-        return "; its settings cannot be written while it is in another subnet than this computer's adapter, "
-               "so "
-               "give it an address of that subnet first";
     if (after.m_strStatus == QObject::tr("In Use"))
         return "; another application controls it";
+    if (after.m_strStatus == QObject::tr("Unreachable"))
+        return "; from another subnet than this computer's adapter it may not be able to answer, so give it "
+               "an "
+               "address of that subnet first";
+    if (!outcome.failures.empty())
+        return {}; // They say it.
     if (request.addressing && before.m_strIpConfigType == changed(before, request).m_strIpConfigType)
         return "; its IP configuration was the right one before, so it was not restarted";
     return "; it may lack a usable description of its features, or refuse the setting";
+}
+
+/// Adds a sentence, or part of one, to a text that may end in either.
+void append(std::string& text, std::string more)
+{
+    if (text.empty()) {
+        text = std::move(more);
+    } else if (text.back() == '.') {
+        more[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(more[0])));
+        text += ' ' + more;
+    } else {
+        text += "; " + more;
+    }
 }
 
 /// Throws unless the camera reports all that was asked, and nothing went wrong on the way.
@@ -63,17 +80,15 @@ void requireDone(const QDevice& before, const std::optional<QDevice>& after, con
 {
     std::string text;
     for (const std::string& failure : outcome.failures)
-        text += (text.empty() ? "" : " ") + failure;
-    const std::string separator = text.empty() ? "" : " ";
-
+        append(text, failure);
     if (!after) {
-        text += separator + "It was not heard again";
+        append(text, "it was not heard again");
         if (!session.hasRawSockets)
             text += "; without CAP_NET_RAW a camera outside the subnet may not be heard";
     } else if (const std::string difference = differences(*after, request); !difference.empty()) {
-        text += separator + difference;
-        if (outcome.failures.empty() && !outcome.restarts)
-            text += likelyCause(before, *after, request);
+        append(text, difference);
+        if (!outcome.restarts)
+            text += likelyCause(before, *after, request, outcome);
     }
     if (!text.empty())
         throw Failure(ExitStatus::Failed, describe(before) + ": " + text);

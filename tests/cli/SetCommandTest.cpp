@@ -160,7 +160,7 @@ TEST_F(SetCommandTest, FailsWhenTheCameraDoesNotComeBack)
     session.restartPatience = std::chrono::seconds(0);
     restart = [this] { sdk.listed.pop_back(); };
     EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("Model (00:00:00:00:00:02): It was not heard again\n"));
+    EXPECT_THAT(err.str(), HasSubstr("Model (00:00:00:00:00:02): it was not heard again\n"));
 }
 
 TEST_F(SetCommandTest, TellsWhatTheWorkerComplainsOfAndWhatTheCameraReports)
@@ -173,7 +173,7 @@ TEST_F(SetCommandTest, TellsWhatTheWorkerComplainsOfAndWhatTheCameraReports)
         AllOf(HasSubstr("Error: Failed to modify the IP address.The camera may be in use at present.\n"),
               HasSubstr(
                   "Model (00:00:00:00:00:02): Failed to modify the IP address.The camera may be in use at "
-                  "present. asked for Static IP, 192.0.2.30")));
+                  "present. Asked for Static IP, 192.0.2.30")));
     EXPECT_THAT(written, IsEmpty());
 }
 
@@ -191,7 +191,7 @@ TEST_F(SetCommandTest, DoesNotWaitForARestartThatWasNotOrdered)
     nodes.remove("DeviceUserID");
     EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
     EXPECT_THAT(err.str(),
-                AllOf(HasSubstr("Set UserID Error: code 0x0 asked for the user name \"New\"; it reports "
+                AllOf(HasSubstr("Set UserID Error: code 0x0; asked for the user name \"New\"; it reports "
                                 "\"Name\"\n"),
                       Not(HasSubstr("come back"))));
 }
@@ -209,6 +209,20 @@ TEST_F(SetCommandTest, NamesALikelyCauseWhenTheWorkerHasNothingToSay)
     camera().nDeviceIp = SdkDouble::address("10.0.0.9");
     EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
     EXPECT_THAT(err.str(), HasSubstr("give it an address of that subnet first"));
+}
+
+TEST_F(SetCommandTest, NamesTheOtherApplicationBesideWhatTheWorkerSays)
+{
+    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
+    sdk.forceIp = [](auto...) { return RZ_ERROR_ACCESS_DENIED; };
+    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
+    EXPECT_THAT(err.str(),
+                HasSubstr("Failed to modify. Asked for the user name \"New\"; it reports \"Name\"; "
+                          "another application controls it\n"));
+
+    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return true; };
+    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("it reports \"Name\"\n")) << "no guess beside what is known";
 }
 
 TEST_F(SetCommandTest, SendsNothingWhenTheCameraIsAsAskedAlready)

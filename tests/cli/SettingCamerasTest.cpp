@@ -150,8 +150,9 @@ TEST_F(SettingCameras, TellsThatAnotherApplicationHoldsTheCamera)
     EXPECT_EQ(output.standardOutput, "");
     EXPECT_THAT(
         output.standardError,
-        HasSubstr("FC-1 (02:00:00:00:01:01): Failed to modify. asked for LLA with an address that begins "
-                  "with 169.254; it reports DHCP, 192.168.1.20"));
+        HasSubstr("FC-1 (02:00:00:00:01:01): Failed to modify. Asked for LLA with an address that begins "
+                  "with 169.254; it reports DHCP, 192.168.1.20, mask 255.255.255.0, no gateway; another "
+                  "application controls it\n"));
     EXPECT_EQ(camera()["ipConfiguration"], "dhcp");
     EXPECT_EQ(camera()["controller"], "192.168.1.77");
 }
