@@ -5,9 +5,13 @@
 #include "gvcp/ForceIp.h"
 #include "gvcp/Memory.h"
 #include "gvcp/Packet.h"
+#include "gvcp/PendingAck.h"
+#include "sdk/DescriptionCompletion.h"
+#include "sdk/DescriptionUrl.h"
 #include "sdk/UdpFrame.h"
 
 #include <cstdlib>
+#include <string_view>
 
 using namespace gvcp;
 
@@ -32,6 +36,8 @@ void readPayload(ByteView payload)
         require(parseRegisterValues(encodeRegisterValues(*values)) == values);
     if (const auto range = parseMemoryRange(payload))
         require(parseMemoryRange(encodeMemoryRange(*range)) == range);
+    if (const auto time = parsePendingAck(payload))
+        require(parsePendingAck(encodePendingAck(*time)) == time);
     if (const auto block = parseMemoryBlock(payload)) {
         const Bytes again = encodeMemoryBlock(*block);
         require(again == Bytes(payload.begin(), payload.end()));
@@ -50,12 +56,28 @@ void readDatagram(ByteView datagram)
     }
 }
 
+/// What a camera's memory holds where its description is to be found.
+void readDescription(ByteView memory)
+{
+    const auto url = sdk::parseDescriptionUrl({reinterpret_cast<const char*>(memory.data()), memory.size()});
+    if (url && url->isLocal)
+        require(url->length > 0 && url->length - 1 <= UINT32_MAX - url->address);
+
+    const Bytes file(memory.begin(), memory.end());
+    constexpr std::size_t MaxSize = 100'000;
+    const Bytes completed = sdk::completedDescription(file, true, MaxSize);
+    // What has been completed lacks nothing more.
+    require(completed == file || (completed.size() <= MaxSize &&
+                                  sdk::completedDescription(completed, true, MaxSize) == completed));
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const ByteView bytes(data, size);
     readDatagram(bytes);
+    readDescription(bytes);
     for (const auto checksum : {sdk::UdpChecksum::Ignore, sdk::UdpChecksum::Verify})
         if (const auto frame = sdk::parseUdpFrame(bytes, checksum))
             readDatagram(frame->payload);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/DescriptionCompletion.h"
 
-#include "tests/sdk/Zip.h"
+#include "tests/genapi/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -74,7 +74,7 @@ TEST(DescriptionCompletion, LeavesACompleteFileAsItIsToTheByte)
     const std::string complete1 = description(Port + Modes + UserName + Reset);
     for (const std::string& text : {complete1, complete1 + std::string(3, '\0'), "\xEF\xBB\xBF" + complete1})
         EXPECT_EQ(complete(text), text);
-    const auto archive = zipped({{"a.xml", complete1}});
+    const auto archive = bytesOf(zipOf({{"a.xml", complete1}}));
     EXPECT_EQ(completedDescription(archive, true, Size), archive);
 }
 
@@ -176,7 +176,7 @@ TEST(DescriptionCompletion, IsNotMisledByOtherUsesOfTheNames)
 TEST(DescriptionCompletion, UnpacksAnIncompleteFileAndAddsToIt)
 {
     const std::string text = description(Port);
-    const auto bytes = completedDescription(zipped({{"a.xml", text}}), true, Size);
+    const auto bytes = completedDescription(bytesOf(zipOf({{"a.xml", text}})), true, Size);
     EXPECT_EQ(std::string(bytes.begin(), bytes.end()), complete(text));
 }
 
@@ -192,7 +192,7 @@ TEST(DescriptionCompletion, LeavesAsItIsWhatWouldBeTooLong)
     const auto completed = complete(text);
     EXPECT_EQ(complete(text, true, completed.size()), completed);
     EXPECT_EQ(complete(text, true, completed.size() - 1), text);
-    const auto archive = zipped({{"a.xml", text}});
+    const auto archive = bytesOf(zipOf({{"a.xml", text}}));
     EXPECT_EQ(completedDescription(archive, true, completed.size() - 1), archive);
 }
 
