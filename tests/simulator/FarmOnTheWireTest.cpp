@@ -41,7 +41,7 @@ protected:
 
     bool canPing(const std::string& address) const
     {
-        return host.execute({"ping", "-c1", "-W1", address}).status == 0;
+        return host.execute({"ping", "-c1", "-W5", address}).status == 0;
     }
 
     lab::Switch network;
