@@ -157,6 +157,31 @@ TEST_F(SettingCameras, TellsThatAnotherApplicationHoldsTheCamera)
     EXPECT_EQ(camera()["controller"], "192.168.1.77");
 }
 
+TEST_F(SettingCameras, TellsThatAnotherApplicationTookTheCameraMeanwhile)
+{
+    addCamera(R"("address": "192.168.1.20", "userName": "Left",
+                 "faults": [{"command": "FORCEIP", "action": "seize", "times": 1}])");
+    const lab::Output output = set({"--user-id", "Right"});
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "");
+    EXPECT_THAT(output.standardError,
+                HasSubstr("FC-1 (02:00:00:00:01:01): asked for the user name \"Right\"; it "
+                          "reports \"Left\"; another application controls it\n"));
+    EXPECT_EQ(camera()["userName"], "Left");
+}
+
+TEST_F(SettingCameras, TellsThatTheCameraVanishedWhileItWasBeingSet)
+{
+    addCamera(R"("address": "192.168.1.20",
+                 "faults": [{"command": "READMEM", "action": "vanish", "after": 3}])");
+    const lab::Output output = set({"--lla"});
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "");
+    EXPECT_THAT(output.standardError, HasSubstr("FC-1 (02:00:00:00:01:01): it was not heard again\n"));
+    EXPECT_EQ(camera()["ipConfiguration"], "dhcp");
+    expectNeighbourUntouched();
+}
+
 TEST_F(SettingCameras, TellsTheDifferenceWhenTheCameraDoesNotTakeTheSetting)
 {
     addCamera(R"("address": "192.168.1.20", "rebootTime": 500, "hasPersistentIp": false)");
