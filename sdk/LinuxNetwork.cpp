@@ -131,7 +131,8 @@ timespec toTimespec(Clock::duration time)
 
 } // namespace
 
-LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, Packets packets) : m_packets(packets)
+LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, std::optional<gvcp::Ipv4> onlyCamera)
+    : m_onlyCamera(onlyCamera)
 {
     for (const Adapter& adapter : adapters) {
         FileDescriptor udp = openUdp(adapter);
@@ -203,10 +204,10 @@ std::optional<Datagram> LinuxNetwork::readUdp(std::size_t adapter)
                                     reinterpret_cast<sockaddr*>(&from), &size);
     if (length < 0 || ntohs(from.sin_port) != gvcp::DevicePort)
         return std::nullopt;
-    if (m_packets == Packets::UntilNotNeeded)
+    const gvcp::Ipv4 source = ntohl(from.sin_addr.s_addr);
+    if (source == m_onlyCamera)
         closePackets(adapter);
-    return Datagram{
-        adapter, ntohl(from.sin_addr.s_addr), {m_buffer.data(), static_cast<std::size_t>(length)}};
+    return Datagram{adapter, source, {m_buffer.data(), static_cast<std::size_t>(length)}};
 }
 
 void LinuxNetwork::closePackets(std::size_t adapter)

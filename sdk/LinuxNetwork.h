@@ -16,17 +16,12 @@ namespace sdk {
 class LinuxNetwork : public Network
 {
 public:
-    /// How long the packet sockets are listened to.
-    enum class Packets
-    {
-        Always,
-        /// To talk to one camera: what reaches an adapter's ordinary socket once will do so again, and then
-        /// the packet socket only makes everything come twice.
-        UntilNotNeeded
-    };
-
     /// Opens the sockets. An adapter on which that fails is left out of adapters().
-    explicit LinuxNetwork(const std::vector<Adapter>& adapters, Packets packets = Packets::Always);
+    ///
+    /// To talk to one camera alone, say which: when an adapter's ordinary socket has heard it once, it will
+    /// do so again, and the packet socket, which then only makes everything come twice, is closed.
+    explicit LinuxNetwork(const std::vector<Adapter>& adapters,
+                          std::optional<gvcp::Ipv4> onlyCamera = std::nullopt);
 
     const std::vector<Adapter>& adapters() const override { return m_adapters; }
     Clock::time_point now() const override { return Clock::now(); }
@@ -46,7 +41,7 @@ private:
 
     void closePackets(std::size_t adapter);
 
-    const Packets m_packets;
+    const std::optional<gvcp::Ipv4> m_onlyCamera;
     std::vector<Adapter> m_adapters;
     std::vector<Port> m_ports;    ///< One for each of m_adapters.
     std::vector<pollfd> m_polled; ///< Two for each port: udp, packets.

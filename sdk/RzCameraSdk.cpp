@@ -163,7 +163,7 @@ int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchove
             return RZ_ERROR_PARAMETER;
         HandleTable::instance().closeCamera(camera.mac());
         closeCamerasWhenThisThreadEnds();
-        camera.open(std::make_unique<LinuxNetwork>(adapters, LinuxNetwork::Packets::UntilNotNeeded));
+        camera.open(std::make_unique<LinuxNetwork>(adapters, info.nDeviceIp));
         return RZ_OK;
     });
 }
