@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <cerrno>
 #include <cstring>
 #include <ifaddrs.h>
 #include <memory>
 #include <net/if.h>
+#include <system_error>
 
 namespace sdk {
 
@@ -51,7 +53,7 @@ std::vector<Adapter> hostAdapters()
 {
     ifaddrs* first = nullptr;
     if (getifaddrs(&first) != 0)
-        return {};
+        throw std::system_error(errno, std::generic_category(), "the network adapters");
     const std::unique_ptr<ifaddrs, decltype(&freeifaddrs)> owner(first, &freeifaddrs);
 
     std::vector<Adapter> adapters;

@@ -35,7 +35,8 @@ struct Adapter
     bool isBroadcast(gvcp::Ipv4 address) const;
 };
 
-/// All interfaces that are up, not loopback and have an IPv4 address, in the kernel's order.
+/// All interfaces that are up, not loopback and have an IPv4 address, in the kernel's order. Throws
+/// std::system_error when the kernel does not tell.
 std::vector<Adapter> hostAdapters();
 
 } // namespace sdk

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <pthread.h>
+#include <sys/resource.h>
 #include <thread>
 
 TEST(Handles, AreMadeForARecordAndDestroyedOnce)
@@ -92,6 +93,20 @@ TEST(TransportLayers, AreGigEVisionAlone)
     RZ_CC_DEVICE_INFO_LIST list{};
     EXPECT_EQ(RZ_CC_EnumDevices(2, &list), RZ_ERROR_PARAMETER);
     EXPECT_EQ(RZ_CC_EnumDevices(RZ_TL_GIGE, nullptr), RZ_ERROR_PARAMETER);
+}
+
+TEST(Enumerating, FailsWhenTheProcessHasNoDescriptorLeft)
+{
+    // Only the opening of new ones is limited.
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    const rlimit none{0, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    RZ_CC_DEVICE_INFO_LIST list{};
+    const int result = RZ_CC_EnumDevices(RZ_TL_GIGE, &list);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(result, RZ_ERROR_INTERNAL) << "that there is no camera is not known";
+    EXPECT_EQ(list.nDeviceCount, 0u);
 }
 
 TEST(Accessibility, IsOnlyKnownForExclusiveAccessToACamera)
