@@ -97,6 +97,9 @@ TEST(TransportLayers, AreGigEVisionAlone)
 
 TEST(Enumerating, FailsWhenTheProcessHasNoDescriptorLeft)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the undefined-behaviour sanitizer beside it needs a pipe to look at an exception";
+#endif
     // Only the opening of new ones is limited.
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
