@@ -76,17 +76,6 @@ const RZ_CC_DEVICE_INFO* recordOf(const std::vector<const RZ_CC_DEVICE_INFO*>& r
     return found == records.end() ? nullptr : *found;
 }
 
-bool isDoneWithin(std::chrono::seconds limit, const std::function<void()>& call)
-{
-    for (int i = 0; i < 3; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        call();
-        if (std::chrono::steady_clock::now() - start <= limit)
-            return true;
-    }
-    return false;
-}
-
 int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, unsigned ip, unsigned mask, unsigned gateway)
 {
     const lab::Visit visit(site.host());

@@ -4,8 +4,6 @@
 #include "sdk/RzCameraSdk.h"
 #include "tests/network/Site.h"
 
-#include <chrono>
-#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -24,10 +22,6 @@ std::set<std::string> macTexts(const std::vector<const RZ_CC_DEVICE_INFO*>& reco
 /// The record of that camera, by the adapter with that address when one is given; null when there is none.
 const RZ_CC_DEVICE_INFO* recordOf(const std::vector<const RZ_CC_DEVICE_INFO*>& records,
                                   const std::string& mac, unsigned adapterAddress = 0);
-
-/// Whether the call takes no longer, at the best of three times: what else the machine has to do is not its
-/// fault.
-bool isDoneWithin(std::chrono::seconds limit, const std::function<void()>& call);
 
 int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, unsigned ip, unsigned mask = 0xFFFFFF00,
           unsigned gateway = 0);
