@@ -11,24 +11,33 @@
 #include <string>
 #include <vector>
 
-/// One save with the real SDK: the worker, and what it has said so far.
+/// The saves of one camera with the real SDK: the worker, and what it has said so far.
 class NetworkSave
 {
 public:
-    /// The camera as the record says; what is to change is changed in `wanted`.
-    explicit NetworkSave(const RZ_CC_DEVICE_INFO& record);
+    /// On the site's host; the camera as the record says.
+    NetworkSave(const Site& site, const RZ_CC_DEVICE_INFO& record);
 
-    QDevice wanted;
+    /// Takes over what the record says now; nothing is to change then, and nothing is said yet. Not while a
+    /// save is running.
+    void takeFound();
+
+    QDevice wanted; ///< What is to change is changed here.
     /// Called in the worker for each message, as a blocking receiver.
     std::function<void()> atMessage = [] {};
 
-    /// Asks for that static address.
+    void wantType(const char* type) { wanted.m_strIpConfigType = type; }
+    void wantAddress(const std::string& address) { wanted.m_strIpAddress = QString::fromStdString(address); }
+    void wantName(const char* name) { wanted.m_strUserDefinedName = name; }
     void wantStatic(const std::string& address);
-    /// Begins a save on the site's host.
-    void start(const Site& site);
-    /// Waits for its end; false when it does not come in a generous time.
+
+    /// Has the worker's list of cameras filled.
+    void listCameras();
+    /// As the window does it, whether a save is running or not.
+    void start();
+    void terminate() { m_worker.terminate(); }
+    /// Waits for the end of what was started; false when it does not come in a generous time.
     bool awaitEnd();
-    QSaveThread& worker() { return m_worker; }
 
     /// "Refresh", "End", and "title: text" of the messages, in their order.
     std::vector<std::string> said() const;
@@ -36,8 +45,10 @@ public:
 private:
     void say(const std::string& what);
 
+    const Site& m_site;
+    RZ_CC_DEVICE_INFO& m_record; ///< The SDK's.
     QDevice m_found;
-    QDeviceManager* m_manager;  ///< The worker's, which deletes it.
+    QDeviceManager* m_manager;  ///< The worker's from the start, which deletes it.
     mutable std::mutex m_mutex; ///< Guards m_said.
     std::vector<std::string> m_said;
     QSaveThread m_worker; ///< Ends before what it says things to.

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/save/FarmSaves.h"
+
+#include "tests/network/Sdk.h"
+
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
+namespace {
+
+std::size_t entriesOf(const char* folder)
+{
+    const std::filesystem::directory_iterator entries(folder);
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+} // namespace
+
+void FarmSaves::build(const std::string& members, int cameras)
+{
+    farm = &site.addCameras(
+        network, R"({"mac": "02:00:00:00:01:00", "rebootTime": 50, "heartbeatTimeout": 1000, "repeat": )" +
+                     std::to_string(cameras) + ", " + members + "}");
+    for (int i = 0; i < cameras; ++i)
+        camera(i);
+    const auto records = enumerate(site);
+    for (int i = 0; i < cameras; ++i) {
+        const auto* const record = recordOf(records, mac(i));
+        if (!record)
+            throw std::runtime_error("no camera " + mac(i));
+        saves.emplace_back(site, *record);
+    }
+}
+
+void FarmSaves::findAgain()
+{
+    enumerate(site);
+    for (NetworkSave& save : saves)
+        save.takeFound();
+}
+
+std::string FarmSaves::mac(int camera)
+{
+    char text[18];
+    std::snprintf(text, sizeof text, "02:00:00:00:01:%02X", static_cast<unsigned>(camera) & 0xFF);
+    return text;
+}
+
+nlohmann::json FarmSaves::afterPowerCycle(int number)
+{
+    farm->control("reset " + mac(number));
+    return camera(number);
+}
+
+int FarmSaves::commands(int number) const
+{
+    int all = 0;
+    const auto camera = simulator_tests::shown(*farm, mac(number));
+    for (const char* kind : {"DISCOVERY", "FORCEIP", "READREG", "WRITEREG", "READMEM", "WRITEMEM"})
+        all += camera.at("received").at(kind).get<int>();
+    return all;
+}
+
+bool FarmSaves::becomesFree(int number) const
+{
+    for (int tries = 0; tries < 200; ++tries) {
+        if (!simulator_tests::shown(*farm, mac(number)).at("held"))
+            return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    }
+    return false;
+}
+
+void FarmSaves::saveAll()
+{
+    for (auto& save : saves)
+        save.start();
+    for (auto& save : saves)
+        ASSERT_TRUE(save.awaitEnd());
+}
+
+FarmSaves::Resources FarmSaves::resources()
+{
+    return {entriesOf("/proc/self/task"), entriesOf("/proc/self/fd")};
+}
+
+FarmSaves::Resources FarmSaves::whenDownTo(const Resources& wanted)
+{
+    for (int tries = 0; tries < 200 && resources() != wanted; ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    return resources();
+}

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: Apache-2.0
+// Saves that the window terminates, and those after them.
+#include "tests/save/FarmSaves.h"
+
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+using testing::AnyOf;
+using testing::Each;
+using testing::ElementsAre;
+
+/// One save's thread comes after another's by Qt's mutexes alone.
+#ifdef __SANITIZE_THREAD__
+#define SKIP_WHERE_QT_ORDERS_THREADS() GTEST_SKIP() << "thread sanitizer does not see what Qt locks"
+#else
+#define SKIP_WHERE_QT_ORDERS_THREADS()
+#endif
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// The cameras of one round are saved at the same time.
+class TerminatedSaves : public FarmSaves
+{
+protected:
+    static constexpr int AtOnce = 25;
+    static constexpr int Rounds = 4;
+
+    static int first(int round) { return round * AtOnce; }
+    static int end(int round) { return first(round + 1); }
+    /// As the window does it; the others are terminated, and nothing more.
+    static bool isStartedAnew(int number) { return number % 2 != 0; }
+
+    /// How long the saves of a round take to where they reset their cameras.
+    Clock::duration timeToTheReset(int round)
+    {
+        std::atomic<Clock::duration> longest{};
+        const auto begin = Clock::now();
+        for (int i = first(round); i < end(round); ++i) {
+            saves[i].wantStatic(newAddress(i));
+            saves[i].atMessage = [&] { longest = Clock::now() - begin; };
+            saves[i].start();
+        }
+        awaitEnds(round);
+        return longest;
+    }
+
+    /// Each at a moment of its own, from before the save's first step to the spin that ends it.
+    void saveAndTerminate(int round, Clock::duration lastMoment)
+    {
+        const auto begin = Clock::now();
+        for (int i = first(round); i < end(round); ++i)
+            saves[i].start();
+        for (int i = first(round); i < end(round); ++i) {
+            const int moment = (i - first(round)) * Rounds + round;
+            std::this_thread::sleep_until(begin + lastMoment * moment / (AtOnce * Rounds));
+            if (isStartedAnew(i))
+                saves[i].start();
+            else
+                saves[i].terminate();
+        }
+        awaitEnds(round);
+    }
+
+    void awaitEnds(int round)
+    {
+        for (int i = first(round); i < end(round); ++i)
+            ASSERT_TRUE(saves[i].awaitEnd());
+    }
+};
+
+} // namespace
+
+TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
+{
+    SKIP_WHERE_QT_ORDERS_THREADS();
+    build(ByDhcp, (Rounds + 1) * AtOnce);
+    const Resources before = resources();
+    const auto lastMoment = timeToTheReset(Rounds) * 3 / 2;
+    for (int round = 0; round < Rounds; ++round) {
+        for (int i = first(round); i < end(round); ++i) {
+            saves[i].wantName("First");
+            saves[i].wantType("Static IP");
+            // The address of a save that was terminated would be in use to one that is started anew.
+            if (!isStartedAnew(i))
+                saves[i].wantAddress(newAddress(i));
+        }
+        saveAndTerminate(round, lastMoment);
+        for (int i = first(round); i < end(round); ++i) {
+            SCOPED_TRACE(i);
+            EXPECT_TRUE(becomesFree(i));
+            if (isStartedAnew(i)) {
+                const auto said = saves[i].said();
+                ASSERT_GE(said.size(), 3u);
+                EXPECT_THAT(std::vector(said.end() - 3, said.end()),
+                            ElementsAre(Rebooting, "Refresh", "End"));
+                EXPECT_EQ(camera(i).at("ipConfiguration"), "persistent");
+                EXPECT_EQ(camera(i).at("userName"), "First");
+            }
+        }
+
+        findAgain();
+        for (int i = first(round); i < end(round); ++i) {
+            saves[i].wantStatic(newAddress(i));
+            saves[i].wantName("Next");
+            saves[i].start();
+        }
+        awaitEnds(round);
+        for (int i = first(round); i < end(round); ++i) {
+            SCOPED_TRACE(i);
+            EXPECT_THAT(saves[i].said(), Each(AnyOf(Rebooting, "Refresh", "End")));
+            EXPECT_EQ(saves[i].said().back(), "End");
+            EXPECT_TRUE(becomesFree(i));
+            const auto after = camera(i);
+            EXPECT_EQ(after.at("address"), newAddress(i));
+            EXPECT_EQ(after.at("ipConfiguration"), "persistent");
+            EXPECT_EQ(after.at("userName"), "Next");
+        }
+    }
+    EXPECT_EQ(whenDownTo(before), before);
+}
