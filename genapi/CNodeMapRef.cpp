@@ -13,7 +13,7 @@ CNodeMapRef::~CNodeMapRef() = default;
 void CNodeMapRef::_LoadXMLFromString(const GenICam::gcstring& XMLData)
 {
     if (m_nodeMap)
-        throw GenICam::RuntimeException("Node map already created", __FILE__, __LINE__);
+        throw GenICam::RuntimeException("Node map already created", __FILE_NAME__, __LINE__);
     CNodeMapFactory factory(ContentType_Xml, XMLData.c_str(), XMLData.size());
     m_nodeMap = factory.CreateNodeMap(m_deviceName);
 }
@@ -21,7 +21,8 @@ void CNodeMapRef::_LoadXMLFromString(const GenICam::gcstring& XMLData)
 void CNodeMapRef::_Connect(IPort* pPort, const GenICam::gcstring& PortName)
 {
     if (!m_nodeMap)
-        throw GenICam::RuntimeException("There is no node map to connect the camera to.", __FILE__, __LINE__);
+        throw GenICam::RuntimeException("There is no node map to connect the camera to.", __FILE_NAME__,
+                                        __LINE__);
     m_nodeMap->Connect(pPort, PortName);
 }
 

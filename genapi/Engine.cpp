@@ -65,8 +65,9 @@ void Engine::check(const std::string& feature, const char* action, GError* error
         failure = error->message;
     g_clear_error(&error);
     if (!failure.empty())
-        throw GenICam::RuntimeException(
-            "Could not " + std::string(action) + " " + feature + ": " + failure + ".", __FILE__, __LINE__);
+        throw GenICam::RuntimeException("Could not " + std::string(action) + " " + feature + ": " + failure +
+                                            ".",
+                                        __FILE_NAME__, __LINE__);
 }
 
 } // namespace genapi

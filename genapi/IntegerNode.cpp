@@ -69,7 +69,7 @@ void IntegerNode::requireInRange(int64_t value) const
     throw GenICam::OutOfRangeException(name() + " cannot be set to " + std::to_string(value) + ": it takes " +
                                            std::to_string(least) + " to " + std::to_string(most) +
                                            (step > 1 ? " in steps of " + std::to_string(step) : "") + ".",
-                                       __FILE__, __LINE__);
+                                       __FILE_NAME__, __LINE__);
 }
 
 } // namespace genapi

@@ -84,14 +84,14 @@ EAccessMode Node::GetAccessMode() const
 void Node::requireUsable() const
 {
     if (const auto fault = m_engine.faultOf(m_name); !fault.empty())
-        throw GenICam::AccessException(m_name + " cannot be used: " + fault + ".", __FILE__, __LINE__);
+        throw GenICam::AccessException(m_name + " cannot be used: " + fault + ".", __FILE_NAME__, __LINE__);
 }
 
 void Node::requireWritable() const
 {
     requireUsable();
     if (const auto mode = GetAccessMode(); mode != GenApi::RW && mode != GenApi::WO)
-        throw GenICam::AccessException(m_name + " cannot be set: " + describe(mode) + ".", __FILE__,
+        throw GenICam::AccessException(m_name + " cannot be set: " + describe(mode) + ".", __FILE_NAME__,
                                        __LINE__);
 }
 

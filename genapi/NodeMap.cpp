@@ -44,11 +44,12 @@ GenApi::INode* NodeMap::GetNode(const GenICam::gcstring& name) const
 void NodeMap::Connect(GenApi::IPort* port, const GenICam::gcstring& portName)
 {
     if (!port)
-        throw GenICam::RuntimeException("There is no camera to connect the node map to.", __FILE__, __LINE__);
+        throw GenICam::RuntimeException("There is no camera to connect the node map to.", __FILE_NAME__,
+                                        __LINE__);
     if (!ARV_IS_GC_PORT(m_engine.findNode(portName.c_str())))
         throw GenICam::RuntimeException(std::string("The camera's description has no port named '") +
                                             portName.c_str() + "'.",
-                                        __FILE__, __LINE__);
+                                        __FILE_NAME__, __LINE__);
     m_engine.connect(*port);
 }
 

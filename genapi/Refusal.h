@@ -10,7 +10,7 @@ namespace genapi {
 /// Throws what says that a camera's description is not taken, and why ("it is empty").
 [[noreturn]] inline void refuseDescription(const std::string& reason)
 {
-    throw GenICam::RuntimeException("The camera's description cannot be used: " + reason + ".", __FILE__,
+    throw GenICam::RuntimeException("The camera's description cannot be used: " + reason + ".", __FILE_NAME__,
                                     __LINE__);
 }
 

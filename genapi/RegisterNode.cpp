@@ -41,7 +41,7 @@ void RegisterNode::requireLength(int64_t length) const
     if (const auto own = GetLength(); length != own)
         throw GenICam::InvalidArgumentException(name() + " has " + std::to_string(own) + " bytes, not " +
                                                     std::to_string(length) + ".",
-                                                __FILE__, __LINE__);
+                                                __FILE_NAME__, __LINE__);
 }
 
 } // namespace genapi

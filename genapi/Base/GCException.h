@@ -29,7 +29,7 @@ public:
 
 private:
     std::string m_description;
-    const char* m_sourceFileName; ///< A literal (__FILE__).
+    const char* m_sourceFileName; ///< A literal (__FILE_NAME__).
     unsigned m_sourceLine;
     const char* m_exceptionType; ///< A literal.
 };

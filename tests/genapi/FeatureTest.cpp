@@ -139,6 +139,11 @@ class ResetCommand : public testing::TestWithParam<CommandRow>
 
 const std::vector<CommandRow> commandRows{
     {"Register", registerNode("IntReg", "R", "0x20", "4", bigEndian), "1", {0, 0, 0, 1}},
+    {"LittleEndian", registerNode("IntReg", "R", "0x20", "4", littleEndian), "1", {1, 0, 0, 0}},
+    {"Masked",
+     registerNode("MaskedIntReg", "R", "0x20", "4", element("Bit", "15") + bigEndian),
+     "1",
+     {0, 1, 0, 0}},
     {"WriteOnly", registerNode("IntReg", "R", "0x20", "4", bigEndian, "WO"), "1", {0, 0, 0, 1}},
     {"WriteOnlyLittleEndian",
      registerNode("IntReg", "R", "0x20", "4", littleEndian, "WO"),
@@ -159,7 +164,7 @@ const std::vector<CommandRow> commandRows{
      {0, 0, 0, 1}},
 };
 
-TEST_P(ResetCommand, WritesItsValueWithoutReading)
+TEST_P(ResetCommand, WritesItsValueAndReadsNothingThatIsWriteOnly)
 {
     Camera camera(GetParam().target +
                       node("Command", "Reset", element("pValue", "R") + element("CommandValue", "\n 0x1 \t")),
