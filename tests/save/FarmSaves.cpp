@@ -3,6 +3,7 @@
 
 #include "tests/network/Sdk.h"
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <thread>
@@ -24,20 +25,29 @@ void FarmSaves::build(const std::string& members, int cameras)
                      std::to_string(cameras) + ", " + members + "}");
     for (int i = 0; i < cameras; ++i)
         camera(i);
-    const auto records = enumerate(site);
-    for (int i = 0; i < cameras; ++i) {
-        const auto* const record = recordOf(records, mac(i));
-        if (!record)
-            throw std::runtime_error("no camera " + mac(i));
+    for (const auto* record : find(cameras))
         saves.emplace_back(site, *record);
-    }
 }
 
 void FarmSaves::findAgain()
 {
-    enumerate(site);
+    find(static_cast<int>(saves.size()));
     for (NetworkSave& save : saves)
         save.takeFound();
+}
+
+std::vector<const RZ_CC_DEVICE_INFO*> FarmSaves::find(int cameras) const
+{
+    // So many at once may be too many for a busy machine.
+    for (int tries = 0; tries < 10; ++tries) {
+        const auto listed = enumerate(site);
+        std::vector<const RZ_CC_DEVICE_INFO*> found;
+        for (int i = 0; i < cameras; ++i)
+            found.push_back(recordOf(listed, mac(i)));
+        if (std::find(found.begin(), found.end(), nullptr) == found.end())
+            return found;
+    }
+    throw std::runtime_error("not all cameras are found");
 }
 
 std::string FarmSaves::mac(int camera)

@@ -63,4 +63,8 @@ protected:
     lab::Switch& network = site.addAdapter("eth0", "192.168.0.5/16");
     lab::Farm* farm = nullptr;
     std::deque<NetworkSave> saves;
+
+private:
+    /// The records of the cameras as they are now.
+    std::vector<const RZ_CC_DEVICE_INFO*> find(int cameras) const;
 };

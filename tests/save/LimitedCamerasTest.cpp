@@ -32,8 +32,9 @@ TEST_F(LimitedCameras, ACameraThatStoresNoAddressTakesAllElse)
     EXPECT_EQ(camera(0).at("resets"), 1);
 
     EXPECT_THAT(saves[1].said(), ElementsAre("Refresh", "End"));
-    EXPECT_EQ(camera(1).at("address"), newAddress(1)) << "until its next start";
+    EXPECT_EQ(camera(1).at("address"), newAddress(1));
     EXPECT_EQ(camera(1).at("resets"), 0);
+    EXPECT_EQ(afterPowerCycle(1).at("address"), oldAddress(1));
 
     EXPECT_THAT(saves[2].said(), ElementsAre(Rebooting, "Refresh", "End"));
     EXPECT_EQ(camera(2).at("ipConfiguration"), "lla");

@@ -88,6 +88,17 @@ TEST_F(QSaveThreadTest, MaskAndGatewayReachTheCameraByForceAlone)
     EXPECT_EQ(ping.file("pings"), "-c 1 192.0.2.30\n");
 }
 
+TEST_F(QSaveThreadTest, AnAddressWhosePingTakesTooLongIsTakenAsFree)
+{
+    ping.set("echo time=1ms; exec sleep 1000");
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre("Make(<xml/>)", "Connect(Device)", "Refresh(0)", "End(0)"));
+    EXPECT_THAT(sdk.calls(), Contains("ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.30, 255.255.255.0, 0.0.0.0)"));
+}
+
 TEST_F(QSaveThreadTest, TheSecondHandleFindsTheCameraAtItsNewAddress)
 {
     const QDevice cur = found();

@@ -73,12 +73,16 @@ TEST_F(TerminationTest, CutsTheSpinOff)
     QObject::connect(
         thread.get(), &QSaveThread::SigRefresh, thread.get(), [] { FAIL() << "comes after the spin"; },
         Qt::DirectConnection);
-    // The node map's last write is right before the spin.
+    // The node map's last write is right before the spin, which must not end before it is cut off.
     QSemaphore written;
-    nodes.addRegister("DeviceUserID", 4, [&] { written.release(); });
+    nodes.addRegister("DeviceUserID", 4, [&] {
+        written.release();
+        letGo.acquire();
+    });
     startAsTheWindow(modified);
     ASSERT_TRUE(written.tryAcquire(1, WatchdogMilliseconds));
     thread->terminate();
+    letGo.release();
     ASSERT_TRUE(awaitEnd(*thread));
     EXPECT_EQ(sdk.livingHandles(), 0u);
 }
