@@ -4,6 +4,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <thread>
@@ -81,6 +82,7 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
     build(ByDhcp, (Rounds + 1) * AtOnce);
     const Resources before = resources();
     const auto lastMoment = timeToTheReset(Rounds) * 3 / 2;
+    int cutOff = 0;
     for (int round = 0; round < Rounds; ++round) {
         for (int i = first(round); i < end(round); ++i) {
             saves[i].wantName("First");
@@ -93,14 +95,15 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
         for (int i = first(round); i < end(round); ++i) {
             SCOPED_TRACE(i);
             EXPECT_TRUE(becomesFree(i));
-            if (isStartedAnew(i)) {
-                const auto said = saves[i].said();
-                ASSERT_GE(said.size(), 3u);
-                EXPECT_THAT(std::vector(said.end() - 3, said.end()),
-                            ElementsAre(Rebooting, "Refresh", "End"));
-                EXPECT_EQ(camera(i).at("ipConfiguration"), "persistent");
-                EXPECT_EQ(camera(i).at("userName"), "First");
+            const auto said = saves[i].said();
+            if (!isStartedAnew(i)) {
+                cutOff += std::count(said.begin(), said.end(), "End") == 0;
+                continue;
             }
+            ASSERT_GE(said.size(), 3u);
+            EXPECT_THAT(std::vector(said.end() - 3, said.end()), ElementsAre(Rebooting, "Refresh", "End"));
+            EXPECT_EQ(camera(i).at("ipConfiguration"), "persistent");
+            EXPECT_EQ(camera(i).at("userName"), "First");
         }
 
         findAgain();
@@ -121,5 +124,6 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
             EXPECT_EQ(after.at("userName"), "Next");
         }
     }
+    EXPECT_GT(cutOff, 10);
     EXPECT_EQ(whenDownTo(before), before);
 }
