@@ -10,7 +10,6 @@
 #include <thread>
 
 using testing::AnyOf;
-using testing::Each;
 using testing::ElementsAre;
 
 /// One save's thread comes after another's by Qt's mutexes alone.
@@ -24,17 +23,32 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// The cameras of one round are saved at the same time.
+/// The cameras of one round are saved at the same time: few, as each save ends in a spin.
 class TerminatedSaves : public FarmSaves
 {
 protected:
-    static constexpr int AtOnce = 25;
-    static constexpr int Rounds = 4;
+    static constexpr int AtOnce = 10;
+    static constexpr int Rounds = 10;
 
     static int first(int round) { return round * AtOnce; }
     static int end(int round) { return first(round + 1); }
     /// As the window does it; the others are terminated, and nothing more.
     static bool isStartedAnew(int number) { return number % 2 != 0; }
+
+    /// The latest save did all that was wanted, and the camera is nobody's.
+    void expectSaved(int number)
+    {
+        SCOPED_TRACE(number);
+        auto said = saves[number].said();
+        // Of one that was started while another ran, the other's words come first.
+        said.erase(said.begin(), said.end() - std::min<std::ptrdiff_t>(3, std::ssize(said)));
+        EXPECT_THAT(said, AnyOf(ElementsAre(Rebooting, "Refresh", "End"), ElementsAre("Refresh", "End")));
+        EXPECT_TRUE(becomesFree(number));
+        const auto after = camera(number);
+        EXPECT_EQ(after.at("address"), saves[number].wanted.m_strIpAddress.toStdString());
+        EXPECT_EQ(after.at("ipConfiguration"), "persistent");
+        EXPECT_EQ(after.at("userName"), saves[number].wanted.m_strUserDefinedName.toStdString());
+    }
 
     /// How long the saves of a round take to where they reset their cameras.
     Clock::duration timeToTheReset(int round)
@@ -93,35 +107,25 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
         }
         saveAndTerminate(round, lastMoment);
         for (int i = first(round); i < end(round); ++i) {
-            SCOPED_TRACE(i);
-            EXPECT_TRUE(becomesFree(i));
-            const auto said = saves[i].said();
-            if (!isStartedAnew(i)) {
-                cutOff += std::count(said.begin(), said.end(), "End") == 0;
-                continue;
-            }
-            ASSERT_GE(said.size(), 3u);
-            EXPECT_THAT(std::vector(said.end() - 3, said.end()), ElementsAre(Rebooting, "Refresh", "End"));
-            EXPECT_EQ(camera(i).at("ipConfiguration"), "persistent");
-            EXPECT_EQ(camera(i).at("userName"), "First");
+            EXPECT_TRUE(becomesFree(i)) << i;
+            if (isStartedAnew(i))
+                expectSaved(i);
+            else
+                cutOff += saves[i].said().empty();
         }
 
         findAgain();
         for (int i = first(round); i < end(round); ++i) {
+            if (isStartedAnew(i))
+                continue;
             saves[i].wantStatic(newAddress(i));
             saves[i].wantName("Next");
             saves[i].start();
         }
         awaitEnds(round);
         for (int i = first(round); i < end(round); ++i) {
-            SCOPED_TRACE(i);
-            EXPECT_THAT(saves[i].said(), Each(AnyOf(Rebooting, "Refresh", "End")));
-            EXPECT_EQ(saves[i].said().back(), "End");
-            EXPECT_TRUE(becomesFree(i));
-            const auto after = camera(i);
-            EXPECT_EQ(after.at("address"), newAddress(i));
-            EXPECT_EQ(after.at("ipConfiguration"), "persistent");
-            EXPECT_EQ(after.at("userName"), "Next");
+            if (!isStartedAnew(i))
+                expectSaved(i);
         }
     }
     EXPECT_GT(cutOff, 10);
