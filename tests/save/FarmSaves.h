@@ -44,8 +44,7 @@ protected:
     /// Starts all saves and waits for their ends.
     void saveAll();
 
-    /// How many files and threads this process has when it has no more than so many. What has said its last
-    /// is still there for a moment.
+    /// What this process has open.
     struct Resources
     {
         std::size_t threads;
@@ -53,6 +52,8 @@ protected:
         bool operator==(const Resources&) const = default;
     };
     static Resources resources();
+    /// The same as soon as it is as wanted, or after a while: what has said its last is still there for a
+    /// moment.
     static Resources whenDownTo(const Resources& wanted);
 
     int argumentCount = 1;
