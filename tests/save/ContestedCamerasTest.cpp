@@ -87,8 +87,8 @@ TEST_F(ContestedCameras, AMessageThatStaysOpenLongerThanTheHeartbeatLosesNeither
     saves[0].wantStatic(newAddress(0));
     std::string controller;
     saves[0].atMessage = [&] {
-        // Time is the matter here: the camera drops whoever is silent for one second.
-        std::this_thread::sleep_for(std::chrono::seconds(4));
+        // Time is the matter here: the camera drops whoever is silent for three seconds.
+        std::this_thread::sleep_for(std::chrono::seconds(7));
         controller = shown(*farm, mac(0)).at("controller");
     };
     saveAll();

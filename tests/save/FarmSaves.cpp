@@ -21,7 +21,7 @@ std::size_t entriesOf(const char* folder)
 void FarmSaves::build(const std::string& members, int cameras)
 {
     farm = &site.addCameras(
-        network, R"({"mac": "02:00:00:00:01:00", "rebootTime": 50, "heartbeatTimeout": 1000, "repeat": )" +
+        network, R"({"mac": "02:00:00:00:01:00", "rebootTime": 50, "heartbeatTimeout": 3000, "repeat": )" +
                      std::to_string(cameras) + ", " + members + "}");
     for (int i = 0; i < cameras; ++i)
         camera(i);

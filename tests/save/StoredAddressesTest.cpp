@@ -73,7 +73,7 @@ TEST_P(StoredAddresses, AreWhatTheCameraHasAfterItsResetAndAfterAPowerCycle)
 
     const json after = camera(0);
     EXPECT_EQ(after.at("resets"), resets + (GetParam().isReset ? 1 : 0));
-    EXPECT_FALSE(after.at("held"));
+    EXPECT_TRUE(becomesFree(0));
     expectAsWanted(after);
     expectAsWanted(afterPowerCycle(0));
 }
