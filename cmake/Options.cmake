@@ -1,8 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # Warnings and sanitizers for every target. CI turns warnings into errors (CMAKE_COMPILE_WARNING_AS_ERROR).
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
-# Messages that name the source file name it from here on, whatever folder they were built in.
-add_compile_options(-fmacro-prefix-map=${CMAKE_SOURCE_DIR}/=)
 
 set(IPC_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 if(IPC_SANITIZE)

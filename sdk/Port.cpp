@@ -26,11 +26,11 @@ void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t leng
         throw GenICam::InvalidArgumentException("there is no access to " + std::to_string(length) +
                                                     " bytes at " + std::to_string(address) +
                                                     (buffer ? "" : " without a buffer"),
-                                                __FILE__, __LINE__);
+                                                __FILE_NAME__, __LINE__);
     try {
         call();
     } catch (const std::exception& error) {
-        throw GenICam::RuntimeException(error.what(), __FILE__, __LINE__);
+        throw GenICam::RuntimeException(error.what(), __FILE_NAME__, __LINE__);
     }
 }
 

@@ -40,5 +40,5 @@ void MemoryPort::note(char kind, int64_t address, int64_t length)
     text << kind << ' ' << std::hex << address << std::dec << '+' << length;
     accesses.push_back(text.str());
     if (fails)
-        throw GenICam::RuntimeException("the cable is out", __FILE__, __LINE__);
+        throw GenICam::RuntimeException("the cable is out", __FILE_NAME__, __LINE__);
 }
