@@ -195,7 +195,6 @@ TEST_F(WindowLookTest, ATextOfSeveralLinesLooksLikeOneLine)
     sdk.listed.clear();
     addCamera({.model = "three short lines", .serial = "1 2", .userName = "a b"});
     refresh();
-    pictureOf(*window).save("/tmp/one.png");
     EXPECT_EQ(several, pictureOf(*window));
 }
 
