@@ -13,13 +13,16 @@
 class QtFixture : public testing::Test
 {
 protected:
-    /// Starts the worker and runs the event loop until it emits `signal`; false when that does not happen in
-    /// a generous time.
+    /// Starts the worker and runs the event loop until it has emitted `signal` so often; false when that does
+    /// not happen in a generous time.
     template <typename Worker, typename Signal>
-    static bool startAndAwait(Worker& worker, Signal signal)
+    static bool startAndAwait(Worker& worker, Signal signal, int times = 1)
     {
         QEventLoop loop;
-        QObject::connect(&worker, signal, &loop, [&loop] { loop.exit(1); });
+        QObject::connect(&worker, signal, &loop, [&loop, &times] {
+            if (--times == 0)
+                loop.exit(1);
+        });
         QTimer::singleShot(WatchdogMilliseconds, &loop, [&loop] { loop.exit(0); });
         worker.start();
         return loop.exec() == 1;

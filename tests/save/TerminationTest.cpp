@@ -136,8 +136,7 @@ TEST_F(TerminationTest, WaitsForTheMessageThatIsBeingRead)
         Qt::BlockingQueuedConnection);
     thread->SetThreadInfo(manager, cur, modified);
     // The first save has no point left after its message and ends as if nobody had wanted it terminated.
-    for (int ends = 0; ends < 2; ++ends)
-        ASSERT_TRUE(startAndAwait(*thread, &QSaveThread::SigEndThread));
+    ASSERT_TRUE(startAndAwait(*thread, &QSaveThread::SigEndThread, 2));
     ASSERT_TRUE(awaitEnd(*thread));
     EXPECT_EQ(shown, 2);
     EXPECT_EQ(sdk.livingHandles(), 0u);
