@@ -50,12 +50,16 @@ private:
     int m_fd;
 };
 
-int millisecondsTo(std::optional<TimerQueue::Clock::time_point> next)
+/// How long poll() may wait, in its own terms.
+int pollTime(std::optional<TimerQueue::Clock::time_point> nextTimer,
+             std::optional<std::chrono::milliseconds> wireTime)
 {
-    if (!next)
-        return -1;
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - TimerQueue::Clock::now());
-    return static_cast<int>(std::max(left.count(), std::chrono::milliseconds::rep{0}));
+    std::optional<std::chrono::milliseconds> time = wireTime;
+    if (nextTimer) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(*nextTimer - TimerQueue::Clock::now());
+        time = std::max(std::min(left, time.value_or(left)), std::chrono::milliseconds(0));
+    }
+    return time ? static_cast<int>(time->count()) : -1;
 }
 
 } // namespace
@@ -76,7 +80,7 @@ void runUntilSignal(Wire& wire, Farm& farm, TimerQueue& timers, ControlSocket* c
         if (control)
             for (const int fd : control->descriptors())
                 fds.push_back({fd, POLLIN, 0});
-        const int wait = isWireIdle ? millisecondsTo(timers.next()) : 0;
+        const int wait = isWireIdle ? pollTime(timers.next(), wire.recheckTime()) : 0;
         if (::poll(fds.data(), fds.size(), wait) < 0 && errno != EINTR)
             throw std::system_error(errno, std::generic_category(), "poll");
         if (fds[0].revents != 0)

@@ -158,6 +158,15 @@ int Wire::fd() const
     return pcap_get_selectable_fd(m_capture->handle());
 }
 
+std::optional<std::chrono::milliseconds> Wire::recheckTime() const
+{
+    const timeval* const time = pcap_get_required_select_timeout(m_capture->handle());
+    if (!time)
+        return std::nullopt;
+    return std::chrono::ceil<std::chrono::milliseconds>(std::chrono::seconds(time->tv_sec) +
+                                                        std::chrono::microseconds(time->tv_usec));
+}
+
 std::optional<Frame> Wire::receive()
 {
     for (;;) {

@@ -3,6 +3,7 @@
 
 #include "simulator/Frame.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,6 +22,9 @@ public:
 
     /// Readable when frames are waiting.
     int fd() const;
+    /// Within which time receive() is to be called although nothing is readable, if at all: while the
+    /// interface is down, nothing else tells that it is gone or up again.
+    std::optional<std::chrono::milliseconds> recheckTime() const;
     /// The next frame that was sent by others; nothing when none is waiting. Never blocks.
     std::optional<Frame> receive();
     /// A frame that the interface does not take is lost, as on any network.

@@ -146,4 +146,16 @@ TEST_F(FarmProgram, EndsWithTheReasonWhenItsInterfaceVanishes)
     EXPECT_EQ(farm.wait(), 1);
 }
 
+TEST_F(FarmProgram, NoticesThatAnInterfaceWhichIsDownVanishes)
+{
+    lab::Process farm = start();
+    farm.readLine();
+    space.run("ip link set eth0 down");
+    // It has met that when it has answered.
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(run({"--control", socket, "send", "show", "001A2B000001"}).status, 0);
+    space.run("ip link delete eth0");
+    EXPECT_EQ(farm.wait(), 1);
+}
+
 } // namespace
