@@ -9,10 +9,8 @@
 #include <gtest/gtest.h>
 
 using namespace sdk;
-using testing::Contains;
 using testing::Each;
 using testing::ElementsAre;
-using testing::Not;
 using testing::StartsWith;
 
 namespace {

@@ -200,7 +200,7 @@ TEST(DescriptionCompletion, LeavesAsItIsWhatIsNoDescription)
 {
     const std::string rows[] = {
         "",
-        "\0",
+        std::string(1, '\0'),
         "no XML",
         "<RegisterDescription>",
         "<RegisterDescription><Port Name='Device'/></RegisterDescription",
