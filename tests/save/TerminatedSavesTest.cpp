@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Saves that the window terminates, and those after them.
 #include "tests/save/FarmSaves.h"
+#include "tests/save/QtOrdersThreads.h"
 
 #include <gmock/gmock.h>
 
@@ -11,13 +12,6 @@
 
 using testing::AnyOf;
 using testing::ElementsAre;
-
-/// One save's thread comes after another's by Qt's mutexes alone.
-#ifdef __SANITIZE_THREAD__
-#define SKIP_WHERE_QT_ORDERS_THREADS() GTEST_SKIP() << "thread sanitizer does not see what Qt locks"
-#else
-#define SKIP_WHERE_QT_ORDERS_THREADS()
-#endif
 
 namespace {
 

@@ -1,17 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/save/QtOrdersThreads.h"
 #include "tests/save/SavedCamera.h"
 
 #include <QElapsedTimer>
 #include <QSemaphore>
 
 #include <gmock/gmock.h>
-
-/// One save's thread comes after another's by Qt's mutexes alone.
-#ifdef __SANITIZE_THREAD__
-#define SKIP_WHERE_QT_ORDERS_THREADS() GTEST_SKIP() << "thread sanitizer does not see what Qt locks"
-#else
-#define SKIP_WHERE_QT_ORDERS_THREADS()
-#endif
 
 using testing::ElementsAre;
 using testing::IsEmpty;

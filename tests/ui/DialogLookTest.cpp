@@ -2,6 +2,7 @@
 #include "device/QDevice.h"
 #include "resources/Fonts.h"
 #include "tests/support/WindowActions.h"
+#include "tests/ui/Chinese.h"
 #include "ui/QNoteLabel.h"
 #include "ui/QSetIpAddrDlg.h"
 
@@ -9,7 +10,6 @@
 #include <QFontDatabase>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTranslator>
 
 #include <gmock/gmock.h>
 
@@ -19,34 +19,13 @@ using testing::Each;
 
 namespace {
 
-const QString Files = QStringLiteral("/../bin/"); ///< Beside the program.
-
-/// While it lives, texts are Chinese.
-class Chinese : public QTranslator
-{
-public:
-    Chinese()
-    {
-        EXPECT_TRUE(load(QCoreApplication::applicationDirPath() + Files + "Kelo_ip_configurator_en.qm"));
-        QCoreApplication::installTranslator(this);
-        QCoreApplication::processEvents(); // Windows are told by an event.
-    }
-    Chinese(const Chinese&) = delete;
-    Chinese& operator=(const Chinese&) = delete;
-    ~Chinese() override
-    {
-        QCoreApplication::removeTranslator(this);
-        QCoreApplication::processEvents();
-    }
-};
-
 /// The dialog dressed as the program dresses it.
 class DialogLookTest : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        QFontDatabase::addApplicationFont(QCoreApplication::applicationDirPath() + Files + "segoeui.ttf");
+        QFontDatabase::addApplicationFont(QCoreApplication::applicationDirPath() + "/../bin/segoeui.ttf");
         InstallFontSubstitutes();
     }
 
