@@ -9,19 +9,39 @@ namespace gvcp {
 
 namespace reg {
 inline constexpr std::uint32_t DeviceMode = 0x0004;
+inline constexpr std::uint32_t MacHigh = 0x0008; ///< The first two bytes in the low 16 bits.
+inline constexpr std::uint32_t MacLow = 0x000C;
 inline constexpr std::uint32_t SupportedIpConfig = 0x0010;
 inline constexpr std::uint32_t CurrentIpConfig = 0x0014;
 inline constexpr std::uint32_t UserDefinedName = 0x00E8;      ///< 16 bytes.
 inline constexpr std::uint32_t FirstDescriptionUrl = 0x0200;  ///< 512 bytes.
 inline constexpr std::uint32_t SecondDescriptionUrl = 0x0400; ///< 512 bytes.
+inline constexpr std::uint32_t InterfaceCount = 0x0600;
 inline constexpr std::uint32_t PersistentIp = 0x064C;
 inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
 inline constexpr std::uint32_t PersistentGateway = 0x066C;
 inline constexpr std::uint32_t GvcpCapability = 0x0934;
 inline constexpr std::uint32_t HeartbeatTimeout = 0x0938;  ///< Milliseconds.
 inline constexpr std::uint32_t DiscoveryAckDelay = 0x0950; ///< Milliseconds, at most 1000.
+inline constexpr std::uint32_t GvcpConfiguration = 0x0954;
 inline constexpr std::uint32_t ControlChannelPrivilege = 0x0A00;
+
+/// The same register of a camera's network interface `number`, counted from 0, given that of the first one.
+/// The first one's MAC, IP configuration and current addresses stand at the beginning of the map; those of
+/// the others, like all stored addresses, in blocks of 0x80 bytes.
+constexpr std::uint32_t ofInterface(unsigned number, std::uint32_t ofFirst)
+{
+    constexpr std::uint32_t BlockSize = 0x80;
+    constexpr std::uint32_t SecondMac = 0x0680;
+    if (number == 0)
+        return ofFirst;
+    return ofFirst < InterfaceCount ? ofFirst - MacHigh + SecondMac + BlockSize * (number - 1)
+                                    : ofFirst + BlockSize * number;
+}
 } // namespace reg
+
+/// By the standard a camera has no more network interfaces.
+inline constexpr unsigned MaxInterfaces = 4;
 
 /// Bits of the two IP configuration registers and of the same fields of a discovery acknowledge.
 namespace IpConfig {
@@ -41,8 +61,14 @@ inline constexpr std::uint32_t Control = 0x2;   ///< Other applications may read
 namespace Capability {
 inline constexpr std::uint32_t Concatenation = 1u << 0;
 inline constexpr std::uint32_t WriteMemory = 1u << 1;
+inline constexpr std::uint32_t PendingAck = 1u << 5;
 inline constexpr std::uint32_t SerialNumber = 1u << 30;
 inline constexpr std::uint32_t UserDefinedName = 1u << 31;
 } // namespace Capability
+
+/// Bits of the GVCP configuration register.
+namespace Configuration {
+inline constexpr std::uint32_t PendingAck = 1u << 1; ///< The camera may ask for more time.
+} // namespace Configuration
 
 } // namespace gvcp

@@ -15,8 +15,6 @@ namespace {
 
 // Registers that only this side of the protocol fills in.
 constexpr std::uint32_t Version = 0x0000;
-constexpr std::uint32_t MacHigh = 0x0008;
-constexpr std::uint32_t MacLow = 0x000C;
 constexpr std::uint32_t CurrentIp = 0x0024;
 constexpr std::uint32_t CurrentSubnetMask = 0x0034;
 constexpr std::uint32_t CurrentGateway = 0x0044;
@@ -27,13 +25,11 @@ constexpr std::uint32_t ManufacturerInfo = 0x00A8;
 constexpr std::uint32_t SerialNumber = 0x00D8;
 constexpr std::uint32_t FirstUrl = 0x0200;
 constexpr std::uint32_t SecondUrl = 0x0400;
-constexpr std::uint32_t InterfaceCount = 0x0600;
 constexpr std::uint32_t MessageChannelCount = 0x0900;
 constexpr std::uint32_t StreamChannelCount = 0x0904;
 constexpr std::uint32_t ApplicationPort = 0x0A04;
 constexpr std::uint32_t ApplicationAddress = 0x0A14;
 
-constexpr std::uint32_t PendingAcknowledge = 1u << 5; // a capability
 constexpr std::size_t DiscoveryBlockSize = 248;
 constexpr std::size_t UserNameSize = 16;
 constexpr std::uint32_t IpMethodBits =
@@ -69,8 +65,8 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     const auto& mac = config.mac.bytes;
     setWord(Version, 0x00010002);
     setWord(reg::DeviceMode, 0x80000001); // big-endian, UTF-8
-    setWord(MacHigh, static_cast<std::uint32_t>(mac[0] << 8 | mac[1]));
-    setWord(MacLow, gvcp::readU32(mac, 2));
+    setWord(reg::MacHigh, static_cast<std::uint32_t>(mac[0] << 8 | mac[1]));
+    setWord(reg::MacLow, gvcp::readU32(mac, 2));
     setWord(reg::SupportedIpConfig,
             m_hasPersistentIp ? IpMethodBits : IpMethodBits & ~gvcp::IpConfig::Persistent);
     setText(ManufacturerName, 32, config.manufacturer);
@@ -80,7 +76,7 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     setText(SerialNumber, 16, config.serial);
     setText(FirstUrl, CameraConfig::UrlSize, config.description.url);
     setText(SecondUrl, CameraConfig::UrlSize, config.description.secondUrl);
-    setWord(InterfaceCount, 1);
+    setWord(reg::InterfaceCount, 1);
     setWord(StreamChannelCount, 1);
     setWord(reg::GvcpCapability, capabilities(config));
     setWord(reg::HeartbeatTimeout, static_cast<std::uint32_t>(config.heartbeatTimeout.count()));
@@ -96,7 +92,7 @@ void RegisterMap::layOut(const CameraConfig& config)
     add(reg::UserDefinedName, UserNameSize, config.userNameAccess == CameraConfig::UserNameAccess::ReadWrite);
     add(FirstUrl, CameraConfig::UrlSize, !writable);
     add(SecondUrl, CameraConfig::UrlSize, !writable);
-    add(InterfaceCount, 4, !writable);
+    add(reg::InterfaceCount, 4, !writable);
     if (m_hasPersistentIp) {
         add(reg::PersistentIp, 4, writable);
         add(reg::PersistentSubnetMask, 4, writable);
@@ -115,7 +111,7 @@ void RegisterMap::layOut(const CameraConfig& config)
 std::uint32_t RegisterMap::capabilities(const CameraConfig& config) const
 {
     std::uint32_t bits =
-        gvcp::Capability::SerialNumber | PendingAcknowledge | gvcp::Capability::Concatenation;
+        gvcp::Capability::SerialNumber | gvcp::Capability::PendingAck | gvcp::Capability::Concatenation;
     if (config.userNameAccess != CameraConfig::UserNameAccess::None)
         bits |= gvcp::Capability::UserDefinedName;
     if (config.writesMemory)
