@@ -37,17 +37,20 @@ bool AccessCheck::ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera)
 
 void AccessCheck::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
 {
-    if (acknowledge.command != gvcp::Command::ReadRegister || mayPass(acknowledge.status))
+    if (acknowledge.command != gvcp::Command::ReadRegister)
         return;
     const auto question = std::find_if(m_questions.begin(), m_questions.end(), [&](const Question& asked) {
-        return asked.id == acknowledge.id && asked.adapter == datagram.adapter &&
-               asked.camera == datagram.source;
+        return asked.id == acknowledge.id && asked.camera == datagram.source;
     });
     if (question == m_questions.end() || question->isAnswered)
         return;
-    const auto values = gvcp::parseWords(acknowledge.payload);
-    const bool isOpen = acknowledge.status == gvcp::Status::Success && values && values->size() == 1 &&
-                        values->front() == gvcp::Privilege::Open;
+    if (mayPass(acknowledge.status)) {
+        question->isHeard = true;
+        return;
+    }
+    // Cameras exist whose acknowledges are longer than the value that was asked for.
+    const bool isOpen = acknowledge.status == gvcp::Status::Success && acknowledge.payload.size() >= 4 &&
+                        gvcp::readU32(acknowledge.payload, 0) == gvcp::Privilege::Open;
     question->answer = isOpen ? Answer::Accessible : Answer::NotAccessible;
     question->isAnswered = true;
 }
@@ -75,7 +78,7 @@ bool AccessCheck::isPending() const
 AccessCheck::Answer AccessCheck::answer(std::size_t adapter, gvcp::Ipv4 camera) const
 {
     const Question* question = find(adapter, camera);
-    return question ? question->answer : Answer::NotAccessible;
+    return question ? question->answer : Answer::Silent;
 }
 
 const AccessCheck::Question* AccessCheck::find(std::size_t adapter, gvcp::Ipv4 camera) const
@@ -89,7 +92,7 @@ const AccessCheck::Question* AccessCheck::find(std::size_t adapter, gvcp::Ipv4 c
 void AccessCheck::send(Question& question)
 {
     if (question.tries == Tries) {
-        question.answer = Answer::NotAccessible;
+        question.answer = question.isHeard ? Answer::NotAccessible : Answer::Silent;
         return;
     }
     ++question.tries;

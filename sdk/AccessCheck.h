@@ -19,7 +19,8 @@ public:
     {
         Pending,
         Accessible,
-        NotAccessible, ///< Taken by an application, refused, or silent to the end.
+        NotAccessible, ///< Taken by an application, or refused.
+        Silent,        ///< To the end, or not asked.
     };
 
     AccessCheck(Network& network, RequestIds& ids) : m_network(network), m_ids(ids) {}
@@ -28,7 +29,7 @@ public:
     bool ask(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 camera);
 
     /// Takes note of an acknowledge that answers one of the questions, though it may have been given up by
-    /// now; ignores all others.
+    /// now, on whichever adapter it comes in; ignores all others.
     void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge);
 
     /// Asks again where it is time to, and gives up on those that stay silent.
@@ -39,7 +40,6 @@ public:
 
     bool isPending() const;
 
-    /// Answer::NotAccessible for a camera that was not asked.
     Answer answer(std::size_t adapter, gvcp::Ipv4 camera) const;
 
 private:
@@ -52,6 +52,7 @@ private:
         int tries = 0;
         Clock::time_point nextTry{};
         Answer answer = Answer::Pending;
+        bool isHeard = false;    ///< It has said at least that it is busy.
         bool isAnswered = false; ///< By the camera: no later datagram changes it.
     };
 

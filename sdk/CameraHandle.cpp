@@ -13,8 +13,12 @@ gvcp::MacAddress CameraHandle::mac() const
 
 void CameraHandle::open(std::unique_ptr<Network> network)
 {
-    auto session = std::make_shared<Session>(std::move(network), m_info.stGigEInfo.nDeviceIp);
-    auto port = std::make_unique<Port>(session, mac(), ForcedAddresses::instance());
+    ForcedAddresses& forced = ForcedAddresses::instance();
+    const int tries =
+        forced.wasJustForced(mac(), network->now()) ? ControlChannel::ManyTries : ControlChannel::Tries;
+    auto session = std::make_shared<Session>(std::move(network), m_info.stGigEInfo.nDeviceIp, mac(), tries);
+    storeWaitingAddress(*session, mac(), forced);
+    auto port = std::make_unique<Port>(session, mac(), forced);
     const std::lock_guard lock(m_mutex);
     m_session = std::move(session);
     m_port = std::move(port);
@@ -48,8 +52,9 @@ bool CameraHandle::wasOpenedBy(std::thread::id thread) const
 std::shared_ptr<Session> CameraHandle::session() const
 {
     const std::lock_guard lock(m_mutex);
-    if (!m_session || !m_session->isOpen())
+    if (!m_session)
         throw CameraError(RZ_ERROR_NOT_OPEN, "the camera is not open");
+    m_session->channel().requireOpen();
     return m_session;
 }
 

@@ -22,14 +22,15 @@ public:
     const RZ_CC_DEVICE_INFO& info() const { return m_info; }
     gvcp::MacAddress mac() const;
 
-    /// Throws CameraError. The session is the calling thread's.
+    /// Stores what waits to be stored on the camera, too. Throws CameraError. The session is the calling
+    /// thread's.
     void open(std::unique_ptr<Network> network);
     /// The port stays, and fails.
     void close();
     bool isOpen() const;
     bool wasOpenedBy(std::thread::id thread) const;
 
-    /// Throws CameraError when the camera is not open.
+    /// Throws CameraError when the camera is not open, or not any more.
     std::shared_ptr<Session> session() const;
     /// Null when the camera is not open. Valid until open() or the handle's end.
     GenApi::IPort* port() const;

@@ -67,17 +67,16 @@ struct ControlChannel::Request
         return (isWrite ? "writing " : "reading ") + hex(address, 8);
     }
 
-    /// The acknowledge's data, if it has the right size. Some cameras leave READMEM's address out.
+    /// The acknowledge's data, if there is enough: some cameras send more than they were asked for. And some
+    /// leave READMEM's address out.
     std::optional<gvcp::ByteView> dataOf(gvcp::ByteView acknowledge) const
     {
-        if (answerSize == 0)
-            return gvcp::ByteView();
-        if (acknowledge.size() == answerSize)
-            return acknowledge;
-        if (command == gvcp::Command::ReadMemory && acknowledge.size() == answerSize + 4 &&
-            gvcp::readU32(acknowledge, 0) == address)
-            return acknowledge.subspan(4);
-        return std::nullopt;
+        if (command == gvcp::Command::ReadMemory && acknowledge.size() != answerSize) {
+            const bool hasAddress =
+                acknowledge.size() >= answerSize + 4 && gvcp::readU32(acknowledge, 0) == address;
+            return hasAddress ? std::optional(acknowledge.subspan(4, answerSize)) : std::nullopt;
+        }
+        return acknowledge.size() >= answerSize ? std::optional(acknowledge.first(answerSize)) : std::nullopt;
     }
 };
 
@@ -113,11 +112,11 @@ void ControlChannel::writeRegister(std::uint32_t address, std::uint32_t value, i
         {gvcp::Command::WriteRegister, address, gvcp::encodeRegisterValues({{address, value}}), 0, tries});
 }
 
-void ControlChannel::readMemory(std::uint32_t address, std::span<std::uint8_t> out)
+void ControlChannel::readMemory(std::uint32_t address, std::span<std::uint8_t> out, int tries)
 {
     const gvcp::MemoryRange range{address, static_cast<std::uint16_t>(out.size())};
     const auto answer =
-        execute({gvcp::Command::ReadMemory, address, gvcp::encodeMemoryRange(range), out.size()});
+        execute({gvcp::Command::ReadMemory, address, gvcp::encodeMemoryRange(range), out.size(), tries});
     std::copy(answer.begin(), answer.end(), out.begin());
 }
 
@@ -126,22 +125,39 @@ void ControlChannel::writeMemory(std::uint32_t address, gvcp::ByteView data)
     execute({gvcp::Command::WriteMemory, address, gvcp::encodeMemoryBlock({address, data}), 0});
 }
 
-std::unique_ptr<Network> ControlChannel::close()
+int ControlChannel::triesForFarewell() const
+{
+    return m_isSilent ? 1 : FewTries;
+}
+
+std::unique_ptr<Network> ControlChannel::close(const std::optional<CameraError>& reason)
 {
     const std::lock_guard lock(m_mutex);
+    if (m_network && reason)
+        m_closed = *reason;
+    m_isOpen = false;
     return std::move(m_network);
+}
+
+void ControlChannel::requireOpen() const
+{
+    if (m_isOpen)
+        return;
+    const std::lock_guard lock(m_mutex);
+    throw m_closed;
 }
 
 gvcp::Bytes ControlChannel::execute(const Request& request)
 {
     const std::lock_guard lock(m_mutex);
     if (!m_network)
-        throw CameraError(RZ_ERROR_NOT_OPEN, request.name() + ": the camera is not open any more");
+        throw CameraError(m_closed.code(), request.name() + ": " + m_closed.what());
     gvcp::Bytes answer;
     int busy = 0;
     bool wasMisaligned = false;
     for (;;) {
         const auto status = exchange(request, answer);
+        m_isSilent = !status;
         if (!status)
             throw CameraError(RZ_ERROR_NO_ANSWER,
                               request.name() + ": " + gvcp::toText(m_camera) + " does not answer");

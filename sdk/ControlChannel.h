@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "sdk/CameraError.h"
 #include "sdk/Network.h"
 #include "sdk/RequestIds.h"
 
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -20,7 +22,8 @@ public:
     /// How often a command is sent, a fifth of a second each, before the camera counts as silent.
     static constexpr int Tries = 8;    ///< Gets through a megabyte on a network that loses a tenth each way.
     static constexpr int FewTries = 3; ///< For what must not take long and is not worth much.
-    static constexpr int ManyTries = 15; ///< For a camera that may just be starting its network again.
+    static constexpr int ManyTries =
+        30; ///< For a camera that may just be changing its address, for 6 seconds.
 
     static constexpr std::size_t MaxBlock = 512; ///< Bytes; some cameras do not bear the 536 of the protocol.
 
@@ -34,12 +37,19 @@ public:
     std::optional<std::uint32_t> findRegister(std::uint32_t address);
     void writeRegister(std::uint32_t address, std::uint32_t value, int tries = Tries);
     /// Address and size are multiples of 4, at most MaxBlock.
-    void readMemory(std::uint32_t address, std::span<std::uint8_t> out);
+    void readMemory(std::uint32_t address, std::span<std::uint8_t> out, int tries = Tries);
     void writeMemory(std::uint32_t address, gvcp::ByteView data);
 
-    /// Ends the channel when a command under way is done: from then on each fails with RZ_ERROR_NOT_OPEN.
-    /// Gives the network back; null the second time.
-    std::unique_ptr<Network> close();
+    /// How often to try what only leaves the camera tidy: one that has just been silent is not waited for.
+    int triesForFarewell() const;
+
+    /// Ends the channel when a command under way is done: from then on each fails with RZ_ERROR_NOT_OPEN, or
+    /// for the reason given. Gives the network back; null the second time.
+    std::unique_ptr<Network> close(const std::optional<CameraError>& reason = std::nullopt);
+
+    bool isOpen() const { return m_isOpen; }
+    /// Throws what a command would throw after close().
+    void requireOpen() const;
 
 private:
     struct Request;
@@ -51,9 +61,12 @@ private:
     void pause();
 
     const gvcp::Ipv4 m_camera;
-    std::mutex m_mutex; ///< Held while a command is under way; guards what follows.
+    mutable std::mutex m_mutex; ///< Held while a command is under way; guards what follows.
     std::unique_ptr<Network> m_network;
+    CameraError m_closed{RZ_ERROR_NOT_OPEN, "the camera is not open any more"};
     RequestIds m_ids;
+    std::atomic<bool> m_isOpen{true};
+    std::atomic<bool> m_isSilent{false}; ///< To the latest command.
 };
 
 } // namespace sdk

@@ -20,7 +20,7 @@ constexpr Clock::duration AskTimes[] = {0ms, 50ms, 100ms, 150ms, 400ms, 700ms};
 constexpr auto Window = 1150ms;
 /// A camera that answered at the last moment has this long to say whether it is accessible.
 constexpr auto GraceForAccess = 200ms;
-/// Answers of unknown cameras that are kept; a flood of forged ones ends here.
+/// Answers of unknown cameras that are kept, of each sort; a flood of forged ones ends here.
 constexpr std::size_t MaxUnknown = 1024;
 /// At so many addresses one camera is asked whether it is accessible. It may move while it is looked for; who
 /// answers from more is forging.
@@ -31,9 +31,13 @@ constexpr int MaxLateDatagrams = 8192;
 class Enumeration
 {
 public:
-    Enumeration(Network& network, const IsKnown& isKnown) : m_network(network), m_isKnown(isKnown) {}
+    Enumeration(Network& network, const IsKnown& isKnown)
+        : m_network(network),
+          m_isKnown(isKnown),
+          m_hasSent(network.adapters().size())
+    {}
 
-    std::vector<FoundCamera> run();
+    FoundCameras run();
 
 private:
     using Key = std::pair<gvcp::MacAddress, std::size_t>;
@@ -56,11 +60,13 @@ private:
     std::vector<std::uint16_t> m_discoveryIds;
     AccessCheck m_access{m_network, m_ids};
     std::map<Key, Sighting> m_found;
-    std::size_t m_unknown = 0;
+    std::vector<bool> m_hasSent; ///< By each adapter.
+    std::size_t m_unknownConsistent = 0;
+    std::size_t m_unknownOthers = 0;
     int m_lateDatagrams = 0;
 };
 
-std::vector<FoundCamera> Enumeration::run()
+FoundCameras Enumeration::run()
 {
     const auto start = m_network.now();
     for (const auto time : AskTimes) {
@@ -72,14 +78,20 @@ std::vector<FoundCamera> Enumeration::run()
     while (m_access.isPending() && m_network.now() < end)
         step(end);
 
-    std::vector<FoundCamera> result;
-    result.reserve(m_found.size());
+    FoundCameras result;
+    result.cameras.reserve(m_found.size());
     for (auto& [key, sighting] : m_found) {
         FoundCamera& camera = sighting.camera;
-        camera.isAccessible = camera.isReachable && m_access.answer(camera.adapter, camera.identity.ip) ==
-                                                        AccessCheck::Answer::Accessible;
-        result.push_back(std::move(camera));
+        const auto access = camera.isReachable ? m_access.answer(camera.adapter, camera.identity.ip)
+                                               : AccessCheck::Answer::Silent;
+        camera.isAccessible = access == AccessCheck::Answer::Accessible;
+        camera.isProven =
+            camera.isConsistent && (camera.isAccessible || access == AccessCheck::Answer::NotAccessible);
+        result.cameras.push_back(std::move(camera));
     }
+    for (std::size_t adapter = 0; adapter < m_hasSent.size(); ++adapter)
+        if (!m_hasSent[adapter])
+            result.failures.push_back(m_network.adapters()[adapter].name + ": nothing could be sent");
     return result;
 }
 
@@ -91,7 +103,8 @@ void Enumeration::ask()
                             m_discoveryIds.back());
     // An adapter that cannot send costs the others nothing.
     for (std::size_t adapter = 0; adapter < m_network.adapters().size(); ++adapter)
-        m_network.broadcast(adapter, packet);
+        if (m_network.broadcast(adapter, packet))
+            m_hasSent[adapter] = true;
 }
 
 void Enumeration::listen(Clock::time_point until)
@@ -131,9 +144,11 @@ void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
 {
     const Adapter& adapter = m_network.adapters()[datagram.adapter];
     const Key key{identity.mac, datagram.adapter};
+    const bool isConsistent = datagram.source == identity.ip;
     auto found = m_found.find(key);
     if (found == m_found.end()) {
-        if (!m_isKnown(identity.mac, adapter) && ++m_unknown > MaxUnknown)
+        std::size_t& unknown = isConsistent ? m_unknownConsistent : m_unknownOthers;
+        if (!m_isKnown(identity.mac, adapter) && ++unknown > MaxUnknown)
             return;
         found = m_found.try_emplace(key).first;
     }
@@ -143,14 +158,15 @@ void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
     camera = {.identity = std::move(identity),
               .adapter = datagram.adapter,
               .adapterAddress = own ? own->address : adapter.addresses.front().address,
-              .isReachable = own != nullptr};
+              .isReachable = own != nullptr,
+              .isConsistent = isConsistent};
     if (own && addresses < MaxAddresses && m_access.ask(datagram.adapter, own->address, camera.identity.ip))
         ++addresses;
 }
 
 } // namespace
 
-std::vector<FoundCamera> enumerateCameras(Network& network, const IsKnown& isKnown)
+FoundCameras enumerateCameras(Network& network, const IsKnown& isKnown)
 {
     if (network.adapters().empty())
         return {};

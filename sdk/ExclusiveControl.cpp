@@ -15,7 +15,9 @@ bool isExclusive(std::uint32_t privilege)
     return (privilege & gvcp::Privilege::Exclusive) != 0;
 }
 
-void giveBack(ControlChannel& channel, int tries) noexcept
+} // namespace
+
+void ExclusiveControl::giveBack(ControlChannel& channel, int tries) noexcept
 {
     try {
         channel.writeRegister(ControlChannelPrivilege, gvcp::Privilege::Open, tries);
@@ -25,12 +27,10 @@ void giveBack(ControlChannel& channel, int tries) noexcept
     }
 }
 
-} // namespace
-
-ExclusiveControl::ExclusiveControl(ControlChannel& channel) : m_channel(channel)
+ExclusiveControl::ExclusiveControl(ControlChannel& channel, int tries) : m_channel(channel)
 {
     try {
-        channel.writeRegister(ControlChannelPrivilege, gvcp::Privilege::Exclusive);
+        channel.writeRegister(ControlChannelPrivilege, gvcp::Privilege::Exclusive, tries);
         if (!isExclusive(channel.readRegister(ControlChannelPrivilege)))
             throw CameraError(RZ_ERROR_ACCESS_DENIED,
                               gvcp::toText(channel.camera()) + " does not give exclusive control");
@@ -43,7 +43,7 @@ ExclusiveControl::ExclusiveControl(ControlChannel& channel) : m_channel(channel)
 
 ExclusiveControl::~ExclusiveControl()
 {
-    giveBack(m_channel, ControlChannel::FewTries);
+    giveBack(m_channel, m_channel.triesForFarewell());
 }
 
 bool ExclusiveControl::isHeld()

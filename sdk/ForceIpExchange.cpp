@@ -14,10 +14,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto TimeOfOneTry = 250ms;
-/// Long enough for a camera that holds its discovery answers back for a second, after some were lost.
-constexpr auto Deadline = 2500ms;
+constexpr int MaxForces = 3;
+constexpr auto TimeBetweenForces = 300ms;
+constexpr auto TimeBetweenLooks = 250ms;
+constexpr auto Deadline = 6s;
+/// A camera that answers a question asked so long after the last FORCEIP is not about to change any more.
+constexpr auto TimeToSettle = 1500ms;
 
+/// One series of FORCEIPs and what comes of it.
 class ForceIpExchange
 {
 public:
@@ -29,52 +33,87 @@ public:
 
     RZ_ERROR run();
 
+    /// After run(): whether the camera was there all the while, nobody is known to hold it, and it said
+    /// nothing.
+    bool mayHaveMissedIt() const
+    {
+        return m_settledAt && *m_settledAt != m_wanted.ip &&
+               m_access.answer(0, *m_settledAt) != AccessCheck::Answer::NotAccessible;
+    }
+
 private:
-    bool send();
+    bool sendForce();
+    void look();
     std::optional<RZ_ERROR> take(const Datagram& datagram);
     std::optional<RZ_ERROR> takeForceIp(const Datagram& datagram, gvcp::Status status);
-    std::optional<RZ_ERROR> takeDiscovery(const gvcp::DiscoveryAck& identity);
-    RZ_ERROR judgeSilence() const;
+    std::optional<RZ_ERROR> takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id);
+    RZ_ERROR judge() const;
 
     Network& m_network;
     const gvcp::ForceIp& m_wanted;
     const gvcp::ForceIp& m_before;
     RequestIds m_ids;
-    const std::uint16_t m_forceIpId = m_ids.next(); ///< The same for all tries.
-    std::vector<std::uint16_t> m_discoveryIds;
+    const std::uint16_t m_forceIpId = m_ids.next(); ///< The same for all.
+    int m_forces = 0;
+    Clock::time_point m_lastForce{};
+    struct Look
+    {
+        std::uint16_t id;
+        Clock::time_point time;
+    };
+    std::vector<Look> m_looks;
     AccessCheck m_access{m_network, m_ids};
-    bool m_isHeard = false;
     bool m_wasMisaligned = false;
+    std::optional<gvcp::Ipv4> m_settledAt; ///< Where the camera is when nothing happens any more.
 };
 
 RZ_ERROR ForceIpExchange::run()
 {
-    auto nextTry = m_network.now();
-    const auto end = nextTry + Deadline;
+    auto nextForce = m_network.now();
+    auto nextLook = nextForce;
+    const auto end = nextForce + Deadline;
     while (m_network.now() < end) {
         m_access.proceed();
-        if (m_network.now() >= nextTry) {
-            if (!send())
+        if (m_settledAt && !m_access.isPending())
+            break;
+        if (m_network.now() >= nextForce) {
+            if (!sendForce() && m_forces == 1)
                 return RZ_ERROR_NETWORK;
-            nextTry += TimeOfOneTry;
+            nextForce = m_forces < MaxForces ? nextForce + TimeBetweenForces : Clock::time_point::max();
         }
-        const auto datagram = m_network.receive(std::min({end, nextTry, m_access.nextStep()}));
-        const auto result = datagram ? take(*datagram) : std::nullopt;
-        if (result)
+        if (m_network.now() >= nextLook) {
+            look();
+            nextLook += TimeBetweenLooks;
+        }
+        const auto datagram = m_network.receive(std::min({end, nextForce, nextLook, m_access.nextStep()}));
+        if (const auto result = datagram ? take(*datagram) : std::nullopt) {
+            m_settledAt.reset();
             return *result;
+        }
     }
-    return judgeSilence();
+    return judge();
 }
 
-bool ForceIpExchange::send()
+/// One packet: a camera that begins anew with each must not get two. Some cameras ignore the limited
+/// broadcast, some sites lose the subnet's own, so they take turns where the camera hears both.
+bool ForceIpExchange::sendForce()
 {
     constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
-    const auto payload = gvcp::encodeForceIp(m_wanted);
-    if (!m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::ForceIp, Flags, m_forceIpId, payload)))
-        return false;
-    m_discoveryIds.push_back(m_ids.next());
-    m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::Discovery, Flags, m_discoveryIds.back()));
-    return true;
+    const Adapter& adapter = m_network.adapters().front();
+    const AdapterAddress* const own = adapter.inSubnetOf(m_before.ip);
+    const auto directed = own && m_forces % 2 == 1 ? own->broadcastAddress() : std::nullopt;
+    ++m_forces;
+    m_lastForce = m_network.now();
+    return m_network.send(
+        0, adapter.addressTowards(m_before.ip), directed.value_or(gvcp::LimitedBroadcast),
+        gvcp::encodeCommand(gvcp::Command::ForceIp, Flags, m_forceIpId, gvcp::encodeForceIp(m_wanted)));
+}
+
+void ForceIpExchange::look()
+{
+    constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
+    m_looks.push_back({m_ids.next(), m_network.now()});
+    m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::Discovery, Flags, m_looks.back().id));
 }
 
 std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
@@ -85,9 +124,8 @@ std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
     if (acknowledge->command == gvcp::Command::ForceIp)
         return acknowledge->id == m_forceIpId ? takeForceIp(datagram, acknowledge->status) : std::nullopt;
     if (acknowledge->command == gvcp::Command::Discovery) {
-        const bool isOurs = std::count(m_discoveryIds.begin(), m_discoveryIds.end(), acknowledge->id) > 0;
         const auto identity = gvcp::parseDiscoveryAck(acknowledge->payload);
-        return isOurs && identity ? takeDiscovery(*identity) : std::nullopt;
+        return identity ? takeDiscovery(*identity, acknowledge->id) : std::nullopt;
     }
     m_access.take(datagram, *acknowledge);
     return std::nullopt;
@@ -114,26 +152,31 @@ std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, g
     }
 }
 
-std::optional<RZ_ERROR> ForceIpExchange::takeDiscovery(const gvcp::DiscoveryAck& identity)
+std::optional<RZ_ERROR> ForceIpExchange::takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id)
 {
-    if (identity.mac != m_wanted.mac)
+    const auto look =
+        std::find_if(m_looks.begin(), m_looks.end(), [id](const Look& each) { return each.id == id; });
+    if (look == m_looks.end() || identity.mac != m_wanted.mac)
         return std::nullopt;
-    m_isHeard = true;
     const gvcp::ForceIp present{identity.mac, identity.ip, identity.subnetMask, identity.gateway};
-    if (present != m_wanted)
-        return std::nullopt;
-    if (m_wanted != m_before)
+    const bool isNewAddress = m_wanted.ip != m_before.ip && present.ip == m_wanted.ip;
+    if (isNewAddress || (present == m_wanted && present != m_before))
         return RZ_OK;
-    m_access.ask(0, m_network.adapters().front().addressTowards(identity.ip), identity.ip);
+    const bool isSettled = m_forces == MaxForces && look->time - m_lastForce >= TimeToSettle;
+    if (isSettled) {
+        m_settledAt = identity.ip;
+        m_access.ask(0, m_network.adapters().front().addressTowards(identity.ip), identity.ip);
+    }
     return std::nullopt;
 }
 
-RZ_ERROR ForceIpExchange::judgeSilence() const
+RZ_ERROR ForceIpExchange::judge() const
 {
-    if (!m_isHeard)
+    if (!m_settledAt)
         return RZ_ERROR_NO_ANSWER;
-    return m_access.answer(0, m_wanted.ip) == AccessCheck::Answer::Accessible ? RZ_OK
-                                                                              : RZ_ERROR_ACCESS_DENIED;
+    if (m_access.answer(0, *m_settledAt) != AccessCheck::Answer::Accessible)
+        return RZ_ERROR_ACCESS_DENIED;
+    return *m_settledAt == m_wanted.ip ? RZ_OK : RZ_ERROR_REFUSED;
 }
 
 } // namespace
@@ -142,7 +185,9 @@ RZ_ERROR forceIp(Network& network, const gvcp::ForceIp& wanted, const gvcp::Forc
 {
     if (network.adapters().empty())
         return RZ_ERROR_NETWORK;
-    return ForceIpExchange(network, wanted, before).run();
+    ForceIpExchange first(network, wanted, before);
+    const RZ_ERROR result = first.run();
+    return first.mayHaveMissedIt() ? ForceIpExchange(network, wanted, before).run() : result;
 }
 
 } // namespace sdk

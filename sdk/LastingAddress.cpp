@@ -4,7 +4,7 @@
 #include "gvcp/Memory.h"
 #include "gvcp/Registers.h"
 #include "sdk/CameraError.h"
-#include "sdk/ExclusiveControl.h"
+#include "sdk/Identity.h"
 
 #include <algorithm>
 
@@ -12,19 +12,25 @@ namespace sdk {
 
 namespace {
 
+using namespace std::chrono_literals;
 using gvcp::RegisterValue;
 namespace reg = gvcp::reg;
+
+/// Cameras leave the network for up to four seconds while they change.
+constexpr auto TimeOfChange = 10s;
 
 bool isPersistent(std::uint32_t ipConfig)
 {
     return (ipConfig & gvcp::IpConfig::Persistent) != 0;
 }
 
-std::vector<RegisterValue> wrongRegisters(ControlChannel& channel, const gvcp::ForceIp& addresses)
+std::vector<RegisterValue> wrongRegisters(ControlChannel& channel, unsigned interface,
+                                          const gvcp::ForceIp& addresses)
 {
-    std::vector<RegisterValue> registers{{reg::PersistentIp, addresses.ip},
-                                         {reg::PersistentSubnetMask, addresses.subnetMask},
-                                         {reg::PersistentGateway, addresses.gateway}};
+    std::vector<RegisterValue> registers{
+        {reg::ofInterface(interface, reg::PersistentIp), addresses.ip},
+        {reg::ofInterface(interface, reg::PersistentSubnetMask), addresses.subnetMask},
+        {reg::ofInterface(interface, reg::PersistentGateway), addresses.gateway}};
     registers.erase(std::remove_if(registers.begin(), registers.end(),
                                    [&channel](const RegisterValue& wanted) {
                                        return channel.readRegister(wanted.address) == wanted.value;
@@ -41,54 +47,103 @@ ForcedAddresses& ForcedAddresses::instance()
     return *addresses;
 }
 
-void ForcedAddresses::keep(const gvcp::ForceIp& addresses)
+void ForcedAddresses::keep(const gvcp::ForceIp& addresses, Clock::time_point now)
 {
     const std::lock_guard lock(m_mutex);
-    m_addresses[addresses.mac] = addresses;
+    m_entries[addresses.mac] = {.addresses = addresses, .time = now};
 }
 
 void ForcedAddresses::forget(const gvcp::MacAddress& mac)
 {
     const std::lock_guard lock(m_mutex);
-    m_addresses.erase(mac);
+    if (const auto found = m_entries.find(mac); found != m_entries.end())
+        found->second.isStorable = false;
+}
+
+void ForcedAddresses::setWaiting(const gvcp::MacAddress& mac, bool isWaiting)
+{
+    const std::lock_guard lock(m_mutex);
+    if (const auto found = m_entries.find(mac); found != m_entries.end())
+        found->second.isWaiting = isWaiting;
 }
 
 std::optional<gvcp::ForceIp> ForcedAddresses::of(const gvcp::MacAddress& mac) const
 {
     const std::lock_guard lock(m_mutex);
-    const auto found = m_addresses.find(mac);
-    return found == m_addresses.end() ? std::nullopt : std::optional(found->second);
+    const auto found = m_entries.find(mac);
+    return found != m_entries.end() && found->second.isStorable ? std::optional(found->second.addresses)
+                                                                : std::nullopt;
 }
 
-void storeAddress(ControlChannel& channel, const gvcp::ForceIp& addresses)
+bool ForcedAddresses::isWaiting(const gvcp::MacAddress& mac) const
 {
-    for (const RegisterValue& wrong : wrongRegisters(channel, addresses))
-        channel.writeRegister(wrong.address, wrong.value);
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_entries.find(mac);
+    return found != m_entries.end() && found->second.isWaiting;
 }
 
-RZ_ERROR makeAddressLast(std::unique_ptr<Network> network, const gvcp::ForceIp& addresses,
-                         std::uint32_t options, std::uint32_t configuration, ForcedAddresses& forced)
+bool ForcedAddresses::wasJustForced(const gvcp::MacAddress& mac, Clock::time_point now) const
 {
-    const auto note = [&] {
-        if (isPersistent(options))
-            forced.keep(addresses);
-        else
-            forced.forget(addresses.mac);
-        return isPersistent(options) && isPersistent(configuration);
-    };
+    const std::lock_guard lock(m_mutex);
+    const auto found = m_entries.find(mac);
+    return found != m_entries.end() && now - found->second.time < TimeOfChange;
+}
+
+void storeAddress(ControlChannel& channel, unsigned interface, const gvcp::ForceIp& addresses)
+{
+    bool isRefusedWhole = true;
+    for (const RegisterValue& wrong : wrongRegisters(channel, interface, addresses)) {
+        try {
+            channel.writeRegister(wrong.address, wrong.value);
+        } catch (const CameraError& error) {
+            if (isRefusedWhole && error.status() != gvcp::Status::Success)
+                throw;
+            throw CameraError(error.code(),
+                              std::string(error.what()) +
+                                  "; it may have stored some of the old address and some of the new");
+        }
+        isRefusedWhole = false;
+    }
+}
+
+void storeWaitingAddress(Session& session, const gvcp::MacAddress& mac, ForcedAddresses& forced)
+{
+    const auto addresses = forced.of(mac);
+    if (!addresses || !forced.isWaiting(mac))
+        return;
+    try {
+        // One that is elsewhere by now has been given another address since, or has reset.
+        if (addresses->ip == session.channel().camera())
+            storeAddress(session.channel(), session.interface(), *addresses);
+    } catch (const CameraError& error) {
+        throw CameraError(RZ_ERROR_NOT_STORED,
+                          std::string("its address could not be stored (") + error.what() + ")");
+    }
+    forced.setWaiting(mac, false);
+}
+
+void makeAddressLast(std::unique_ptr<Network> network, const gvcp::ForceIp& addresses, std::uint32_t options,
+                     std::uint32_t configuration, ForcedAddresses& forced)
+{
+    const gvcp::MacAddress& mac = addresses.mac;
     try {
         ControlChannel channel(std::move(network), addresses.ip);
-        // The camera may take a while to answer at its new address.
-        options = channel.readRegister(reg::SupportedIpConfig, ControlChannel::ManyTries);
-        configuration = channel.readRegister(reg::CurrentIpConfig);
-        if (note() && !wrongRegisters(channel, addresses).empty()) {
+        // One that starts otherwise is not waited for: there is nothing to store.
+        const int tries = isPersistent(configuration) ? ControlChannel::ManyTries : ControlChannel::FewTries;
+        const unsigned interface = interfaceWith(channel, mac, tries);
+        options = channel.readRegister(reg::ofInterface(interface, reg::SupportedIpConfig));
+        configuration = channel.readRegister(reg::ofInterface(interface, reg::CurrentIpConfig));
+        if (isPersistent(options) && isPersistent(configuration) &&
+            !wrongRegisters(channel, interface, addresses).empty()) {
             const ExclusiveControl control(channel);
-            storeAddress(channel, addresses);
+            requireMac(channel, interface, mac);
+            storeAddress(channel, interface, addresses);
         }
-        return RZ_OK;
     } catch (const CameraError&) {
-        return note() ? RZ_ERROR_NOT_STORED : RZ_OK;
+        forced.setWaiting(mac, isPersistent(options) && isPersistent(configuration));
     }
+    if (!isPersistent(options))
+        forced.forget(mac);
 }
 
 } // namespace sdk

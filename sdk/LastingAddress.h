@@ -2,40 +2,58 @@
 #pragma once
 
 #include "gvcp/ForceIp.h"
-#include "sdk/ControlChannel.h"
-#include "sdk/RzCameraSdk.h"
+#include "sdk/Session.h"
 
 #include <map>
 #include <mutex>
 
 namespace sdk {
 
-/// The addresses that were forced onto cameras, for when a camera is told later to start with a stored one.
-/// Any thread.
+/// The addresses that were forced onto cameras: some wait to be stored, all for when a camera is told later
+/// to start with a stored one. Any thread.
 class ForcedAddresses
 {
 public:
     /// The process's own.
     static ForcedAddresses& instance();
 
-    void keep(const gvcp::ForceIp& addresses);
+    /// The camera has just taken these.
+    void keep(const gvcp::ForceIp& addresses, Clock::time_point now);
+    /// The camera stores no address.
     void forget(const gvcp::MacAddress& mac);
+    /// Whether the kept addresses ought to be stored now.
+    void setWaiting(const gvcp::MacAddress& mac, bool isWaiting);
+
     std::optional<gvcp::ForceIp> of(const gvcp::MacAddress& mac) const;
+    bool isWaiting(const gvcp::MacAddress& mac) const;
+    /// So lately that the camera may still be changing.
+    bool wasJustForced(const gvcp::MacAddress& mac, Clock::time_point now) const;
 
 private:
+    struct Entry
+    {
+        gvcp::ForceIp addresses;
+        Clock::time_point time;
+        bool isStorable = true;
+        bool isWaiting = false;
+    };
+
     mutable std::mutex m_mutex;
-    std::map<gvcp::MacAddress, gvcp::ForceIp> m_addresses;
+    std::map<gvcp::MacAddress, Entry> m_entries;
 };
 
-/// Writes the camera's persistent address registers, those of them that hold something else. Under exclusive
-/// control; throws CameraError.
-void storeAddress(ControlChannel& channel, const gvcp::ForceIp& addresses);
+/// Writes the stored address registers of that network interface, those of them that hold something else.
+/// Under control of the right camera; throws CameraError.
+void storeAddress(ControlChannel& channel, unsigned interface, const gvcp::ForceIp& addresses);
 
-/// What follows a successful FORCEIP. A camera that starts with a stored address gets these stored; for one
-/// that could do so but does not they are kept; for one that never could, nothing is done.
-/// `configuration` and `options` are what the camera said last (IpConfig bits), and decide when it cannot be
-/// asked. RZ_ERROR_NOT_STORED when the addresses should have been stored and are not.
-RZ_ERROR makeAddressLast(std::unique_ptr<Network> network, const gvcp::ForceIp& addresses,
-                         std::uint32_t options, std::uint32_t configuration, ForcedAddresses& forced);
+/// Stores what waits to be stored on this camera, if anything. Throws CameraError, RZ_ERROR_NOT_STORED.
+void storeWaitingAddress(Session& session, const gvcp::MacAddress& mac, ForcedAddresses& forced);
+
+/// What follows a successful FORCEIP, whose addresses are kept. A camera that starts with a stored address
+/// gets these stored, or they wait; for one that could do so but does not nothing more is done; those of one
+/// that never could are forgotten. `options` and `configuration` are what the camera said last (IpConfig
+/// bits), and decide when it cannot be asked.
+void makeAddressLast(std::unique_ptr<Network> network, const gvcp::ForceIp& addresses, std::uint32_t options,
+                     std::uint32_t configuration, ForcedAddresses& forced);
 
 } // namespace sdk

@@ -14,6 +14,7 @@
 #include <net/ethernet.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <system_error>
 #include <utility>
 
 namespace sdk {
@@ -22,6 +23,9 @@ namespace {
 
 /// 256 cameras answer within a few milliseconds, each answer costs the kernel about a kilobyte.
 constexpr int ReceiveBuffer = 4 << 20;
+
+/// Another program of this kind may have the port on another adapter.
+constexpr int MaxPortsTried = 16;
 
 template <typename T>
 bool setOption(const FileDescriptor& socket, int level, int name, const T& value)
@@ -46,20 +50,23 @@ sockaddr_in socketAddress(gvcp::Ipv4 address, std::uint16_t port)
 }
 
 /// Bound to the device and to no address: a socket bound to an address does not get answers sent by
-/// broadcast.
-FileDescriptor openUdp(const Adapter& adapter)
+/// broadcast. The kernel chooses the port if it is 0. Throws std::system_error.
+FileDescriptor openUdp(const Adapter& adapter, std::uint16_t port)
 {
+    const auto require = [](bool isDone, const char* what) {
+        if (!isDone)
+            throw std::system_error(errno, std::generic_category(), what);
+    };
     FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    require(bool(socket), "socket");
     const int on = 1;
-    if (!socket || !setOption(socket, SOL_SOCKET, SO_BROADCAST, on))
-        return FileDescriptor();
-    if (setsockopt(socket.get(), SOL_SOCKET, SO_BINDTODEVICE, adapter.name.c_str(),
-                   static_cast<socklen_t>(adapter.name.size())) != 0)
-        return FileDescriptor();
+    require(setOption(socket, SOL_SOCKET, SO_BROADCAST, on), "SO_BROADCAST");
+    require(setsockopt(socket.get(), SOL_SOCKET, SO_BINDTODEVICE, adapter.name.c_str(),
+                       static_cast<socklen_t>(adapter.name.size())) == 0,
+            "SO_BINDTODEVICE");
     raiseReceiveBuffer(socket);
-    const sockaddr_in any = socketAddress(INADDR_ANY, 0);
-    if (bind(socket.get(), reinterpret_cast<const sockaddr*>(&any), sizeof any) != 0)
-        return FileDescriptor();
+    const sockaddr_in any = socketAddress(INADDR_ANY, port);
+    require(bind(socket.get(), reinterpret_cast<const sockaddr*>(&any), sizeof any) == 0, "bind");
     return socket;
 }
 
@@ -134,16 +141,32 @@ timespec toTimespec(Clock::duration time)
 LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, std::optional<gvcp::Ipv4> onlyCamera)
     : m_onlyCamera(onlyCamera)
 {
-    for (const Adapter& adapter : adapters) {
-        FileDescriptor udp = openUdp(adapter);
-        if (!udp)
-            continue;
-        FileDescriptor packetSocket = openPackets(adapter, portOf(udp));
-        m_polled.push_back({udp.get(), POLLIN, 0});
-        m_polled.push_back({packetSocket.get(), POLLIN, 0}); // poll() passes over a negative one.
-        m_ports.push_back({std::move(udp), std::move(packetSocket)});
-        m_adapters.push_back(adapter);
+    for (int i = 0; i < MaxPortsTried && !openAll(adapters); ++i) {
     }
+}
+
+/// False when the port that the kernel chose on the first adapter is taken on another one.
+bool LinuxNetwork::openAll(const std::vector<Adapter>& adapters)
+{
+    m_adapters.clear();
+    m_failures.clear();
+    m_ports.clear();
+    m_polled.clear();
+    bool isPortTaken = false;
+    for (const Adapter& adapter : adapters) {
+        try {
+            FileDescriptor udp = openUdp(adapter, m_ports.empty() ? 0 : portOf(m_ports.front().udp));
+            FileDescriptor packetSocket = openPackets(adapter, portOf(udp));
+            m_polled.push_back({udp.get(), POLLIN, 0});
+            m_polled.push_back({packetSocket.get(), POLLIN, 0}); // poll() passes over a negative one.
+            m_ports.push_back({std::move(udp), std::move(packetSocket)});
+            m_adapters.push_back(adapter);
+        } catch (const std::system_error& error) {
+            m_failures.push_back(adapter.name + ": " + error.code().message());
+            isPortTaken = isPortTaken || error.code().value() == EADDRINUSE;
+        }
+    }
+    return !isPortTaken;
 }
 
 bool LinuxNetwork::send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,

@@ -10,9 +10,6 @@ namespace sdk {
 
 namespace {
 
-/// The byte of the IP configuration register that says whether the camera starts with its stored address.
-constexpr std::uint64_t PersistentBitAt = gvcp::reg::CurrentIpConfig + 3;
-
 /// Here the makers' registers begin; below are the standard's.
 constexpr std::uint64_t FirstMakersRegister = 0xA000;
 
@@ -36,7 +33,7 @@ void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t leng
 
 } // namespace
 
-Port::Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, const ForcedAddresses& forced)
+Port::Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, ForcedAddresses& forced)
     : m_session(std::move(session)),
       m_camera(camera),
       m_forced(forced),
@@ -68,9 +65,10 @@ void Port::Write(const void* pBuffer, int64_t Address, int64_t Length)
 void Port::write(std::uint64_t address, gvcp::ByteView data)
 {
     if (address == IpRestartAddress) {
-        m_session->closeWithIpRestart(m_camera);
+        m_session->closeWithIpRestart();
         return;
     }
+    m_session->requireSameCamera();
     storeForcedAddressIfAsked(address, data);
     try {
         m_memory.write(address, data);
@@ -95,14 +93,18 @@ bool Port::isUnderControl()
 
 void Port::storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data)
 {
-    const bool isAsked = address <= PersistentBitAt && PersistentBitAt - address < data.size() &&
-                         (data[PersistentBitAt - address] & gvcp::IpConfig::Persistent) != 0;
+    const std::uint32_t configuration =
+        gvcp::reg::ofInterface(m_session->interface(), gvcp::reg::CurrentIpConfig);
+    const std::uint64_t bitAt =
+        configuration + 3; // The byte that says whether it starts with its stored address.
+    const bool isAsked = address <= bitAt && bitAt - address < data.size() &&
+                         (data[bitAt - address] & gvcp::IpConfig::Persistent) != 0;
     if (!isAsked)
         return;
     const auto addresses = m_forced.of(m_camera);
     ControlChannel& channel = m_session->channel();
-    if (addresses && (channel.readRegister(gvcp::reg::CurrentIpConfig) & gvcp::IpConfig::Persistent) == 0)
-        storeAddress(channel, *addresses);
+    if (addresses && (channel.readRegister(configuration) & gvcp::IpConfig::Persistent) == 0)
+        storeAddress(channel, m_session->interface(), *addresses);
 }
 
 } // namespace sdk

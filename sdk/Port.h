@@ -19,7 +19,7 @@ namespace sdk {
 class Port final : public GenApi::IPort
 {
 public:
-    Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, const ForcedAddresses& forced);
+    Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, ForcedAddresses& forced);
 
     GenApi::EAccessMode GetAccessMode() const override;
     void Read(void* pBuffer, int64_t Address, int64_t Length) override;
@@ -32,7 +32,7 @@ private:
 
     const std::shared_ptr<Session> m_session;
     const gvcp::MacAddress m_camera;
-    const ForcedAddresses& m_forced;
+    ForcedAddresses& m_forced;
     std::mutex m_mutex; ///< Held during a call: one access is more than one command.
     CameraMemory m_memory;
 };

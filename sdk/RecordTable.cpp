@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstring>
 #include <set>
+#include <unistr.h>
 
 namespace sdk {
 
@@ -14,19 +15,33 @@ using namespace std::chrono_literals;
 /// An hour of forged answers must not eat the host's memory: 16384 records take 5 MB. Beyond that, cameras
 /// that are not known yet are left out.
 constexpr std::size_t MaxRecords = 16384;
+/// The last records are for cameras that are expected, have answered a command, or are heard a second time:
+/// forgers that invent ever new ones leave room for a true one.
+constexpr std::size_t RecordsForAnyone = MaxRecords / 4 * 3;
 
 /// The list is gone through right after it was made. What is older is asked again.
 constexpr auto AccessStaysFresh = 5s;
 
+/// What fits of the text, in whole characters. Bytes that are no UTF-8 count as Latin-1, so that a name which
+/// is none looks the same each time, and as much of it fits as can be shown.
 template <std::size_t Size>
 void copyText(char (&field)[Size], const std::string& text)
 {
-    std::size_t length = std::min(text.size(), Size - 1);
-    // A character that would be cut in half is left out: go back to its first byte.
-    if (length < text.size())
-        while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
-            --length;
-    std::copy_n(text.begin(), length, field);
+    const auto* const bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < text.size();) {
+        ucs4_t character = 0;
+        const int taken = u8_mbtoucr(&character, bytes + i, text.size() - i);
+        if (taken <= 0)
+            character = bytes[i];
+        std::uint8_t encoded[6];
+        const int size = u8_uctomb(encoded, character, sizeof encoded);
+        if (length + static_cast<std::size_t>(size) > Size - 1)
+            return;
+        std::copy_n(encoded, size, field + length);
+        length += static_cast<std::size_t>(size);
+        i += taken > 0 ? static_cast<std::size_t>(taken) : 1;
+    }
 }
 
 RZ_CC_DEVICE_INFO recordOf(const FoundCamera& camera, const Adapter& adapter)
@@ -57,18 +72,23 @@ RZ_CC_DEVICE_INFO recordOf(const FoundCamera& camera, const Adapter& adapter)
     return record;
 }
 
-/// At most as many as a list holds, in their order: cameras before further sightings of the same camera (the
-/// reachable one counts as the first), and those that are known before others.
-template <typename IsKnownPredicate>
-std::vector<const FoundCamera*> chooseForList(const std::vector<FoundCamera>& cameras,
-                                              IsKnownPredicate isKnown)
+/// What comes first when a list has not enough room.
+enum class Rank
 {
-    enum Rank
-    {
-        Known,
-        Unknown,
-        Repeated
-    };
+    Expected,
+    ProvenAndListed,
+    Proven,
+    Listed,
+    Consistent,
+    Other,
+    Repeated ///< A further sighting of a camera.
+};
+
+/// At most as many as a list holds, in their order; of several sightings of a camera the reachable one counts
+/// as the first.
+template <typename RankOf>
+std::vector<const FoundCamera*> chooseForList(const std::vector<FoundCamera>& cameras, RankOf rankOf)
+{
     std::set<gvcp::MacAddress> seen;
     std::vector<std::pair<Rank, std::size_t>> ranked;
     for (const bool isReachable : {true, false}) {
@@ -76,7 +96,7 @@ std::vector<const FoundCamera*> chooseForList(const std::vector<FoundCamera>& ca
             if (cameras[i].isReachable != isReachable)
                 continue;
             const bool isFirst = seen.insert(cameras[i].identity.mac).second;
-            ranked.emplace_back(!isFirst ? Repeated : isKnown(cameras[i]) ? Known : Unknown, i);
+            ranked.emplace_back(isFirst ? rankOf(cameras[i]) : Rank::Repeated, i);
         }
     }
     std::sort(ranked.begin(), ranked.end());
@@ -120,36 +140,67 @@ RecordTable& RecordTable::instance()
     return *table;
 }
 
+void RecordTable::expect(const gvcp::MacAddress& mac)
+{
+    const std::lock_guard lock(m_mutex);
+    m_expected.insert(mac);
+}
+
 bool RecordTable::knows(const gvcp::MacAddress& mac, unsigned adapterIndex) const
 {
     const std::lock_guard lock(m_mutex);
-    return m_entries.count({mac, adapterIndex}) > 0;
+    return m_entries.count({mac, adapterIndex}) > 0 || m_expected.count(mac) > 0;
 }
 
-void RecordTable::publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
-                          Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list)
+/// The camera's entry, a new one if there is room for it; else null.
+RecordTable::Entry* RecordTable::entryFor(const Key& key, const FoundCamera& camera)
+{
+    const auto found = m_entries.find(key);
+    if (found != m_entries.end())
+        return &found->second;
+    const bool isPreferred = m_expected.count(key.first) > 0 || camera.isProven || m_leftOut.count(key) > 0;
+    if (m_entries.size() >= (isPreferred ? MaxRecords : RecordsForAnyone))
+        return nullptr;
+    return &m_entries[key];
+}
+
+unsigned RecordTable::publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
+                              Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list)
 {
     const std::lock_guard lock(m_mutex);
 
-    const auto isKnown = [&](const FoundCamera& camera) {
-        return m_entries.count({camera.identity.mac, adapters[camera.adapter].index}) > 0;
+    const auto keyOf = [&adapters](const FoundCamera& camera) {
+        return Key{camera.identity.mac, adapters[camera.adapter].index};
     };
+    const auto rankOf = [&](const FoundCamera& camera) {
+        if (m_expected.count(camera.identity.mac) > 0)
+            return Rank::Expected;
+        const bool isListed = camera.isConsistent && m_entries.count(keyOf(camera)) > 0;
+        if (camera.isProven)
+            return isListed ? Rank::ProvenAndListed : Rank::Proven;
+        return isListed ? Rank::Listed : camera.isConsistent ? Rank::Consistent : Rank::Other;
+    };
+    std::set<gvcp::MacAddress> unlisted;
+    for (const FoundCamera& camera : cameras)
+        unlisted.insert(camera.identity.mac);
+    std::set<Key> leftOut;
     list.nDeviceCount = 0;
-    for (const FoundCamera* camera : chooseForList(cameras, isKnown)) {
-        const Adapter& adapter = adapters[camera->adapter];
-        const Key key{camera->identity.mac, adapter.index};
-        auto entry = m_entries.find(key);
-        if (entry == m_entries.end()) {
-            if (m_entries.size() >= MaxRecords)
-                continue;
-            entry = m_entries.try_emplace(key).first;
+    for (const FoundCamera* camera : chooseForList(cameras, rankOf)) {
+        const Key key = keyOf(*camera);
+        Entry* const entry = entryFor(key, *camera);
+        if (!entry) {
+            leftOut.insert(key);
+            continue;
         }
-        updateRecord(entry->second.record, recordOf(*camera, adapter));
-        entry->second.askedAt = camera->isReachable ? camera->identity.ip : 0;
-        entry->second.isAccessible = camera->isAccessible;
-        entry->second.time = now;
-        list.apDeviceInfo[list.nDeviceCount++] = &entry->second.record;
+        updateRecord(entry->record, recordOf(*camera, adapters[camera->adapter]));
+        entry->askedAt = camera->isReachable ? camera->identity.ip : 0;
+        entry->isAccessible = camera->isAccessible;
+        entry->time = now;
+        list.apDeviceInfo[list.nDeviceCount++] = &entry->record;
+        unlisted.erase(camera->identity.mac);
     }
+    m_leftOut = std::move(leftOut);
+    return static_cast<unsigned>(unlisted.size());
 }
 
 RZ_CC_DEVICE_INFO RecordTable::copyOf(const RZ_CC_DEVICE_INFO& info) const

@@ -7,6 +7,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <utility>
 
 namespace sdk {
@@ -20,12 +21,17 @@ public:
     /// The process's one table. It is never destroyed: callers use records up to the very end.
     static RecordTable& instance();
 
+    /// From now on the camera comes first in every list.
+    void expect(const gvcp::MacAddress& mac);
+    /// Whether it was listed before, or is expected.
     bool knows(const gvcp::MacAddress& mac, unsigned adapterIndex) const;
 
-    /// Brings the records up to date and lists them. Should there be more than a list holds, cameras come
-    /// before further sightings of the same camera, and those that are known before others.
-    void publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
-                 Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
+    /// Brings the records up to date and lists them; gives the number of cameras for which there was no room.
+    /// Should there be more than a list holds, cameras come before further sightings of the same camera; of
+    /// those first the expected ones, then those that answered commands, those listed before, and those whose
+    /// answer was at least consistent.
+    unsigned publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
+                     Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
 
     /// The record as the latest enumeration left it, while another may be running.
     RZ_CC_DEVICE_INFO copyOf(const RZ_CC_DEVICE_INFO& info) const;
@@ -44,8 +50,12 @@ private:
         Clock::time_point time{};
     };
 
-    mutable std::mutex m_mutex;
+    Entry* entryFor(const Key& key, const FoundCamera& camera);
+
+    mutable std::mutex m_mutex;     ///< Guards what follows.
     std::map<Key, Entry> m_entries; ///< A map's elements stay where they are.
+    std::set<gvcp::MacAddress> m_expected;
+    std::set<Key> m_leftOut; ///< Of the latest list, because the table was nearly full.
 };
 
 gvcp::MacAddress macOf(const RZ_CC_DEVICE_INFO& info);

@@ -10,12 +10,15 @@
 #include "sdk/Enumeration.h"
 #include "sdk/ForceIpExchange.h"
 #include "sdk/HandleTable.h"
+#include "sdk/Identity.h"
 #include "sdk/LastingAddress.h"
 #include "sdk/LinuxNetwork.h"
 #include "sdk/RecordTable.h"
+#include "sdk/Reports.h"
 #include "sdk/ThreadEnd.h"
 
 #include <algorithm>
+#include <system_error>
 
 using namespace sdk;
 
@@ -33,7 +36,7 @@ Result guarded(Result onException, Call call) noexcept
     }
 }
 
-/// Passes the call the camera that the handle stands for.
+/// Passes the call the camera that the handle stands for, and notes how it ended.
 template <typename Call>
 int withCamera(void* handle, Call call) noexcept
 {
@@ -42,17 +45,39 @@ int withCamera(void* handle, Call call) noexcept
         if (!camera)
             return RZ_ERROR_HANDLE;
         try {
-            return call(*camera);
+            const int result = call(*camera);
+            Reports::instance().setFailure(camera->mac(), {});
+            return result;
         } catch (const CameraError& error) {
+            Reports::instance().setFailure(camera->mac(), error.what());
             return error.code();
         }
     });
 }
 
-/// The adapter that heard the camera, alone; empty when it is gone.
-std::vector<Adapter> adapterOf(const RZ_GIGE_DEVICE_INFO& camera)
+int copyText(const std::string& text, char* buffer, unsigned bufferSize)
 {
-    const auto adapters = hostAdapters();
+    if (!buffer || bufferSize == 0)
+        return RZ_ERROR_PARAMETER;
+    const std::size_t length = std::min<std::size_t>(text.size(), bufferSize - 1);
+    std::copy_n(text.begin(), length, buffer);
+    buffer[length] = '\0';
+    return RZ_OK;
+}
+
+std::string joined(const std::vector<std::string>& texts)
+{
+    std::string all;
+    for (const std::string& text : texts)
+        all += (all.empty() ? "" : "; ") + text;
+    return all;
+}
+
+/// All adapters, first the one that heard the camera: commands go out on it, and answers may come in on any.
+/// Throws CameraError when it is gone.
+std::vector<Adapter> adaptersTowards(const RZ_GIGE_DEVICE_INFO& camera)
+{
+    auto adapters = hostAdapters();
     const auto found = std::find_if(adapters.begin(), adapters.end(), [&camera](const Adapter& adapter) {
         if (camera.nNetExportIndex != 0)
             return adapter.index == camera.nNetExportIndex;
@@ -61,20 +86,29 @@ std::vector<Adapter> adapterOf(const RZ_GIGE_DEVICE_INFO& camera)
             [&camera](const AdapterAddress& own) { return own.address == camera.nNetExportIp; });
     });
     if (found == adapters.end())
-        return {};
-    return {*found};
+        throw CameraError(RZ_ERROR_NETWORK, "the adapter that heard it is gone");
+    std::rotate(adapters.begin(), found, found + 1);
+    return adapters;
+}
+
+/// Throws CameraError when the first of the adapters cannot be used.
+std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters,
+                                   std::optional<gvcp::Ipv4> onlyCamera = std::nullopt)
+{
+    auto network = std::make_unique<LinuxNetwork>(adapters, onlyCamera);
+    if (network->adapters().empty() || network->adapters().front().index != adapters.front().index)
+        throw CameraError(RZ_ERROR_NETWORK, "its adapter cannot be used: " + joined(network->failures()));
+    return network;
 }
 
 bool isAccessibleNow(const RZ_GIGE_DEVICE_INFO& camera)
 {
-    LinuxNetwork network(adapterOf(camera));
-    if (network.adapters().empty())
-        return false;
+    const auto network = networkOn(adaptersTowards(camera));
     RequestIds ids;
-    AccessCheck check(network, ids);
+    AccessCheck check(*network, ids);
     check.ask(0, camera.nNetExportIp, camera.nDeviceIp);
     while (check.isPending()) {
-        if (const auto datagram = network.receive(check.nextStep()))
+        if (const auto datagram = network->receive(check.nextStep()))
             if (const auto acknowledge = gvcp::parseAcknowledge(datagram->payload))
                 check.take(*datagram, *acknowledge);
         check.proceed();
@@ -106,18 +140,58 @@ int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
 {
     if (!list || (tlMask & RZ_TL_GIGE) == 0)
         return RZ_ERROR_PARAMETER;
-    return guarded<int>(RZ_ERROR_INTERNAL, [list] {
-        const auto adapters = hostAdapters();
-        LinuxNetwork network(adapters);
-        if (network.adapters().empty() && !adapters.empty())
+    return guarded<int>(RZ_ERROR_INTERNAL, [list]() -> int {
+        try {
+            const auto adapters = hostAdapters();
+            LinuxNetwork network(adapters);
+            RecordTable& records = RecordTable::instance();
+            auto found =
+                enumerateCameras(network, [&records](const gvcp::MacAddress& mac, const Adapter& adapter) {
+                    return records.knows(mac, adapter.index);
+                });
+            auto failures = network.failures();
+            std::move(found.failures.begin(), found.failures.end(), std::back_inserter(failures));
+            const bool hasSearched = failures.size() < adapters.size() || adapters.empty();
+            const unsigned unlisted =
+                hasSearched ? records.publish(found.cameras, network.adapters(), network.now(), *list) : 0;
+            Reports::instance().setEnumeration({unlisted, joined(failures)});
+            return hasSearched ? RZ_OK : RZ_ERROR_NETWORK;
+        } catch (const std::system_error& error) {
+            Reports::instance().setEnumeration({0, error.what()});
             return RZ_ERROR_NETWORK;
-        RecordTable& records = RecordTable::instance();
-        const auto cameras =
-            enumerateCameras(network, [&records](const gvcp::MacAddress& mac, const Adapter& adapter) {
-                return records.knows(mac, adapter.index);
-            });
-        records.publish(cameras, network.adapters(), network.now(), *list);
+        }
+    });
+}
+
+int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize)
+{
+    if (!unlisted)
+        return RZ_ERROR_PARAMETER;
+    return guarded<int>(RZ_ERROR_INTERNAL, [=] {
+        const EnumReport report = Reports::instance().enumeration();
+        *unlisted = report.unlisted;
+        return copyText(report.notSearched, buffer, bufferSize);
+    });
+}
+
+int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow)
+{
+    return guarded<int>(RZ_ERROR_INTERNAL, [=] {
+        RZ_CC_DEVICE_INFO info{};
+        info.nMacHigh = macHigh;
+        info.nMacLow = macLow;
+        RecordTable::instance().expect(macOf(info));
         return RZ_OK;
+    });
+}
+
+int RZ_CC_GetErrorText(const RZ_CC_DEVICE_INFO* info, char* buffer, unsigned bufferSize)
+{
+    if (!info)
+        return RZ_ERROR_PARAMETER;
+    return guarded<int>(RZ_ERROR_INTERNAL, [=] {
+        const auto mac = macOf(RecordTable::instance().copyOf(*info));
+        return copyText(Reports::instance().failureOf(mac), buffer, bufferSize);
     });
 }
 
@@ -156,14 +230,14 @@ int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchove
         return RZ_ERROR_PARAMETER;
     return withCamera(handle, [](CameraHandle& camera) {
         const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
-        const auto adapters = adapterOf(info);
-        if (!canBeCamera(info.nDeviceIp) ||
-            std::any_of(adapters.begin(), adapters.end(),
-                        [&info](const Adapter& each) { return each.isBroadcast(info.nDeviceIp); }))
+        if (!canBeCamera(info.nDeviceIp))
+            return RZ_ERROR_PARAMETER;
+        const auto adapters = adaptersTowards(info);
+        if (adapters.front().isBroadcast(info.nDeviceIp))
             return RZ_ERROR_PARAMETER;
         HandleTable::instance().closeCamera(camera.mac());
         closeCamerasWhenThisThreadEnds();
-        camera.open(std::make_unique<LinuxNetwork>(adapters, info.nDeviceIp));
+        camera.open(networkOn(adapters, info.nDeviceIp));
         return RZ_OK;
     });
 }
@@ -201,13 +275,46 @@ int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned g
         // A camera under control ignores FORCEIP.
         HandleTable::instance().closeCamera(camera.mac());
         const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
-        auto network = std::make_unique<LinuxNetwork>(adapterOf(info));
+        auto network = networkOn(adaptersTowards(info));
         const gvcp::ForceIp wanted{camera.mac(), ip, subnetMask, gateway};
         const RZ_ERROR result = forceIp(
             *network, wanted, {wanted.mac, info.nDeviceIp, info.nDeviceSubnetMask, info.nDeviceGateway});
         if (result != RZ_OK)
             return result;
-        return makeAddressLast(std::move(network), wanted, info.nIpConfigOptions, info.nIpConfigCurrent,
-                               ForcedAddresses::instance());
+        ForcedAddresses::instance().keep(wanted, network->now());
+        makeAddressLast(std::move(network), wanted, info.nIpConfigOptions, info.nIpConfigCurrent,
+                        ForcedAddresses::instance());
+        return RZ_OK;
+    });
+}
+
+bool RZ_GIGE_IsForcedIpWaiting(const RZ_CC_DEVICE_INFO* info)
+{
+    return info && guarded(false, [info] {
+               return ForcedAddresses::instance().isWaiting(macOf(RecordTable::instance().copyOf(*info)));
+           });
+}
+
+int RZ_GIGE_GetPersistentIp(void* handle, unsigned* ip, unsigned* subnetMask, unsigned* gateway)
+{
+    if (!ip || !subnetMask || !gateway)
+        return RZ_ERROR_PARAMETER;
+    return withCamera(handle, [=](CameraHandle& camera) {
+        const auto read = [=](ControlChannel& channel, unsigned interface) {
+            const auto value = [&](std::uint32_t ofFirst) {
+                return channel.readRegister(gvcp::reg::ofInterface(interface, ofFirst));
+            };
+            *ip = value(gvcp::reg::PersistentIp);
+            *subnetMask = value(gvcp::reg::PersistentSubnetMask);
+            *gateway = value(gvcp::reg::PersistentGateway);
+            return RZ_OK;
+        };
+        if (camera.isOpen()) {
+            const auto session = camera.session();
+            return read(session->channel(), session->interface());
+        }
+        const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
+        ControlChannel channel(networkOn(adaptersTowards(info), info.nDeviceIp), info.nDeviceIp);
+        return read(channel, interfaceWith(channel, camera.mac()));
     });
 }

@@ -49,14 +49,16 @@ enum RZ_ERROR
     RZ_ERROR_INTERNAL = 7, /**< Out of memory or the like. */
     RZ_ERROR_NOT_OPEN = 8, /**< The handle's camera is not open, or not any more. */
     RZ_ERROR_NOT_STORED =
-        9, /**< The camera has taken its new address and will not keep it: storing it failed. */
+        9, /**< An address that was forced onto the camera waits to be stored, and could not be. */
     RZ_ERROR_DESCRIPTION = 10, /**< The camera names no description file that makes sense. */
     RZ_ERROR_DESCRIPTION_ELSEWHERE =
-        11,              /**< The description is a file or on a server, which a camera has no say in here. */
-    RZ_ERROR_BUFFER = 12 /**< The description is longer than the buffer, or than any that is taken. */
+        11,               /**< The description is a file or on a server, which a camera has no say in here. */
+    RZ_ERROR_BUFFER = 12, /**< The description is longer than the buffer, or than any that is taken. */
+    RZ_ERROR_OTHER_CAMERA = 13 /**< At the camera's address another one answers; it was left as it is. */
 };
 
-/** What GigE Vision tells of one camera. Texts are UTF-8 and end in a NUL. */
+/** What GigE Vision tells of one camera. Texts are UTF-8 and end in a NUL: what fits of them in whole
+ * characters; bytes that are no UTF-8 count as Latin-1. */
 typedef struct RZ_GIGE_DEVICE_INFO
 {
     uint32_t nIpConfigOptions; /**< What the camera supports: bits as in nIpConfigCurrent. */
@@ -98,12 +100,29 @@ typedef struct RZ_CC_DEVICE_INFO_LIST
 RZ_API unsigned RZ_CC_EnumerateTls(void);
 
 /** Asks on every IPv4 adapter for cameras, for little more than a second. No camera, or no adapter, is an
- * empty list and success. */
+ * empty list and success; so is a list without the cameras of an adapter that could not be searched, unless
+ * there is no other. */
 RZ_API int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list);
+
+/** What the process's latest enumeration left out. `unlisted` gets the number of cameras that answered beyond
+ * those for which the list had room. `buffer` gets the adapters that could not be searched and why, "eth1:
+ * Too many open files; eth2: ...", or why the enumeration failed; cut to `bufferSize` bytes with the NUL,
+ * empty when all was searched. */
+RZ_API int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize);
+
+/** Names a camera that is looked for, by its MAC as in RZ_CC_DEVICE_INFO: from now on it comes first in this
+ * process's enumerations, whatever else answers. */
+RZ_API int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow);
 
 /** Whether the camera can be opened in this mode now. For a camera of a list just made this is known; else
  * the camera is asked, and one that does not answer is not accessible. */
 RZ_API bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode);
+
+/** Why the latest RZ_CC_OpenDevice, RZ_XML_GetGenICamXML, RZ_GIGE_ForceIpEx or RZ_GIGE_GetPersistentIp on
+ * this camera failed, whichever thread called it: part of a sentence, to stand behind the camera's name.
+ * Empty when it succeeded, or when there is no more to say than its error code does. Cut to `bufferSize`
+ * bytes with the NUL. */
+RZ_API int RZ_CC_GetErrorText(const RZ_CC_DEVICE_INFO* info, char* buffer, unsigned bufferSize);
 
 /** Makes a handle for the camera as `info` says it now; does not talk to the camera. */
 RZ_API int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info);
@@ -114,7 +133,11 @@ RZ_API int RZ_CC_DestroyHandle(void* handle);
 /**
  * Takes exclusive control of the camera (RZ_ACCESS_EXCLUSIVE; the switch-over key must be 0) and keeps it for
  * as long as the handle lives, on a thread of the SDK's own. Fails within 3 seconds when the camera is
- * silent.
+ * silent; one onto which this process has just forced an address gets 6.
+ *
+ * The camera is asked for its MAC, now, before each write, and all the while: should another one answer at
+ * its address, that gets control back and nothing else. An address that waits to be stored
+ * (RZ_GIGE_IsForcedIpWaiting) is stored, or the call fails.
  *
  * Within a process the latest comes first: when another handle has the camera open, that one loses it. And
  * control ends with the thread that took it, however that thread ends.
@@ -138,15 +161,26 @@ RZ_API int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bu
 RZ_API void* RZ_CC_GetTlProxy(void* handle);
 
 /**
- * Gives the camera these addresses: done when it acknowledges or is found at the new address. The camera is
- * known by its MAC alone. A handle of this process that has it open loses it.
+ * Gives the camera these addresses: done when it acknowledges or is found at the new address, with whatever
+ * mask and gateway it makes of them. The camera is known by its MAC alone. A handle of this process that has
+ * it open loses it.
  *
  * The addresses hold until the camera's next reset. If it starts with a stored address (bit 0 of its current
- * configuration) they are stored too, else when that bit is set through the port of a handle of this process.
+ * configuration) they are stored too, now or, when that cannot be done yet, when it is next opened; else when
+ * that bit is set through the port of a handle of this process. Stored is the address of that network
+ * interface of the camera which has the record's MAC.
  *
- * Takes at most 3 seconds, and 3 more for a camera that does not answer at its new address.
+ * A camera may leave the network for some seconds while it changes: takes at most 9 seconds, and 6 more for a
+ * camera that does not answer at its new address.
  */
 RZ_API int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway);
+
+/** Whether an address that this process has forced onto the camera ought to be stored and is not yet. */
+RZ_API bool RZ_GIGE_IsForcedIpWaiting(const RZ_CC_DEVICE_INFO* info);
+
+/** Reads the address that the camera has stored to start with. The handle need not be open; no control is
+ * taken. */
+RZ_API int RZ_GIGE_GetPersistentIp(void* handle, unsigned* ip, unsigned* subnetMask, unsigned* gateway);
 
 #ifdef __cplusplus
 } /* extern "C" */

@@ -3,6 +3,7 @@
 
 #include "gvcp/Registers.h"
 #include "sdk/CameraError.h"
+#include "sdk/Identity.h"
 #include "sdk/IpRestart.h"
 
 namespace sdk {
@@ -17,17 +18,45 @@ std::chrono::milliseconds heartbeatTimeout(ControlChannel& channel)
 
 } // namespace
 
-Session::Session(std::unique_ptr<Network> network, gvcp::Ipv4 camera) : m_channel(std::move(network), camera)
+Session::Session(std::unique_ptr<Network> network, gvcp::Ipv4 camera, const gvcp::MacAddress& mac, int tries)
+    : m_mac(mac),
+      m_channel(std::move(network), camera)
 {
-    m_control.emplace(m_channel);
-    m_heartbeat.emplace(Heartbeat::intervalFor(heartbeatTimeout(m_channel)),
-                        [this] { return m_control->isHeld(); });
+    m_control.emplace(m_channel, tries);
+    m_interface = interfaceWith(m_channel, mac);
+    m_timeRequests.emplace(m_channel);
+    m_heartbeat.emplace(Heartbeat::intervalFor(heartbeatTimeout(m_channel)), [this] { return isAlive(); });
 }
 
 bool Session::isOpen() const
 {
-    const std::lock_guard lock(m_mutex);
-    return m_control.has_value();
+    return m_channel.isOpen();
+}
+
+void Session::requireSameCamera(int tries)
+{
+    try {
+        requireMac(m_channel, m_interface, m_mac, tries);
+    } catch (const CameraError& error) {
+        if (error.code() != RZ_ERROR_OTHER_CAMERA)
+            throw;
+        // Whether this reaches the camera that is held is luck; else that one drops control by itself.
+        ExclusiveControl::giveBack(m_channel, 1);
+        m_channel.close(error);
+        throw;
+    }
+}
+
+/// One beat of the heartbeat, on its thread, which ends before the control does.
+bool Session::isAlive()
+{
+    try {
+        requireSameCamera(ControlChannel::FewTries);
+    } catch (const CameraError& error) {
+        if (error.code() == RZ_ERROR_OTHER_CAMERA)
+            return false;
+    }
+    return m_control->isHeld();
 }
 
 void Session::close()
@@ -36,18 +65,19 @@ void Session::close()
     shutDown();
 }
 
-void Session::closeWithIpRestart(const gvcp::MacAddress& mac)
+void Session::closeWithIpRestart()
 {
     const std::lock_guard lock(m_mutex);
     const auto network = shutDown();
     if (!network)
         throw CameraError(RZ_ERROR_NOT_OPEN, "the camera is not open any more");
-    restartIp(*network, mac, m_channel.camera());
+    restartIp(*network, m_mac, m_channel.camera());
 }
 
 std::unique_ptr<Network> Session::shutDown()
 {
     m_heartbeat.reset();
+    m_timeRequests.reset();
     m_control.reset();
     return m_channel.close();
 }

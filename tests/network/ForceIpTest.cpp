@@ -92,14 +92,18 @@ TEST_F(ForceIp, SucceedsWhenTheCameraObeysSilently)
 
 TEST_F(ForceIp, SucceedsWhenItWasLostOnce)
 {
-    // It goes out by two broadcasts each time.
-    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 2}])");
+    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 1}])");
+}
+
+TEST_F(ForceIp, SucceedsWhenAllOfTheFirstSecondWereLost)
+{
+    expectObeyed(R"("faults": [{"command": "FORCEIP", "action": "drop", "times": 3}])");
 }
 
 TEST_F(ForceIp, FailsWhenItIsLostAlwaysAndTheCameraKeepsItsAddress)
 {
     build(R"("faults": [{"command": "FORCEIP", "action": "drop"}])");
-    EXPECT_EQ(forceTo(NewIp), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(forceTo(NewIp), RZ_ERROR_REFUSED) << "it is there, and free";
     EXPECT_EQ(addressOf(Mac), OldIp);
 }
 
@@ -110,16 +114,16 @@ TEST_F(ForceIp, FailsWhenAnotherApplicationHoldsTheCamera)
     EXPECT_EQ(addressOf(Mac), OldIp);
 }
 
-TEST_F(ForceIp, FailsWithinThreeSecondsWhenTheCameraIsGone)
+TEST_F(ForceIp, FailsWithinSevenSecondsWhenTheCameraIsGone)
 {
     build();
     const auto* camera = recordOf(enumerate(site), Mac);
     ASSERT_NE(camera, nullptr);
     farm->control(std::string("unplug ") + Mac);
-    // An enumeration takes 1.15 seconds; the 3 that callers are promised are 2.6 times that.
+    // An enumeration takes 1.15 seconds; 7 are 6.1 times that.
     const auto enumeration = timeOf([this] { enumerate(site); });
-    const auto failing = shortestTimeOf([&] { EXPECT_EQ(force(site, *camera, NewIp), RZ_ERROR_NO_ANSWER); });
-    EXPECT_LT(failing, enumeration * 2.6);
+    const auto failing = timeOf([&] { EXPECT_EQ(force(site, *camera, NewIp), RZ_ERROR_NO_ANSWER); });
+    EXPECT_LT(failing, enumeration * 6.1);
 }
 
 TEST_F(ForceIp, GoesByTheMacAloneWhenTwoCamerasLookAlike)

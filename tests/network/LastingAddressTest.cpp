@@ -90,13 +90,54 @@ TEST_F(LastingAddress, OfADhcpCameraThatIsOnlyRenamedIsNotStored)
     EXPECT_EQ(shown(*farm, Mac).at("userName"), "Right");
 }
 
-TEST_F(LastingAddress, ThatTheCameraDoesNotStoreIsReportedAndTheCameraIsFree)
+TEST_F(LastingAddress, ThatTheCameraDoesNotStoreWaitsUntilItIsNextOpened)
 {
     build(std::string(Old) + R"(, "ipConfiguration": "persistent")");
     farm->control("fault " + Mac + " WRITEREG drop after 1"); // Control can be taken.
-    EXPECT_EQ(force(), RZ_ERROR_NOT_STORED);
-    EXPECT_EQ(shown(*farm, Mac).at("address"), "192.168.1.50") << "it was forced all the same";
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_EQ(shown(*farm, Mac).at("address"), "192.168.1.50");
     EXPECT_EQ(stored(), "10.0.0.9");
+    EXPECT_TRUE(RZ_GIGE_IsForcedIpWaiting(&found()));
+
+    farm->control("heal " + Mac);
+    farm->control("fault " + Mac + " WRITEREG drop after 1");
+    const auto openingResult = [this] { return OpenCamera(site, found()).result(); };
+    EXPECT_EQ(openingResult(), RZ_ERROR_NOT_STORED);
+    char text[200];
+    EXPECT_EQ(RZ_CC_GetErrorText(&found(), text, sizeof text), RZ_OK);
+    EXPECT_STREQ(
+        text,
+        "its address could not be stored (writing 0x0000064C: 192.168.1.50 does not answer; it may have "
+        "stored some of the old address and some of the new)");
+
+    farm->control("heal " + Mac);
+    farm->control("release " + Mac); // It did not hear that it was given back.
+    EXPECT_EQ(openingResult(), RZ_OK);
+    EXPECT_EQ(stored(), "192.168.1.50");
+    EXPECT_FALSE(RZ_GIGE_IsForcedIpWaiting(&found()));
+    EXPECT_EQ(RZ_CC_GetErrorText(&found(), text, sizeof text), RZ_OK);
+    EXPECT_STREQ(text, "");
+}
+
+TEST_F(LastingAddress, CanBeReadWithoutControl)
+{
+    build(std::string(Old) +
+          R"(, "ipConfiguration": "dhcp", "heldBy": "192.168.1.77", "heldPrivilege": "control")");
+    const lab::Visit visit(site.host());
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &found()), RZ_OK);
+    unsigned ip = 0;
+    unsigned mask = 0;
+    unsigned gateway = 0;
+    EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK);
+    EXPECT_EQ((std::vector{ip, mask, gateway}), (std::vector{0x0A000009u, 0xFF000000u, 0x0A000001u}));
+    EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, nullptr, &mask, &gateway), RZ_ERROR_PARAMETER);
+    farm->control("release " + Mac);
+    EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0), RZ_OK);
+    ip = 0;
+    EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK) << "by way of the open handle";
+    EXPECT_EQ(ip, 0x0A000009u);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
 }
 
 TEST_F(LastingAddress, IsNoneForACameraThatCannotStoreAny)

@@ -83,7 +83,7 @@ TEST_F(AccessCheckTest, ARefusalIsNotAccessibleAndNotAskedAgain)
 
 TEST_F(AccessCheckTest, ASilentCameraIsAskedAgainWithTheSameIdAndThenGivenUp)
 {
-    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    EXPECT_EQ(run(), AccessCheck::Answer::Silent);
     const auto sent = network.sentCommands(gvcp::Command::ReadRegister);
     EXPECT_EQ(sent.size(), 4u);
     for (const auto& one : sent)
@@ -114,15 +114,15 @@ INSTANTIATE_TEST_SUITE_P(Statuses, PassingRefusal,
 TEST_F(AccessCheckTest, AnswersOfOthersAreNotTheCameras)
 {
     answerEach([](auto id) { return registerAnswer(id, 0); }, 0xC0A80115);
-    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible) << "another camera's address";
+    EXPECT_EQ(run(), AccessCheck::Answer::Silent) << "another camera's address";
 }
 
-TEST_F(AccessCheckTest, AnswersHeardOnAnotherAdapterAreNotTheCameras)
+TEST_F(AccessCheckTest, TakesTheAnswerOnWhicheverAdapterItComesIn)
 {
     network.onSend = [this](const FakeNetwork::Sent& sent) {
         network.deliver(1ms, 1, Camera, registerAnswer(sent.command().id, 0));
     };
-    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    EXPECT_EQ(run(), AccessCheck::Answer::Accessible);
 }
 
 TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
@@ -154,19 +154,25 @@ TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
     }
 }
 
-TEST_F(AccessCheckTest, AnAnswerWithoutExactlyOneValueIsNoPermission)
+TEST_F(AccessCheckTest, TheFirstValueOfALongerAnswerCounts)
 {
-    answerEach([](auto id) {
-        return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::Success, id,
-                                       gvcp::Bytes(8));
-    });
+    const auto answerWith = [this](const gvcp::Bytes& payload) {
+        answerEach([payload](auto id) {
+            return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::Success, id, payload);
+        });
+    };
+    answerWith({0, 0, 0, 0, 0, 0, 0, 1, 0xEE});
+    EXPECT_EQ(run(), AccessCheck::Answer::Accessible);
+    answerWith({0, 0, 0, 1, 0, 0, 0, 0});
     EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible);
+    answerWith({0, 0, 0});
+    EXPECT_EQ(run(), AccessCheck::Answer::NotAccessible) << "not even one";
 }
 
-TEST_F(AccessCheckTest, ACameraThatWasNotAskedIsNotAccessible)
+TEST_F(AccessCheckTest, ACameraThatWasNotAskedIsSilent)
 {
     RequestIds ids;
     const AccessCheck check(network, ids);
-    EXPECT_EQ(check.answer(0, Camera), AccessCheck::Answer::NotAccessible);
+    EXPECT_EQ(check.answer(0, Camera), AccessCheck::Answer::Silent);
     EXPECT_FALSE(check.isPending());
 }

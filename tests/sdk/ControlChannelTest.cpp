@@ -280,12 +280,28 @@ TEST_F(ControlChannelTest, TakesMemoryWithoutItsAddressToo)
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 4));
 }
 
+TEST_F(ControlChannelTest, TakesWhatItAskedForOutOfALongerAnswer)
+{
+    gvcp::Bytes payload;
+    camera.onCommand = [&](const auto& command) {
+        camera.answer(command, Status::Success, payload);
+        return true;
+    };
+    payload = gvcp::encodeMemoryBlock({0xB000, gvcp::Bytes{1, 2, 3, 4, 0xEE, 0xEE, 0xEE}});
+    gvcp::Bytes bytes(4);
+    channel.readMemory(0xB000, bytes);
+    EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 4));
+    payload = {0x12, 0x34, 0x56, 0x78, 0xEE};
+    EXPECT_EQ(channel.readRegister(Register), 0x12345678u);
+    payload = {0, 0, 0, 1, 0xEE, 0xEE, 0xEE, 0xEE};
+    EXPECT_NO_THROW(channel.writeRegister(Register, 1));
+}
+
 TEST_F(ControlChannelTest, DoesNotTakeMemoryOfAnotherAddressOrSize)
 {
     const gvcp::Bytes rows[] = {
         gvcp::encodeMemoryBlock({0xB004, gvcp::Bytes{1, 2, 3, 4}}),
         gvcp::encodeMemoryBlock({0xB000, gvcp::Bytes{1, 2}}),
-        gvcp::encodeMemoryBlock({0xB000, gvcp::Bytes{1, 2, 3, 4, 5, 6, 7, 8}}),
         {},
     };
     for (const auto& row : rows) {
@@ -305,6 +321,28 @@ TEST_F(ControlChannelTest, DoesNothingAnyMoreOnceItIsClosed)
     EXPECT_EQ(readingError().code(), RZ_ERROR_NOT_OPEN);
     EXPECT_EQ(channel.close(), nullptr);
     EXPECT_THAT(sent(), SizeIs(0));
+    EXPECT_FALSE(channel.isOpen());
+}
+
+TEST_F(ControlChannelTest, FailsForTheReasonThatItWasClosedFor)
+{
+    EXPECT_NO_THROW(channel.requireOpen());
+    channel.close(CameraError(RZ_ERROR_OTHER_CAMERA, "another one answers"));
+    channel.close(CameraError(RZ_ERROR_REFUSED, "too late"));
+    EXPECT_EQ(readingError().code(), RZ_ERROR_OTHER_CAMERA);
+    EXPECT_THAT(readingError().what(), testing::HasSubstr("another one answers"));
+    EXPECT_EQ(errorOf([this] { channel.requireOpen(); }).code(), RZ_ERROR_OTHER_CAMERA);
+}
+
+TEST_F(ControlChannelTest, WaitsLessInPartingFromACameraThatHasJustBeenSilent)
+{
+    EXPECT_EQ(channel.triesForFarewell(), ControlChannel::FewTries);
+    camera.onCommand = [](const auto&) { return true; };
+    EXPECT_EQ(readingError().code(), RZ_ERROR_NO_ANSWER);
+    EXPECT_EQ(channel.triesForFarewell(), 1);
+    camera.onCommand = [](const auto&) { return false; };
+    channel.readRegister(Register);
+    EXPECT_EQ(channel.triesForFarewell(), ControlChannel::FewTries);
 }
 
 TEST_F(ControlChannelTest, FailsAtOnceWhenTheHostCannotSend)

@@ -92,7 +92,7 @@ TEST(Enumeration, ListsACameraWithAllItsFields)
 {
     FakeNetwork network({adapterWith(1, Host)});
     answer(network, {cameraAt(1, Camera1)});
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_EQ(found[0].identity, cameraAt(1, Camera1));
     EXPECT_EQ(found[0].adapterAddress, Host);
@@ -104,7 +104,7 @@ TEST(Enumeration, HearsACameraThatHoldsItsAnswerBackForASecond)
 {
     FakeNetwork network({adapterWith(1, Host)});
     answer(network, {cameraAt(1, Camera1)}, 1000ms);
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_TRUE(found[0].isAccessible) << "and still learns that it is free";
 }
@@ -117,7 +117,7 @@ TEST(Enumeration, HearsAHeldBackAnswerAfterThreeLostOnes)
         if (isDiscovery(sent) && sent.destination == gvcp::LimitedBroadcast && ++asked == 4)
             network.deliver(1000ms, 0, Stranger, discoveryAnswer(sent.command().id, cameraAt(1, Stranger)));
     };
-    EXPECT_THAT(enumerateCameras(network, knowsNone), SizeIs(1));
+    EXPECT_THAT(enumerateCameras(network, knowsNone).cameras, SizeIs(1));
 }
 
 TEST(Enumeration, TakesNoLongerWhenNobodyAnswersRegisterReads)
@@ -128,11 +128,11 @@ TEST(Enumeration, TakesNoLongerWhenNobodyAnswersRegisterReads)
 
     FakeNetwork prompt({adapterWith(1, Host, 0xFFFF0000)});
     answer(prompt, cameras);
-    EXPECT_THAT(enumerateCameras(prompt, knowsNone), SizeIs(256));
+    EXPECT_THAT(enumerateCameras(prompt, knowsNone).cameras, SizeIs(256));
 
     FakeNetwork silent({adapterWith(1, Host, 0xFFFF0000)});
     answer(silent, cameras, 1ms, std::nullopt);
-    const auto found = enumerateCameras(silent, knowsNone);
+    const auto found = enumerateCameras(silent, knowsNone).cameras;
     EXPECT_THAT(found, SizeIs(256));
     EXPECT_THAT(found, Each(testing::Field(&FoundCamera::isAccessible, false)));
     EXPECT_EQ(silent.elapsed(), prompt.elapsed());
@@ -142,7 +142,7 @@ TEST(Enumeration, WaitsALittleForALateSilentCameraAndNotForEver)
 {
     FakeNetwork network({adapterWith(1, Host)});
     answer(network, {cameraAt(1, Camera1)}, 950ms, std::nullopt);
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_FALSE(found[0].isAccessible);
     EXPECT_LE(network.elapsed(), 1450ms);
@@ -157,7 +157,7 @@ TEST(Enumeration, TakesAnAnswerOfTheControlChannelAsLongAsItListens)
         else
             network.deliver(1000ms, 0, Camera1, registerAnswer(sent.command().id, gvcp::Privilege::Open));
     };
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_TRUE(found[0].isAccessible) << "a camera that is slow is not in use";
     EXPECT_THAT(network.sentCommands(gvcp::Command::ReadRegister), SizeIs(4));
@@ -167,7 +167,7 @@ TEST(Enumeration, AsksOnlyReachableCamerasForTheirControlChannel)
 {
     FakeNetwork network({adapterWith(1, Host)});
     answer(network, {cameraAt(1, Camera1), cameraAt(2, Stranger)});
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(2));
     EXPECT_FALSE(found[1].isReachable);
     EXPECT_FALSE(found[1].isAccessible);
@@ -180,7 +180,7 @@ TEST(Enumeration, NamesTheAdaptersAddressInTheCamerasSubnet)
 {
     FakeNetwork network({{"eth1", 1, {{Host, 0xFFFFFF00}, {0x0A000001, 0xFF000000}}}});
     answer(network, {cameraAt(1, Camera1), cameraAt(2, Stranger), cameraAt(3, 0xAC100009)});
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(3));
     EXPECT_EQ(found[0].adapterAddress, Host);
     EXPECT_EQ(found[1].adapterAddress, 0x0A000001u);
@@ -192,7 +192,7 @@ TEST(Enumeration, ListsACameraOnceForEachAdapterThatHearsIt)
 {
     FakeNetwork network({adapterWith(1, Host), adapterWith(2, 0xAC100005)});
     answer(network, {cameraAt(1, Camera1)});
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(2));
     EXPECT_TRUE(found[0].isReachable);
     EXPECT_FALSE(found[1].isReachable);
@@ -205,14 +205,15 @@ TEST(Enumeration, OneAdaptersFailureCostsTheOthersNothing)
     answer(network, {cameraAt(1, Camera1)});
     network.brokenAdapters = {0};
     const auto found = enumerateCameras(network, knowsNone);
-    ASSERT_THAT(found, SizeIs(1));
-    EXPECT_EQ(found[0].adapter, 1u);
+    ASSERT_THAT(found.cameras, SizeIs(1));
+    EXPECT_EQ(found.cameras[0].adapter, 1u);
+    EXPECT_THAT(found.failures, ElementsAre("eth1: nothing could be sent"));
 }
 
 TEST(Enumeration, WithoutAdaptersEndsAtOnce)
 {
     FakeNetwork network({});
-    EXPECT_THAT(enumerateCameras(network, knowsNone), SizeIs(0));
+    EXPECT_THAT(enumerateCameras(network, knowsNone).cameras, SizeIs(0));
     EXPECT_EQ(network.elapsed(), 0ms);
 }
 
@@ -250,7 +251,7 @@ TEST(Enumeration, DropsWhatIsNoAnswerToItsQuestions)
         network.onSend = [&network, &make = bytes](const FakeNetwork::Sent& sent) {
             network.deliver(1ms, 0, Camera1, make(sent.command().id));
         };
-        EXPECT_THAT(enumerateCameras(network, knowsNone), SizeIs(0)) << name;
+        EXPECT_THAT(enumerateCameras(network, knowsNone).cameras, SizeIs(0)) << name;
     }
 }
 
@@ -268,7 +269,7 @@ TEST(Enumeration, TakesEachRecordWholeFromTheLatestPacket)
         network.deliver(1ms, 0, first.ip, discoveryAnswer(sent.command().id, first));
         network.deliver(900ms, 0, second.ip, discoveryAnswer(sent.command().id, second));
     };
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
     EXPECT_EQ(found[0].identity, second);
     EXPECT_FALSE(found[0].isReachable);
@@ -289,11 +290,71 @@ TEST(Enumeration, AFloodOfForgedAnswersIsBoundedAndCrowdsOutNoKnownCamera)
         }
         network.deliver(2ms, 0, Camera1, discoveryAnswer(sent.command().id, known));
     };
-    const auto found = enumerateCameras(
-        network, [&](const gvcp::MacAddress& mac, const Adapter&) { return mac == known.mac; });
+    const auto found = enumerateCameras(network, [&](const gvcp::MacAddress& mac, const Adapter&) {
+                           return mac == known.mac;
+                       }).cameras;
     EXPECT_THAT(found.size(), Le(1100u));
     EXPECT_THAT(found, testing::Contains(testing::Field(&FoundCamera::identity, known)));
     EXPECT_LE(network.elapsed(), 1450ms);
+}
+
+TEST(Enumeration, AFloodOfAnswersThatComeFromElsewhereThanTheySayCrowdsOutNoNewCamera)
+{
+    FakeNetwork network({adapterWith(1, Host)});
+    const auto fresh = cameraAt(1, Stranger);
+    bool isFirst = true;
+    network.onSend = [&](const FakeNetwork::Sent& sent) {
+        if (!isDiscovery(sent) || !std::exchange(isFirst, false))
+            return;
+        for (unsigned i = 0; i < 10'000; ++i) {
+            auto forged = cameraAt(0, 0x0A000000 + i);
+            gvcp::writeU32(forged.mac.bytes, 2, 0xBAD00000 + i);
+            network.deliver(1ms, 0, Camera1, discoveryAnswer(sent.command().id, forged));
+        }
+        network.deliver(2ms, 0, Stranger, discoveryAnswer(sent.command().id, fresh));
+    };
+    const auto found = enumerateCameras(network, knowsNone).cameras;
+    EXPECT_THAT(found.size(), Le(1100u));
+    EXPECT_THAT(found, testing::Contains(testing::Field(&FoundCamera::identity, fresh)));
+}
+
+TEST(Enumeration, KnowsWhichCamerasAnsweredACommandFromTheAddressThatTheyName)
+{
+    FakeNetwork network({adapterWith(1, Host)});
+    network.onSend = [&](const FakeNetwork::Sent& sent) {
+        const auto id = sent.command().id;
+        if (isDiscovery(sent)) {
+            network.deliver(1ms, 0, Camera1, discoveryAnswer(id, cameraAt(1, Camera1)));
+            network.deliver(1ms, 0, Camera1 + 1, discoveryAnswer(id, cameraAt(2, Camera1 + 1)));
+            network.deliver(1ms, 0, Camera1 + 2, discoveryAnswer(id, cameraAt(3, Camera1 + 2)));
+            network.deliver(1ms, 0, Camera1 + 9, discoveryAnswer(id, cameraAt(4, Camera1)));
+        } else if (sent.destination == Camera1) {
+            network.deliver(1ms, 0, Camera1, registerAnswer(id, gvcp::Privilege::Open));
+        } else if (sent.destination == Camera1 + 1) {
+            network.deliver(
+                1ms, 0, Camera1 + 1,
+                gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::AccessDenied, id));
+        }
+    };
+    std::vector<bool> proven;
+    for (const auto& camera : enumerateCameras(network, knowsNone).cameras)
+        proven.push_back(camera.isProven);
+    EXPECT_THAT(proven, ElementsAre(true, true, false, false)) << "free, held, silent, and from elsewhere";
+}
+
+TEST(Enumeration, TakesTheAnswerToAQuestionOnWhicheverAdapterItComesIn)
+{
+    FakeNetwork network({adapterWith(1, Host), adapterWith(2, Host + 1)});
+    network.onSend = [&](const FakeNetwork::Sent& sent) {
+        if (isDiscovery(sent))
+            network.deliver(1ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
+        else
+            network.deliver(1ms, 1, Camera1, registerAnswer(sent.command().id, gvcp::Privilege::Open));
+    };
+    const auto found = enumerateCameras(network, knowsNone).cameras;
+    ASSERT_THAT(found, SizeIs(1)) << "heard on the first alone";
+    EXPECT_EQ(found[0].adapter, 0u);
+    EXPECT_TRUE(found[0].isAccessible);
 }
 
 TEST(Enumeration, WhoAnswersFromEverMoreAddressesIsAskedAtFewOfThem)
@@ -311,7 +372,7 @@ TEST(Enumeration, WhoAnswersFromEverMoreAddressesIsAskedAtFewOfThem)
         }
         network.deliver(2ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
     };
-    const auto found = enumerateCameras(network, knowsNone);
+    const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(2));
     EXPECT_TRUE(found[0].isAccessible) << "the others are asked as ever";
     EXPECT_THAT(network.sentCommands(gvcp::Command::ReadRegister), SizeIs(Le(40u)));
@@ -326,6 +387,6 @@ TEST(Enumeration, AnEndlessStreamOfAnswersDoesNotHoldItBeyondItsTime)
                 network.deliver(1149ms, 0, Camera1,
                                 discoveryAnswer(sent.command().id, cameraAt(1, Stranger)));
     };
-    EXPECT_THAT(enumerateCameras(network, knowsNone), SizeIs(1));
+    EXPECT_THAT(enumerateCameras(network, knowsNone).cameras, SizeIs(1));
     EXPECT_LE(network.elapsed(), 1450ms);
 }

@@ -66,7 +66,9 @@ std::string describe(const gvcp::CommandPacket& command)
 
 FakeCamera::FakeCamera()
 {
-    words = {{gvcp::reg::ControlChannelPrivilege, 0},
+    words = {{gvcp::reg::MacHigh, 0x0200},
+             {gvcp::reg::MacLow, 0x00000001},
+             {gvcp::reg::ControlChannelPrivilege, 0},
              {gvcp::reg::HeartbeatTimeout, 3000},
              {gvcp::reg::GvcpCapability, gvcp::Capability::UserDefinedName | gvcp::Capability::WriteMemory}};
     network.onSend = [this](const FakeNetwork::Sent& sent) {
@@ -81,6 +83,12 @@ FakeCamera::FakeCamera()
 std::unique_ptr<sdk::Network> FakeCamera::connect()
 {
     return std::make_unique<Connection>(network);
+}
+
+void FakeCamera::becomeAnother()
+{
+    words[gvcp::reg::MacLow] = 0x00000002;
+    words[gvcp::reg::ControlChannelPrivilege] = 0;
 }
 
 void FakeCamera::setBytes(std::uint32_t address, const std::string& bytes)

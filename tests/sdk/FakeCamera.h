@@ -15,6 +15,7 @@ class FakeCamera
 public:
     static constexpr gvcp::Ipv4 Host = 0xC0A80105;
     static constexpr gvcp::Ipv4 Ip = 0xC0A80114;
+    static constexpr gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
 
     FakeCamera();
     FakeCamera(const FakeCamera&) = delete;
@@ -23,6 +24,10 @@ public:
 
     /// The network as code takes it that wants to own one; several may exist one after the other.
     std::unique_ptr<sdk::Network> connect();
+
+    /// From now on another camera answers at the address: it has the same memory but for its MAC, and is
+    /// free.
+    void becomeAnother();
 
     /// Bytes as registers see them: the first one is the top one of its word.
     void setBytes(std::uint32_t address, const std::string& bytes);

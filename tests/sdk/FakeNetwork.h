@@ -28,6 +28,7 @@ public:
     explicit FakeNetwork(std::vector<sdk::Adapter> adapters) : m_adapters(std::move(adapters)) {}
 
     const std::vector<sdk::Adapter>& adapters() const override { return m_adapters; }
+    void setAdapters(std::vector<sdk::Adapter> adapters) { m_adapters = std::move(adapters); }
     sdk::Clock::time_point now() const override { return m_now; }
     bool send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,
               gvcp::ByteView datagram) override;

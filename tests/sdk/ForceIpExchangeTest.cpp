@@ -9,6 +9,7 @@
 
 using namespace sdk;
 using namespace std::chrono_literals;
+using testing::ElementsAre;
 using testing::Le;
 using testing::SizeIs;
 
@@ -32,6 +33,14 @@ protected:
     RZ_ERROR force() { return forceIp(network, wanted, before); }
     RZ_ERROR forceWhatItHas() { return forceIp(network, before, before); }
 
+    std::vector<gvcp::Ipv4> destinations() const
+    {
+        std::vector<gvcp::Ipv4> result;
+        for (const auto& sent : network.sentCommands(gvcp::Command::ForceIp))
+            result.push_back(sent.destination);
+        return result;
+    }
+
     void obey() { present = wanted; }
     void acknowledge(const FakeNetwork::Sent& sent, gvcp::Ipv4 source,
                      gvcp::Status status = gvcp::Status::Success)
@@ -41,7 +50,7 @@ protected:
     }
 
     FakeNetwork network{{adapterWith(1, Host)}};
-    const gvcp::ForceIp before{Mac, OldIp, Mask, 0};
+    gvcp::ForceIp before{Mac, OldIp, Mask, 0};
     const gvcp::ForceIp wanted{Mac, NewIp, Mask, 0xC0A801FE};
     gvcp::ForceIp present = before;
     std::uint32_t privilege = gvcp::Privilege::Open;
@@ -70,18 +79,34 @@ private:
 
 } // namespace
 
-TEST_F(ForceIpTest, GoesOutByBothBroadcastsWithTheCamerasMacAndTheThreeValues)
+TEST_F(ForceIpTest, GoesOutWithTheCamerasMacAndTheThreeValues)
 {
     onForceIp = [this](const auto& sent) { acknowledge(sent, OldIp); };
     EXPECT_EQ(force(), RZ_OK);
     const auto sent = network.sentCommands(gvcp::Command::ForceIp);
-    ASSERT_THAT(sent, SizeIs(2));
+    ASSERT_THAT(sent, SizeIs(1));
     EXPECT_EQ(sent[0].destination, gvcp::LimitedBroadcast);
-    EXPECT_EQ(sent[1].destination, 0xC0A801FFu);
-    for (const auto& one : sent) {
-        EXPECT_EQ(one.command().flags, 0x11);
-        EXPECT_EQ(gvcp::parseForceIp(one.command().payload), wanted);
-    }
+    EXPECT_EQ(sent[0].source, Host);
+    EXPECT_EQ(sent[0].command().flags, 0x11);
+    EXPECT_EQ(gvcp::parseForceIp(sent[0].command().payload), wanted);
+}
+
+TEST_F(ForceIpTest, GoesOutThreeTimesAtMostAndWithinTheFirstSecond)
+{
+    isThere = false;
+    EXPECT_EQ(force(), RZ_ERROR_NO_ANSWER);
+    EXPECT_THAT(destinations(),
+                ElementsAre(gvcp::LimitedBroadcast, gvcp::LimitedBroadcast, gvcp::LimitedBroadcast))
+        << "from another subnet it hears no other broadcast";
+    EXPECT_THAT(network.sentCommands(gvcp::Command::ForceIp).back().time, Le(1s));
+}
+
+TEST_F(ForceIpTest, GoesOutByBothBroadcastsInTurnToACameraOfTheSubnet)
+{
+    isThere = false;
+    before.ip = 0xC0A80163;
+    EXPECT_EQ(force(), RZ_ERROR_NO_ANSWER);
+    EXPECT_THAT(destinations(), ElementsAre(gvcp::LimitedBroadcast, 0xC0A801FFu, gvcp::LimitedBroadcast));
 }
 
 TEST_F(ForceIpTest, IsDoneWhenAcknowledgedFromTheOldAddress)
@@ -102,6 +127,7 @@ TEST_F(ForceIpTest, IsDoneWhenTheCameraObeysSilently)
 {
     onForceIp = [this](const auto&) { obey(); };
     EXPECT_EQ(force(), RZ_OK);
+    EXPECT_THAT(destinations(), SizeIs(1));
 }
 
 TEST_F(ForceIpTest, IsDoneWhenTheCameraObeysSilentlyAndAnswersDiscoveryLate)
@@ -111,30 +137,69 @@ TEST_F(ForceIpTest, IsDoneWhenTheCameraObeysSilentlyAndAnswersDiscoveryLate)
     EXPECT_EQ(force(), RZ_OK);
 }
 
+TEST_F(ForceIpTest, IsDoneWhenTheCameraIsAwayForFourSecondsWhileItChangesAndBeginsAnewWithEach)
+{
+    for (const auto away : {200ms, 1500ms, 4000ms}) {
+        present = before;
+        isThere = true;
+        auto since = Clock::duration::max();
+        network.onSend = [this, away, &since, inner = network.onSend](const FakeNetwork::Sent& sent) {
+            isThere = since > sent.time || sent.time - since >= away;
+            inner(sent);
+        };
+        onForceIp = [&](const FakeNetwork::Sent& sent) {
+            obey();
+            since = sent.time;
+        };
+        const auto begin = network.elapsed();
+        EXPECT_EQ(force(), RZ_OK) << away.count();
+        EXPECT_LE(network.elapsed() - begin, away + 1s);
+    }
+}
+
 TEST_F(ForceIpTest, IsSentAgainWithTheSameIdWhenItWasLost)
 {
     int received = 0;
     onForceIp = [&](const auto& sent) {
-        if (++received > 2) // The first try's two broadcasts are lost.
+        if (++received > 2)
             acknowledge(sent, OldIp);
     };
     EXPECT_EQ(force(), RZ_OK);
     const auto sent = network.sentCommands(gvcp::Command::ForceIp);
-    ASSERT_THAT(sent, SizeIs(4));
+    ASSERT_THAT(sent, SizeIs(3));
     EXPECT_EQ(sent.front().bytes, sent.back().bytes);
 }
 
-TEST_F(ForceIpTest, FailsWithinThreeSecondsWhenTheCameraIsGone)
+TEST_F(ForceIpTest, IsSentOnceMoreToACameraThatWasThereAllTheWhile)
+{
+    int received = 0;
+    onForceIp = [&](const auto&) {
+        if (++received == 4)
+            obey();
+    };
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_THAT(destinations(), SizeIs(4));
+}
+
+TEST_F(ForceIpTest, FailsWithinSevenSecondsWhenTheCameraIsGone)
 {
     isThere = false;
     EXPECT_EQ(force(), RZ_ERROR_NO_ANSWER);
-    EXPECT_THAT(network.elapsed(), Le(3s));
+    EXPECT_THAT(network.elapsed(), Le(7s));
 }
 
-TEST_F(ForceIpTest, FailsWhenTheCameraIsHeardAndStaysWhereItIs)
+TEST_F(ForceIpTest, FailsWhenTheCameraIsFreeAndStaysWhereItIs)
 {
+    EXPECT_EQ(force(), RZ_ERROR_REFUSED);
+    EXPECT_THAT(network.elapsed(), Le(6s));
+}
+
+TEST_F(ForceIpTest, FailsWhenTheCameraIsHeldAndStaysWhereItIs)
+{
+    privilege = gvcp::Privilege::Exclusive;
     EXPECT_EQ(force(), RZ_ERROR_ACCESS_DENIED);
     EXPECT_THAT(network.elapsed(), Le(3s));
+    EXPECT_THAT(destinations(), SizeIs(3)) << "no more for one that is known to be held";
 }
 
 TEST_F(ForceIpTest, TellsAnOpenRefusalAtOnce)
@@ -165,7 +230,7 @@ TEST_F(ForceIpTest, ACameraThatFindsItMisalignedOnceForNothingIsNotBelieved)
     EXPECT_EQ(force(), RZ_OK);
     onForceIp = [this](const auto& sent) { acknowledge(sent, OldIp, gvcp::Status::BadAlignment); };
     EXPECT_EQ(force(), RZ_ERROR_REFUSED);
-    EXPECT_LE(network.elapsed(), 10ms);
+    EXPECT_LE(network.elapsed(), 1s);
 }
 
 TEST_F(ForceIpTest, DoesNotBelieveAcknowledgesFromElsewhereOrWithAnotherId)
@@ -176,7 +241,7 @@ TEST_F(ForceIpTest, DoesNotBelieveAcknowledgesFromElsewhereOrWithAnotherId)
                         gvcp::encodeAcknowledge(gvcp::Command::ForceIp, gvcp::Status::Success,
                                                 static_cast<std::uint16_t>(sent.command().id ^ 0x4000)));
     };
-    EXPECT_EQ(force(), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(force(), RZ_ERROR_REFUSED);
 }
 
 TEST_F(ForceIpTest, DoesNotTakeAnotherCameraAtTheNewAddressForThisOne)
@@ -185,25 +250,47 @@ TEST_F(ForceIpTest, DoesNotTakeAnotherCameraAtTheNewAddressForThisOne)
         for (const auto& asked : network.sentCommands(gvcp::Command::Discovery))
             network.deliver(1ms, 0, NewIp, discoveryAnswer(asked.command().id, cameraAt(2, NewIp)));
     };
-    EXPECT_EQ(force(), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(force(), RZ_ERROR_REFUSED);
 }
 
-TEST_F(ForceIpTest, IsNotDoneWhenOnlyTheAddressTook)
+TEST_F(ForceIpTest, IsDoneWhenTheCameraMakesItsOwnOfMaskAndGateway)
 {
     onForceIp = [this](const auto&) { present.ip = NewIp; };
-    EXPECT_EQ(force(), RZ_ERROR_ACCESS_DENIED) << "mask and gateway are not what was asked for";
+    EXPECT_EQ(force(), RZ_OK);
+}
+
+TEST_F(ForceIpTest, OfAnotherMaskAloneIsDoneWhenTheCameraHasIt)
+{
+    onForceIp = [this](const auto&) { present.subnetMask = 0xFFFF0000; };
+    EXPECT_EQ(forceIp(network, {Mac, OldIp, 0xFFFF0000, 0}, before), RZ_OK);
+    EXPECT_LE(network.elapsed(), 10ms);
+}
+
+TEST_F(ForceIpTest, CountsAnswersOnWhicheverAdapterTheyComeIn)
+{
+    network.setAdapters({adapterWith(1, Host), adapterWith(2, Host + 1)});
+    onForceIp = [this](const FakeNetwork::Sent& sent) {
+        EXPECT_EQ(sent.adapter, 0u);
+        network.deliver(
+            1ms, 1, OldIp,
+            gvcp::encodeAcknowledge(gvcp::Command::ForceIp, gvcp::Status::Success, sent.command().id));
+    };
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_LE(network.elapsed(), 10ms);
 }
 
 TEST_F(ForceIpTest, AnUnchangedConfigurationIsSentAllTheSameAndSucceeds)
 {
     onForceIp = [this](const auto& sent) { acknowledge(sent, OldIp); };
     EXPECT_EQ(forceWhatItHas(), RZ_OK);
-    EXPECT_THAT(network.sentCommands(gvcp::Command::ForceIp), SizeIs(2));
+    EXPECT_THAT(destinations(), SizeIs(1));
 }
 
 TEST_F(ForceIpTest, AnUnchangedConfigurationThatNobodyAcknowledgesSucceedsWhenTheCameraIsFree)
 {
     EXPECT_EQ(forceWhatItHas(), RZ_OK);
+    EXPECT_THAT(destinations(), SizeIs(3));
+    EXPECT_THAT(network.elapsed(), Le(3s));
 }
 
 TEST_F(ForceIpTest, AnUnchangedConfigurationOfACameraThatAnApplicationHoldsFails)

@@ -108,8 +108,18 @@ TEST(Enumerating, FailsWhenTheProcessHasNoDescriptorLeft)
     RZ_CC_DEVICE_INFO_LIST list{};
     const int result = RZ_CC_EnumDevices(RZ_TL_GIGE, &list);
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
-    EXPECT_EQ(result, RZ_ERROR_INTERNAL) << "that there is no camera is not known";
+    EXPECT_EQ(result, RZ_ERROR_NETWORK) << "that there is no camera is not known";
     EXPECT_EQ(list.nDeviceCount, 0u);
+    unsigned unlisted = 1;
+    char text[64];
+    EXPECT_EQ(RZ_CC_GetEnumReport(&unlisted, text, sizeof text), RZ_OK);
+    EXPECT_STREQ(text, "the network adapters: Too many open files");
+    EXPECT_EQ(unlisted, 0u);
+    EXPECT_EQ(RZ_CC_GetEnumReport(&unlisted, text, 4), RZ_OK);
+    EXPECT_STREQ(text, "the") << "cut to what there is room for";
+    EXPECT_EQ(RZ_CC_GetEnumReport(nullptr, text, 4), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_GetEnumReport(&unlisted, nullptr, 4), RZ_ERROR_PARAMETER);
+    EXPECT_EQ(RZ_CC_GetEnumReport(&unlisted, text, 0), RZ_ERROR_PARAMETER);
 }
 
 TEST(Accessibility, IsOnlyKnownForExclusiveAccessToACamera)

@@ -22,7 +22,7 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-const gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
+constexpr gvcp::MacAddress Mac = FakeCamera::Mac;
 constexpr std::uint32_t All = Persistent | Dhcp | LinkLocal;
 
 /// A camera that has just been forced to FakeCamera::Ip and has another address stored.
@@ -36,12 +36,13 @@ protected:
         camera.words[reg::PersistentIp] = before[0];
         camera.words[reg::PersistentSubnetMask] = before[1];
         camera.words[reg::PersistentGateway] = before[2];
+        forced.keep(wanted, {});
     }
 
     /// With what the camera said of itself before it was forced.
-    RZ_ERROR makeLast(std::uint32_t options = All, std::uint32_t configuration = Persistent | LinkLocal)
+    void makeLast(std::uint32_t options = All, std::uint32_t configuration = Persistent | LinkLocal)
     {
-        return makeAddressLast(camera.connect(), wanted, options, configuration, forced);
+        makeAddressLast(camera.connect(), wanted, options, configuration, forced);
     }
 
     std::vector<std::uint32_t> stored()
@@ -50,103 +51,209 @@ protected:
                 camera.words[reg::PersistentGateway]};
     }
 
-    FakeCamera camera;
-    ForcedAddresses forced;
     const gvcp::ForceIp wanted{Mac, FakeCamera::Ip, 0xFFFFFF00, 0xC0A801FE};
     const std::vector<std::uint32_t> wantedWords{wanted.ip, wanted.subnetMask, wanted.gateway};
     const std::vector<std::uint32_t> before{0x0A000009, 0xFF000000, 0x0A000001};
+    FakeCamera camera;
+    ForcedAddresses forced;
 };
 
 } // namespace
 
 TEST_F(LastingAddressTest, IsStoredByACameraThatStartsWithAStoredOne)
 {
-    EXPECT_EQ(makeLast(), RZ_OK);
+    makeLast();
     EXPECT_EQ(stored(), wantedWords);
+    EXPECT_FALSE(forced.isWaiting(Mac));
     EXPECT_EQ(camera.words[reg::ControlChannelPrivilege], 0u) << "the camera is free again";
     EXPECT_THAT(camera.log(), Contains("WRITEREG 00000A00=00000001")) << "it took control for that";
 }
 
 TEST_F(LastingAddressTest, IsNotWrittenAgainWhenItIsStoredAlready)
 {
-    ASSERT_EQ(makeLast(), RZ_OK);
+    makeLast();
     const auto commands = static_cast<std::ptrdiff_t>(camera.log().size());
-    EXPECT_EQ(makeLast(), RZ_OK);
+    makeLast();
     const auto log = camera.log();
-    EXPECT_THAT(std::vector(log.begin() + commands, log.end()), Each(StartsWith("READREG")));
+    EXPECT_THAT(std::vector(log.begin() + commands, log.end()), Each(StartsWith("READ")));
 }
 
 TEST_F(LastingAddressTest, WritesOnlyWhatIsWrong)
 {
     camera.words[reg::PersistentIp] = wanted.ip;
-    EXPECT_EQ(makeLast(), RZ_OK);
+    makeLast();
     EXPECT_EQ(stored(), wantedWords);
     EXPECT_THAT(camera.log(), Not(Contains(StartsWith("WRITEREG 0000064C"))));
+}
+
+TEST_F(LastingAddressTest, IsStoredForTheNetworkInterfaceThatWasHeard)
+{
+    camera.words[reg::MacLow] = 0xFF;
+    camera.words[reg::InterfaceCount] = 2;
+    camera.words[0x0680] = 0x0200;
+    camera.words[0x0684] = 0x00000001;
+    camera.words[0x0688] = All;
+    camera.words[0x068C] = Persistent | LinkLocal;
+    camera.words[0x06CC] = camera.words[0x06DC] = camera.words[0x06EC] = 0;
+    camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal; // The first interface's.
+    makeLast();
+    EXPECT_EQ(stored(), before);
+    EXPECT_EQ((std::vector{camera.words[0x06CC], camera.words[0x06DC], camera.words[0x06EC]}), wantedWords);
 }
 
 TEST_F(LastingAddressTest, IsOnlyKeptForACameraThatStartsOtherwise)
 {
     camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal;
-    EXPECT_EQ(makeLast(), RZ_OK) << "what the camera says now counts";
+    makeLast(); // What the camera says now counts.
     EXPECT_EQ(stored(), before);
     EXPECT_EQ(forced.of(Mac), wanted);
-    EXPECT_THAT(camera.log(), Each(StartsWith("READREG")));
+    EXPECT_FALSE(forced.isWaiting(Mac));
+    EXPECT_THAT(camera.log(), Each(StartsWith("READ")));
 }
 
 TEST_F(LastingAddressTest, IsForgottenForACameraThatCannotStoreAny)
 {
-    forced.keep(wanted);
     camera.words[reg::SupportedIpConfig] = Dhcp | LinkLocal;
-    EXPECT_EQ(makeLast(), RZ_OK);
+    makeLast();
     EXPECT_EQ(stored(), before);
     EXPECT_EQ(forced.of(Mac), std::nullopt);
+    EXPECT_FALSE(forced.isWaiting(Mac));
 }
 
-TEST_F(LastingAddressTest, IsStoredByACameraThatTakesTwoSecondsToAnswerAtItsNewAddress)
+TEST_F(LastingAddressTest, IsStoredByACameraThatTakesFiveSecondsToAnswerAtItsNewAddress)
 {
-    camera.onCommand = [this](const auto&) { return camera.network.elapsed() < 2s; };
-    EXPECT_EQ(makeLast(), RZ_OK);
+    camera.onCommand = [this](const auto&) { return camera.network.elapsed() < 5s; };
+    makeLast();
     EXPECT_EQ(stored(), wantedWords);
 }
 
-TEST_F(LastingAddressTest, OfACameraThatIsNotReachedIsReportedAsNotStoredIfItShouldBe)
+TEST_F(LastingAddressTest, WaitsOnACameraThatIsNotReachedIfItOughtToBeStored)
 {
     camera.onCommand = [](const auto&) { return true; };
-    EXPECT_EQ(makeLast(), RZ_ERROR_NOT_STORED);
-    EXPECT_LE(camera.network.elapsed(), 3s);
-    EXPECT_EQ(makeLast(All, Dhcp | LinkLocal), RZ_OK) << "nothing to store";
-    EXPECT_EQ(forced.of(Mac), wanted) << "for when it shall start with a stored address";
-    EXPECT_EQ(makeLast(LinkLocal, Persistent), RZ_OK) << "it could not store any";
-    EXPECT_EQ(forced.of(Mac), std::nullopt);
+    makeLast();
+    EXPECT_TRUE(forced.isWaiting(Mac));
+    EXPECT_LE(camera.network.elapsed(), 6500ms);
+    EXPECT_EQ(forced.of(Mac), wanted);
 }
 
-TEST_F(LastingAddressTest, ThatTheCameraRefusesToStoreIsReported)
+TEST_F(LastingAddressTest, DoesNotWaitOnACameraThatIsNotReachedAndStartsOtherwise)
+{
+    camera.onCommand = [](const auto&) { return true; };
+    makeLast(All, Dhcp | LinkLocal);
+    EXPECT_FALSE(forced.isWaiting(Mac));
+    EXPECT_LE(camera.network.elapsed(), 1s) << "and is not waited for";
+    EXPECT_EQ(forced.of(Mac), wanted) << "for when it shall start with a stored address";
+    makeLast(LinkLocal, Persistent);
+    EXPECT_EQ(forced.of(Mac), std::nullopt) << "it could not store any";
+    EXPECT_FALSE(forced.isWaiting(Mac));
+}
+
+TEST_F(LastingAddressTest, WaitsWhenTheCameraRefusesToStoreIt)
 {
     camera.writeProtected = reg::PersistentGateway;
-    EXPECT_EQ(makeLast(), RZ_ERROR_NOT_STORED);
+    makeLast();
+    EXPECT_TRUE(forced.isWaiting(Mac));
     EXPECT_EQ(camera.words[reg::ControlChannelPrivilege], 0u) << "the camera is free again";
 }
 
-TEST_F(LastingAddressTest, OfACameraThatAnotherApplicationTakesMeanwhileIsReportedAsNotStored)
+TEST_F(LastingAddressTest, IsNotStoredInAnotherCameraThatAnswersThere)
 {
     camera.onCommand = [this](const gvcp::CommandPacket& command) {
-        if (command.command != gvcp::Command::WriteRegister)
-            return false;
-        camera.answer(command, gvcp::Status::AccessDenied);
-        return true;
+        if (command.command == gvcp::Command::WriteRegister)
+            camera.becomeAnother(); // As soon as control is taken.
+        return false;
     };
-    EXPECT_EQ(makeLast(), RZ_ERROR_NOT_STORED);
+    makeLast();
+    EXPECT_EQ(stored(), before);
+    EXPECT_TRUE(forced.isWaiting(Mac));
+    EXPECT_EQ(camera.words[reg::ControlChannelPrivilege], 0u);
+}
+
+class WaitingAddressTest : public LastingAddressTest
+{
+protected:
+    WaitingAddressTest() { forced.setWaiting(Mac, true); }
+
+    /// The error's text; empty when all went well.
+    std::string store()
+    {
+        Session session(camera.connect(), FakeCamera::Ip, Mac);
+        try {
+            storeWaitingAddress(session, Mac, forced);
+        } catch (const CameraError& error) {
+            EXPECT_EQ(error.code(), RZ_ERROR_NOT_STORED);
+            return error.what();
+        }
+        return {};
+    }
+};
+
+TEST_F(WaitingAddressTest, IsStoredOnceTheCameraIsOpen)
+{
+    EXPECT_EQ(store(), "");
+    EXPECT_EQ(stored(), wantedWords);
+    EXPECT_FALSE(forced.isWaiting(Mac));
+}
+
+TEST_F(WaitingAddressTest, IsAllThatIsStored)
+{
+    forced.setWaiting(Mac, false);
+    EXPECT_EQ(store(), "");
+    EXPECT_EQ(stored(), before);
+}
+
+TEST_F(WaitingAddressTest, IsNotStoredInACameraThatIsElsewhereByNow)
+{
+    forced.keep({Mac, FakeCamera::Ip + 1, 0xFFFFFF00, 0}, {});
+    forced.setWaiting(Mac, true);
+    EXPECT_EQ(store(), "");
+    EXPECT_EQ(stored(), before);
+    EXPECT_FALSE(forced.isWaiting(Mac));
+}
+
+TEST_F(WaitingAddressTest, SaysWhyItCouldNotBeStoredAndWaitsOn)
+{
+    camera.writeProtected = reg::PersistentIp;
+    EXPECT_EQ(store(),
+              "its address could not be stored (writing 0x0000064C: 192.168.1.20 answers write protected "
+              "(0x8004))");
+    EXPECT_TRUE(forced.isWaiting(Mac));
+    EXPECT_EQ(stored(), before);
+}
+
+TEST_F(WaitingAddressTest, SaysWhenItIsStoredInPart)
+{
+    camera.writeProtected = reg::PersistentGateway;
+    EXPECT_THAT(store(),
+                testing::HasSubstr("it may have stored some of the old address and some of the new"));
+    camera.writeProtected = 1;
+    camera.onCommand = [](const gvcp::CommandPacket& command) {
+        return gvcp::readU32(command.payload, 0) == reg::PersistentGateway &&
+               command.command == gvcp::Command::WriteRegister; // It may have heard it, who knows.
+    };
+    EXPECT_THAT(store(),
+                testing::HasSubstr("it may have stored some of the old address and some of the new"));
 }
 
 TEST(ForcedAddressesTest, KeepsTheLatestOfEachCamera)
 {
     ForcedAddresses forced;
     const gvcp::MacAddress other{{0x02, 0, 0, 0, 0, 2}};
-    forced.keep({Mac, 1, 2, 3});
-    forced.keep({other, 4, 5, 6});
-    forced.keep({Mac, 7, 8, 9});
+    forced.keep({Mac, 1, 2, 3}, {});
+    forced.keep({other, 4, 5, 6}, {});
+    forced.keep({Mac, 7, 8, 9}, {});
     EXPECT_EQ(forced.of(Mac), (gvcp::ForceIp{Mac, 7, 8, 9}));
     forced.forget(Mac);
     EXPECT_EQ(forced.of(Mac), std::nullopt);
     EXPECT_EQ(forced.of(other), (gvcp::ForceIp{other, 4, 5, 6}));
+}
+
+TEST(ForcedAddressesTest, KnowsHowLatelyACameraWasForced)
+{
+    ForcedAddresses forced;
+    const Clock::time_point now{1h};
+    EXPECT_FALSE(forced.wasJustForced(Mac, now));
+    forced.keep({Mac, 1, 2, 3}, now);
+    EXPECT_TRUE(forced.wasJustForced(Mac, now + 9s));
+    EXPECT_FALSE(forced.wasJustForced(Mac, now + 11s));
 }

@@ -22,8 +22,6 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-const gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
-
 class PortTest : public testing::Test
 {
 protected:
@@ -34,8 +32,8 @@ protected:
         camera.words[reg::PersistentSubnetMask] = 0xFF000000;
         camera.words[reg::PersistentGateway] = 0;
         camera.setBytes(reg::UserDefinedName, std::string(16, '\0'));
-        session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip);
-        port = std::make_unique<Port>(session, Mac, forced);
+        session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+        port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
     }
 
     void write(std::int64_t address, const std::string& bytes)
@@ -111,7 +109,7 @@ TEST_F(PortTest, RefusesBuffersLengthsAndAddressesThatCannotBe)
 
 TEST_F(PortTest, StoresTheForcedAddressBeforeTheCameraIsToldToStartWithIt)
 {
-    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE});
+    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE}, {});
     write(reg::CurrentIpConfig, std::string("\xC0\0\0\x07", 4));
     const auto log = quietCamera().log();
     const auto at = [&log](const char* command) { return std::find(log.begin(), log.end(), command); };
@@ -137,7 +135,7 @@ TEST_F(PortTest, SeesThatTheCameraShallStartWithAStoredAddressHoweverThatIsWritt
     for (const Row& row : rows) {
         camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal;
         camera.words[reg::PersistentIp] = 0;
-        forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+        forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
         write(row.address, row.bytes);
         std::uint32_t stored = 0;
         port->Read(&stored, reg::PersistentIp, 4);
@@ -148,14 +146,14 @@ TEST_F(PortTest, SeesThatTheCameraShallStartWithAStoredAddressHoweverThatIsWritt
 TEST_F(PortTest, StoresNothingWhenTheCameraStartsWithItsStoredAddressAlready)
 {
     camera.words[reg::CurrentIpConfig] = Persistent | LinkLocal;
-    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
     EXPECT_EQ(storedIp(), 0x0A000009u);
 }
 
 TEST_F(PortTest, StoresNothingWhenTheCameraIsToldToStartOtherwise)
 {
-    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\6", 4));
     write(0x16, std::string("\1", 1)); // The bit's place in another byte.
     write(reg::UserDefinedName, "\1\1\1\1");
@@ -164,7 +162,7 @@ TEST_F(PortTest, StoresNothingWhenTheCameraIsToldToStartOtherwise)
 
 TEST_F(PortTest, StoresNothingForACameraThatNothingWasForcedOnto)
 {
-    forced.keep({{{0x02, 0, 0, 0, 0, 9}}, 0xC0A80114, 0xFFFFFF00, 0});
+    forced.keep({{{0x02, 0, 0, 0, 0, 9}}, 0xC0A80114, 0xFFFFFF00, 0}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
     EXPECT_EQ(storedIp(), 0x0A000009u);
     EXPECT_EQ(camera.words[reg::CurrentIpConfig], 5u);
@@ -173,10 +171,48 @@ TEST_F(PortTest, StoresNothingForACameraThatNothingWasForcedOnto)
 TEST_F(PortTest, LeavesTheCamerasConfigurationAloneWhenItsAddressCannotBeStored)
 {
     camera.writeProtected = reg::PersistentSubnetMask;
-    forced.keep({Mac, 0xC0A80114, 0xFFFFFF00, 0});
+    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
     EXPECT_THAT(errorOf([this] { write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4)); }),
                 HasSubstr("0x0000065C"));
     EXPECT_EQ(quietCamera().words[reg::CurrentIpConfig], 0xC000'0000 | Dhcp | LinkLocal);
+}
+
+TEST_F(PortTest, WritesNothingToAnotherCameraThatAnswersAtTheAddress)
+{
+    camera.words[0x10000] = 0;
+    camera.onCommand = [this](const gvcp::CommandPacket& command) {
+        if (gvcp::readU32(command.payload, 0) == reg::MacHigh)
+            camera.becomeAnother();
+        return false;
+    };
+    const std::string why =
+        "at its address 192.168.1.20 the camera 02:00:00:00:00:02 answers and not 02:00:00:00:00:01";
+    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName, "\1\1\1\1"); }), HasSubstr(why));
+    EXPECT_THAT(errorOf([this] { write(0x10000, std::string("\0\0\0\1", 4)); }), HasSubstr(why));
+    EXPECT_EQ(port->GetAccessMode(), GenApi::NA) << "the session is over";
+    EXPECT_EQ(camera.bytes(reg::UserDefinedName, 4), std::string(4, '\0'));
+    EXPECT_EQ(camera.words[0x10000], 0u);
+}
+
+TEST_F(PortTest, StoresTheForcedAddressOfTheNetworkInterfaceThatItTalksTo)
+{
+    session->close();
+    camera.words[reg::MacLow] = 0xFF;
+    camera.words[reg::InterfaceCount] = 2;
+    camera.words[0x0680] = 0x0200;
+    camera.words[0x0684] = 0x00000001;
+    camera.words[0x068C] = Dhcp | LinkLocal;
+    camera.words[0x06CC] = camera.words[0x06DC] = camera.words[0x06EC] = 0;
+    session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
+    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE}, {});
+
+    write(0x0014, std::string("\0\0\0\5", 4));
+    write(0x068C, std::string("\0\0\0\5", 4));
+    EXPECT_EQ(storedIp(), 0x0A000009u) << "that is the first interface's";
+    EXPECT_EQ(camera.words[0x06CC], 0xC0A80114u);
+    EXPECT_EQ(camera.words[0x06DC], 0xFFFFFF00u);
+    EXPECT_EQ(camera.words[0x06EC], 0xC0A801FEu);
 }
 
 TEST_F(PortTest, RestartsTheCamerasAddressWhenItsOwnRegisterIsWritten)

@@ -21,13 +21,34 @@ constexpr gvcp::Ipv4 Host = 0xC0A80105;
 FoundCamera found(const gvcp::DiscoveryAck& identity, std::size_t adapter = 0, bool isReachable = true,
                   bool isAccessible = true)
 {
-    return {identity, adapter, Host, isReachable, isAccessible};
+    return {identity, adapter, Host, isReachable, isAccessible, isReachable, true};
+}
+
+/// So many that have answered no command, each with a MAC of its own.
+std::vector<FoundCamera> invented(unsigned count, unsigned round = 0, bool isConsistent = true)
+{
+    std::vector<FoundCamera> cameras;
+    for (unsigned i = 0; i < count; ++i) {
+        auto identity = cameraAt(0, i);
+        gvcp::writeU32(identity.mac.bytes, 0, round << 16 | i);
+        cameras.push_back({identity, 0, Host, false, false, false, isConsistent});
+    }
+    return cameras;
 }
 
 class RecordTableTest : public testing::Test
 {
 protected:
-    void publish(const std::vector<FoundCamera>& cameras) { table.publish(cameras, adapters, now, list); }
+    unsigned publish(const std::vector<FoundCamera>& cameras)
+    {
+        return table.publish(cameras, adapters, now, list);
+    }
+
+    bool lists(const gvcp::MacAddress& mac) const
+    {
+        return std::any_of(list.apDeviceInfo, list.apDeviceInfo + list.nDeviceCount,
+                           [&mac](const RZ_CC_DEVICE_INFO* record) { return macOf(*record) == mac; });
+    }
 
     RecordTable table;
     const std::vector<Adapter> adapters{adapterWith(7, Host), adapterWith(8, 0xC0A80106)};
@@ -96,12 +117,33 @@ TEST_F(RecordTableTest, TextsThatFillTheirFieldStillEndInANul)
     EXPECT_STREQ(list.apDeviceInfo[0]->stGigEInfo.szUserDefinedName, "0123456789ABC");
 }
 
-TEST_F(RecordTableTest, ATextOfContinuationBytesAloneIsHarmless)
+TEST_F(RecordTableTest, TextsAreUtf8WhateverTheCameraSends)
 {
-    gvcp::DiscoveryAck camera = cameraAt(1, 1);
-    camera.serialNumber = std::string(16, '\x80');
-    publish({found(camera)});
-    EXPECT_STREQ(list.apDeviceInfo[0]->stGigEInfo.szSerialNumber, "");
+    struct Row
+    {
+        std::string sent;
+        std::string handedOn;
+    };
+    const Row rows[] = {
+        {"Left", "Left"},
+        {"\xE7\x93\xB6\xE7\x9B\x96", "\xE7\x93\xB6\xE7\x9B\x96"},
+        {"\xF0\x9F\x93\xB7", "\xF0\x9F\x93\xB7"},
+        {"t\xEAte", "t\xC3\xAAte"},                   // Latin-1
+        {"t\xC3\xAAte \xEA", "t\xC3\xAAte \xC3\xAA"}, // some of each
+        {"\xC3", "\xC3\x83"},                         // half a character
+        {"\xC0\xAF", "\xC3\x80\xC2\xAF"},             // longer than need be
+        {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xC2\x80"}, // half of a pair
+        {std::string(16, '\x80'), "\xC2\x80\xC2\x80\xC2\x80\xC2\x80\xC2\x80\xC2\x80\xC2\x80"},
+        {std::string(16, 'n'), std::string(15, 'n')},
+        {std::string(13, 'n') + "\xE7\x93\xB6", std::string(13, 'n')}, // cut between characters
+        {std::string(14, 'n') + "\xEA", std::string(14, 'n')},
+    };
+    for (const Row& row : rows) {
+        auto camera = cameraAt(1, 1);
+        camera.userDefinedName = row.sent;
+        publish({found(camera)});
+        EXPECT_EQ(list.apDeviceInfo[0]->stGigEInfo.szUserDefinedName, row.handedOn);
+    }
 }
 
 TEST_F(RecordTableTest, RecordsStayWhereTheyAreAndAreBroughtUpToDate)
@@ -151,20 +193,53 @@ TEST_F(RecordTableTest, AListOf256PrefersCamerasToFurtherSightingsOfThem)
     EXPECT_EQ(reachable.size(), 200u) << "each camera by the adapter that reaches it";
 }
 
-TEST_F(RecordTableTest, AListOf256KeepsTheCamerasThatAreKnown)
+TEST_F(RecordTableTest, AListOf256KeepsTheCamerasThatWereListedBefore)
 {
-    const auto known = cameraAt(0xFF, 0xC0A80114);
-    publish({found(known)});
-    std::vector<FoundCamera> cameras;
-    for (unsigned i = 0; i < 1000; ++i) {
-        auto forged = cameraAt(0, i);
-        gvcp::writeU32(forged.mac.bytes, 0, i);
-        cameras.push_back(found(forged));
-    }
-    cameras.push_back(found(known, 0, false));
-    publish(cameras);
+    const auto listed = found(cameraAt(0xFF, 0xC0A80114), 0, false);
+    EXPECT_EQ(publish({listed}), 0u);
+    auto cameras = invented(1000);
+    cameras.push_back(listed);
+    EXPECT_EQ(publish(cameras), 1001u - 256u);
     ASSERT_EQ(list.nDeviceCount, 256u);
-    EXPECT_EQ(macOf(*list.apDeviceInfo[255]), known.mac);
+    EXPECT_EQ(macOf(*list.apDeviceInfo[255]), listed.identity.mac);
+}
+
+TEST_F(RecordTableTest, AListOf256PrefersNewCamerasThatAnsweredACommandToOthersThatDidNot)
+{
+    publish(invented(256));
+    auto cameras = invented(256);
+    const auto fresh = cameraAt(0xFF, 0xC0A80114);
+    cameras.push_back(found(fresh));
+    EXPECT_EQ(publish(cameras), 1u);
+    EXPECT_TRUE(lists(fresh.mac)) << "though all the others were listed before";
+}
+
+TEST_F(RecordTableTest, AListOf256PrefersAnswersFromTheAddressThatTheyName)
+{
+    publish(invented(256, 0, false));
+    auto cameras = invented(256, 0, false);
+    const auto fresh = cameraAt(0xFF, 0x0A000009);
+    cameras.push_back(found(fresh, 0, false));
+    publish(cameras);
+    EXPECT_TRUE(lists(fresh.mac)) << "though it is out of reach and new";
+}
+
+TEST_F(RecordTableTest, AListOf256BeginsWithTheCameraThatIsExpected)
+{
+    std::vector<FoundCamera> cameras;
+    for (unsigned i = 0; i < 300; ++i) {
+        auto identity = cameraAt(0, i);
+        gvcp::writeU32(identity.mac.bytes, 0, i);
+        cameras.push_back(found(identity));
+    }
+    publish(cameras);
+    const auto last = cameras.back().identity.mac;
+    EXPECT_FALSE(lists(last));
+    EXPECT_FALSE(table.knows(last, 7));
+    table.expect(last);
+    EXPECT_TRUE(table.knows(last, 7));
+    EXPECT_EQ(publish(cameras), 300u - 256u);
+    EXPECT_TRUE(lists(last));
 }
 
 TEST_F(RecordTableTest, KnowsACameraByItsMacAndAdapter)
@@ -175,22 +250,35 @@ TEST_F(RecordTableTest, KnowsACameraByItsMacAndAdapter)
     EXPECT_FALSE(table.knows(cameraAt(2, 1).mac, 7));
 }
 
-TEST_F(RecordTableTest, ForgedCamerasWithoutEndDoNotGrowItWithoutEnd)
+TEST_F(RecordTableTest, InventedCamerasWithoutEndNeitherGrowItWithoutEndNorKeepTrueOnesOut)
 {
-    const auto real = cameraAt(1, 0xC0A80114);
-    publish({found(real)});
-    for (unsigned round = 0; round < 100; ++round) {
-        std::vector<FoundCamera> cameras{found(real)};
-        for (unsigned i = 0; i < 255; ++i) {
-            auto forged = cameraAt(0, 1);
-            gvcp::writeU32(forged.mac.bytes, 0, round << 16 | i);
-            cameras.push_back(found(forged));
-        }
-        publish(cameras);
-    }
-    ASSERT_GE(list.nDeviceCount, 1u);
-    EXPECT_EQ(macOf(*list.apDeviceInfo[0]), real.mac);
-    EXPECT_LT(list.nDeviceCount, 256u) << "no room is left for unknown ones";
+    const auto old = cameraAt(1, 0xC0A80114);
+    publish({found(old)});
+    const auto with = [&old](unsigned round, const std::vector<FoundCamera>& others) {
+        auto cameras = invented(250, round);
+        cameras.push_back(found(old));
+        cameras.insert(cameras.end(), others.begin(), others.end());
+        return cameras;
+    };
+    for (unsigned round = 0; round < 100; ++round)
+        publish(with(round, {}));
+    ASSERT_EQ(list.nDeviceCount, 1u) << "there is no more room for strangers";
+    EXPECT_TRUE(lists(old.mac));
+
+    const auto answering = cameraAt(2, 0xC0A80115);
+    publish(with(101, {found(answering)}));
+    EXPECT_TRUE(lists(answering.mac)) << "at once";
+    const auto outOfReach = cameraAt(3, 0x0A000009);
+    EXPECT_EQ(publish(with(102, {found(outOfReach, 0, false)})), 251u);
+    publish(with(103, {found(outOfReach, 0, false)}));
+    EXPECT_TRUE(lists(outOfReach.mac)) << "when it is heard a second time";
+    const auto expected = cameraAt(4, 0x0A00000A);
+    table.expect(expected.mac);
+    publish(with(104, {found(expected, 0, false)}));
+    EXPECT_TRUE(lists(expected.mac)) << "at once";
+    for (unsigned round = 200; round < 500; ++round)
+        publish(with(round, {}));
+    EXPECT_EQ(list.nDeviceCount, 1u);
 }
 
 TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAsked)
@@ -256,8 +344,9 @@ TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
         for (int i = 0; i < times; ++i) {
             answers = true;
             table.publish(
-                enumerateCameras(
-                    network, [this](auto& mac, auto& adapter) { return table.knows(mac, adapter.index); }),
+                enumerateCameras(network,
+                                 [this](auto& mac, auto& adapter) { return table.knows(mac, adapter.index); })
+                    .cameras,
                 network.adapters(), network.now(), list);
             ASSERT_EQ(list.nDeviceCount, 256u);
         }

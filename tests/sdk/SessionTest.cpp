@@ -15,10 +15,10 @@ using namespace sdk;
 using namespace std::chrono_literals;
 using gvcp::reg::ControlChannelPrivilege;
 using testing::Contains;
+using testing::Not;
+using testing::StartsWith;
 
 namespace {
-
-const gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
 
 /// The heartbeat runs in true time beside the test: what the test looks at, it looks at when the session is
 /// closed.
@@ -33,7 +33,7 @@ protected:
 TEST_F(SessionTest, HoldsTheCameraUntilItEnds)
 {
     {
-        Session session(camera.connect(), FakeCamera::Ip);
+        Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
         EXPECT_TRUE(session.isOpen());
         EXPECT_EQ(session.channel().readRegister(ControlChannelPrivilege), 1u);
     }
@@ -42,7 +42,7 @@ TEST_F(SessionTest, HoldsTheCameraUntilItEnds)
 
 TEST_F(SessionTest, GivesTheCameraBackWhenItIsClosedAndIsOfNoUseAfterwards)
 {
-    Session session(camera.connect(), FakeCamera::Ip);
+    Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
     session.close();
     EXPECT_FALSE(session.isOpen());
     EXPECT_EQ(camera.words[ControlChannelPrivilege], 0u);
@@ -57,7 +57,7 @@ TEST_F(SessionTest, GivesTheCameraBackWhenOpeningFailsHalfWay)
     camera.onCommand = [](const gvcp::CommandPacket& command) {
         return gvcp::readU32(command.payload, 0) == gvcp::reg::HeartbeatTimeout; // Its answer is lost.
     };
-    EXPECT_THROW(Session(camera.connect(), FakeCamera::Ip), CameraError);
+    EXPECT_THROW(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac), CameraError);
     EXPECT_THAT(camera.log(), Contains("WRITEREG 00000A00=00000001"));
     EXPECT_EQ(camera.words[ControlChannelPrivilege], 0u);
 }
@@ -65,7 +65,7 @@ TEST_F(SessionTest, GivesTheCameraBackWhenOpeningFailsHalfWay)
 TEST_F(SessionTest, OpensACameraThatDoesNotTellItsTimeOut)
 {
     camera.words.erase(gvcp::reg::HeartbeatTimeout);
-    EXPECT_TRUE(Session(camera.connect(), FakeCamera::Ip).isOpen());
+    EXPECT_TRUE(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac).isOpen());
 }
 
 TEST_F(SessionTest, ShowsTheCameraSignsOfLifeWithoutBeingUsed)
@@ -76,7 +76,7 @@ TEST_F(SessionTest, ShowsTheCameraSignsOfLifeWithoutBeingUsed)
         ++signs;
         return false;
     };
-    const Session session(camera.connect(), FakeCamera::Ip);
+    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
     const int atStart = signs;
     for (int i = 0; i < 2000 && signs < atStart + 3; ++i)
         std::this_thread::sleep_for(10ms);
@@ -85,7 +85,7 @@ TEST_F(SessionTest, ShowsTheCameraSignsOfLifeWithoutBeingUsed)
 
 TEST_F(SessionTest, ClosedByTwoThreadsAtOnceIsClosedForBothWhenTheyReturn)
 {
-    Session session(camera.connect(), FakeCamera::Ip);
+    Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
     std::atomic<int> closed = 0;
     const auto close = [&] {
         session.close();
@@ -100,13 +100,123 @@ TEST_F(SessionTest, ClosedByTwoThreadsAtOnceIsClosedForBothWhenTheyReturn)
 
 TEST_F(SessionTest, RestartsTheCamerasAddressAfterGivingTheCameraBack)
 {
-    Session session(camera.connect(), FakeCamera::Ip);
-    session.closeWithIpRestart(Mac);
+    Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    session.closeWithIpRestart();
     EXPECT_FALSE(session.isOpen());
     const auto log = camera.log();
     ASSERT_GE(log.size(), 3u);
     EXPECT_EQ(log[log.size() - 3], "WRITEREG 00000A00=00000000");
     EXPECT_EQ(log[log.size() - 2], "FORCEIP 0.0.0.0") << "by both broadcasts";
     EXPECT_EQ(log[log.size() - 1], "FORCEIP 0.0.0.0");
-    EXPECT_THROW(session.closeWithIpRestart(Mac), CameraError);
+    EXPECT_THROW(session.closeWithIpRestart(), CameraError);
+}
+
+TEST_F(SessionTest, IsNotOpenedOnAnotherCameraAtThatAddressWhichGetsControlBackAtOnce)
+{
+    camera.becomeAnother();
+    std::string text;
+    try {
+        Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    } catch (const CameraError& error) {
+        EXPECT_EQ(error.code(), RZ_ERROR_OTHER_CAMERA);
+        text = error.what();
+    }
+    EXPECT_EQ(text,
+              "at its address 192.168.1.20 the camera 02:00:00:00:00:02 answers and not 02:00:00:00:00:01");
+    EXPECT_EQ(camera.words[ControlChannelPrivilege], 0u);
+    EXPECT_THAT(camera.log(),
+                testing::ElementsAre("WRITEREG 00000A00=00000001", "READREG 00000A00", "READMEM 00000008+8",
+                                     "READREG 00000600", "WRITEREG 00000A00=00000000"));
+}
+
+TEST_F(SessionTest, EndsWhenAnotherCameraAnswersAtItsAddress)
+{
+    Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    session.requireSameCamera();
+    camera.becomeAnother();
+    EXPECT_THROW(session.requireSameCamera(), CameraError);
+    EXPECT_FALSE(session.isOpen());
+    try {
+        session.channel().readRegister(ControlChannelPrivilege);
+        ADD_FAILURE() << "the channel still works";
+    } catch (const CameraError& error) {
+        EXPECT_EQ(error.code(), RZ_ERROR_OTHER_CAMERA);
+        EXPECT_THAT(error.what(), testing::HasSubstr("02:00:00:00:00:02"));
+    }
+}
+
+TEST_F(SessionTest, FindsOutByItselfThatAnotherCameraAnswersAtItsAddress)
+{
+    camera.words[gvcp::reg::HeartbeatTimeout] = 400;
+    std::atomic<bool> isAnother = false;
+    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+        if (isAnother && gvcp::readU32(command.payload, 0) == gvcp::reg::MacHigh)
+            camera.becomeAnother();
+        return false;
+    };
+    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    isAnother = true;
+    for (int i = 0; i < 2000 && session.isOpen(); ++i)
+        std::this_thread::sleep_for(10ms);
+    EXPECT_FALSE(session.isOpen());
+}
+
+TEST_F(SessionTest, KnowsTheNetworkInterfaceOfTheCameraByItsMac)
+{
+    camera.words[gvcp::reg::MacLow] = 0xFF;
+    camera.words[gvcp::reg::InterfaceCount] = 3;
+    camera.words[0x0680] = 0x0200;
+    camera.words[0x0684] = 0xFE;
+    camera.words[0x0700] = 0x0200;
+    camera.words[0x0704] = 0x00000001;
+    EXPECT_EQ(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac).interface(), 2u);
+    camera.words[gvcp::reg::InterfaceCount] = 2;
+    EXPECT_THROW(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac), CameraError)
+        << "it has only two of them";
+    camera.words[gvcp::reg::InterfaceCount] = 0xFFFFFFFF;
+    EXPECT_EQ(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac).interface(), 2u);
+}
+
+TEST_F(SessionTest, LetsACameraAskForTimeWhichCanAndPutsThatBack)
+{
+    camera.words[gvcp::reg::GvcpCapability] |= 1u << 5;
+    camera.words[0x0954] = 0x80000004;
+    {
+        const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    }
+    const auto log = camera.log();
+    EXPECT_THAT(log, Contains("WRITEREG 00000954=80000006"));
+    ASSERT_GE(log.size(), 2u);
+    EXPECT_EQ(log[log.size() - 2], "WRITEREG 00000954=80000004") << "while it is still in control";
+    EXPECT_EQ(log[log.size() - 1], "WRITEREG 00000A00=00000000");
+}
+
+TEST_F(SessionTest, LeavesACameraAloneThatCannotAskForTimeOrDoesSoAlready)
+{
+    camera.words[0x0954] = 0;
+    {
+        const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    }
+    camera.words[gvcp::reg::GvcpCapability] |= 1u << 5;
+    camera.words[0x0954] = 2;
+    {
+        const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
+    }
+    EXPECT_THAT(camera.log(), Not(Contains(StartsWith("WRITEREG 00000954"))));
+}
+
+TEST_F(SessionTest, OpensACameraThatDoesNotLetItBeSwitchedOnToAskForTime)
+{
+    camera.words[gvcp::reg::GvcpCapability] |= 1u << 5;
+    camera.words[0x0954] = 0;
+    camera.writeProtected = 0x0954;
+    EXPECT_TRUE(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac).isOpen());
+}
+
+TEST_F(SessionTest, WaitsForACameraThatIsChangingItsAddressAsLongAsItMayTake)
+{
+    camera.onCommand = [this](const auto&) { return camera.network.elapsed() < 5500ms; };
+    EXPECT_THROW(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac), CameraError);
+    EXPECT_TRUE(
+        Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac, ControlChannel::ManyTries).isOpen());
 }
