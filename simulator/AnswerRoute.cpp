@@ -11,35 +11,57 @@ AnswerRoute::AnswerRoute(const CameraConfig& config, ArpClient& arp, FrameSink s
       m_send(std::move(send))
 {}
 
-void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to)
+void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to, const Done& done)
 {
     // An asker without an address (0.0.0.0) can be reached in no other way.
-    if (answer.onlyByBroadcast || to.address == 0)
+    const bool isByBroadcast = answer.onlyByBroadcast || to.address == 0;
+    const auto nextHop = isByBroadcast ? std::nullopt : nextHopTo(to.address, answer.from);
+    if (nextHop) {
+        deliverByArp(*nextHop, answer, to, done);
+        return;
+    }
+    if (isByBroadcast)
         deliverByBroadcast(answer, to);
-    else if (const auto nextHop = nextHopTo(to.address, answer.from))
-        deliverByArp(*nextHop, answer, to);
     else
         transmit(to.mac, answer, to);
+    done();
+}
+
+void AnswerRoute::deliver(const Echo& reply, const IpSettings& from)
+{
+    const bool isNear = from.reaches(reply.destination);
+    if (!isNear && from.gateway == 0)
+        return;
+    m_arp.resolve(from.address, isNear ? reply.destination : from.gateway,
+                  [this, echo = reply](const std::optional<gvcp::MacAddress>& mac) mutable {
+                      if (!mac)
+                          return;
+                      echo.destinationMac = *mac;
+                      m_send(echo);
+                  });
 }
 
 std::optional<gvcp::Ipv4> AnswerRoute::nextHopTo(gvcp::Ipv4 asker, const IpSettings& from) const
 {
-    if (from.reaches(asker))
-        return std::nullopt;
-    if (m_config.answerBy == CameraConfig::AnswerBy::Arp)
+    if (from.reaches(asker) || m_config.answerBy == CameraConfig::AnswerBy::Arp)
         return asker;
     return from.gateway != 0 ? std::optional(from.gateway) : std::nullopt;
 }
 
-void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to)
+void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
+                               const Done& done)
 {
-    m_arp.resolve(answer.from.address, nextHop,
-                  [this, answer, to](const std::optional<gvcp::MacAddress>& mac) {
-                      if (mac)
-                          transmit(*mac, answer, to);
-                      else
-                          deliverByBroadcast(answer, to);
-                  });
+    const bool mayBeBroadcast = answer.broadcastAllowed && !answer.from.reaches(to.address);
+    m_arp.resolve(
+        answer.from.address, nextHop,
+        [this, answer, to, done, mayBeBroadcast](const std::optional<gvcp::MacAddress>& mac) {
+            if (mac)
+                transmit(*mac, answer, to);
+            else if (mayBeBroadcast)
+                deliverByBroadcast(answer, to);
+            done();
+        },
+        mayBeBroadcast ? std::optional(BroadcastPatience) : std::nullopt);
 }
 
 void AnswerRoute::deliverByBroadcast(const Camera::Answer& answer, const Recipient& to)

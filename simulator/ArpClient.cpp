@@ -1,53 +1,100 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/ArpClient.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace simulator {
 
-ArpClient::ArpClient(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send)
+ArpClient::ArpClient(const gvcp::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
+                     FrameSink send)
     : m_mac(mac),
+      m_lifetime(lifetime),
       m_timers(timers),
       m_send(std::move(send))
 {}
 
-void ArpClient::resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done)
+void ArpClient::resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done,
+                        std::optional<std::chrono::milliseconds> patience)
 {
-    const auto known = m_known.find(wanted);
-    if (known != m_known.end() && known->second.until > m_timers.now()) {
-        done(known->second.mac);
+    if (const Known* const entry = known(wanted)) {
+        done(entry->mac);
         return;
     }
-    const auto [waiting, isFirst] = m_waiting.try_emplace(wanted);
-    waiting->second.push_back(std::move(done));
-    if (!isFirst)
+    const auto [query, isNew] = m_queries.try_emplace(wanted, m_timers);
+    std::deque<Waiting>& waiting = query->second.waiting;
+    waiting.push_back({++m_lastNumber, std::move(done)});
+    if (patience)
+        query->second.timeouts.after(*patience,
+                                     [this, wanted, number = m_lastNumber] { giveUp(wanted, number); });
+    if (isNew)
+        ask(own, wanted, Requests);
+    else if (waiting.size() > MaxWaiting)
+        giveUp(wanted, waiting.front().number);
+}
+
+void ArpClient::heard(gvcp::Ipv4 own, const ArpMessage& message)
+{
+    const gvcp::Ipv4 sender = message.sender;
+    // Whoever has this interface's own address too is nobody to answer.
+    if (sender == own)
         return;
+    if (message.target != own && !known(sender) && !m_queries.contains(sender))
+        return;
+    m_known[sender] = {message.sourceMac, m_timers.now() + m_lifetime};
+    finish(sender, message.sourceMac);
+}
+
+void ArpClient::stop()
+{
+    forget();
+    m_queries.clear();
+}
+
+const ArpClient::Known* ArpClient::known(gvcp::Ipv4 address) const
+{
+    const auto found = m_known.find(address);
+    return found != m_known.end() && found->second.until > m_timers.now() ? &found->second : nullptr;
+}
+
+void ArpClient::ask(gvcp::Ipv4 own, gvcp::Ipv4 wanted, unsigned requestsLeft)
+{
+    if (requestsLeft == 0) {
+        finish(wanted, std::nullopt);
+        return;
+    }
+    m_queries.at(wanted).timeouts.after(
+        Interval, [this, own, wanted, requestsLeft] { ask(own, wanted, requestsLeft - 1); });
     ArpMessage request;
     request.sourceMac = m_mac;
     request.destinationMac = BroadcastMac;
     request.sender = own;
     request.target = wanted;
     m_send(request);
-    // An answer is remembered for longer than this timer runs, so whoever waits when it fires waits for this
-    // request.
-    m_timers.after(Patience, [this, wanted] { finish(wanted, std::nullopt); });
 }
 
-void ArpClient::heard(const ArpMessage& message)
+void ArpClient::giveUp(gvcp::Ipv4 wanted, unsigned number)
 {
-    if (message.isRequest || !m_waiting.contains(message.sender))
+    const auto query = m_queries.find(wanted);
+    std::deque<Waiting>& waiting = query->second.waiting;
+    const auto found = std::find_if(waiting.begin(), waiting.end(),
+                                    [number](const Waiting& each) { return each.number == number; });
+    if (found == waiting.end())
         return;
-    m_known[message.sender] = {message.sourceMac, m_timers.now() + Lifetime};
-    finish(message.sender, message.sourceMac);
+    const Done done = std::move(found->done);
+    waiting.erase(found);
+    if (waiting.empty())
+        m_queries.erase(query);
+    done(std::nullopt);
 }
 
 void ArpClient::finish(gvcp::Ipv4 wanted, std::optional<gvcp::MacAddress> mac)
 {
-    const auto waiting = m_waiting.extract(wanted);
-    if (waiting.empty())
+    const auto query = m_queries.extract(wanted);
+    if (query.empty())
         return;
-    for (const Done& done : waiting.mapped())
-        done(mac);
+    for (const Waiting& each : query.mapped().waiting)
+        each.done(mac);
 }
 
 } // namespace simulator

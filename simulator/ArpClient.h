@@ -2,33 +2,43 @@
 #pragma once
 
 #include "simulator/Frame.h"
-#include "simulator/TimerQueue.h"
+#include "simulator/Timeouts.h"
 
+#include <deque>
 #include <map>
 #include <optional>
-#include <vector>
 
 namespace simulator {
 
-/// Finds out which MAC address an IPv4 address belongs to, for one interface.
+/// Finds out which MAC address an IPv4 address belongs to, for one interface, and remembers it for a while.
 class ArpClient
 {
 public:
     using Done = std::function<void(std::optional<gvcp::MacAddress>)>;
 
-    /// How long an answer is waited for.
-    static constexpr std::chrono::milliseconds Patience{100};
-    /// How long an answer is remembered.
-    static constexpr std::chrono::seconds Lifetime{60};
+    static constexpr unsigned Requests = 3;
+    /// Between two requests, and after the last one.
+    static constexpr std::chrono::seconds Interval{1};
+    /// For the same address; the one that has waited longest makes way.
+    static constexpr std::size_t MaxWaiting = 3;
 
-    ArpClient(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send);
+    /// `lifetime` is how long an address is remembered.
+    ArpClient(const gvcp::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
+              FrameSink send);
     ArpClient(const ArpClient&) = delete;
     ArpClient& operator=(const ArpClient&) = delete;
 
-    /// Calls `done` once: at once if the address is known, else when it has been asked for, with nothing when
-    /// nobody answers. `own` is the asking interface's address.
-    void resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done);
-    void heard(const ArpMessage& message);
+    /// Calls `done` once: at once if the address is known, else when somebody says whose it is. With nothing
+    /// when nobody does within `patience`, at most the time of all requests, or when it has to make way.
+    /// `own` is the asking interface's address.
+    void resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done,
+                 std::optional<std::chrono::milliseconds> patience = {});
+    /// What the interface with the address `own` learns from others' messages is what RFC 826 says.
+    void heard(gvcp::Ipv4 own, const ArpMessage& message);
+    /// Knows nobody any more; who waits goes on waiting.
+    void forget() { m_known.clear(); }
+    /// Likewise, and asks no more: who waits is not called.
+    void stop();
 
 private:
     struct Known
@@ -37,13 +47,33 @@ private:
         TimerQueue::Clock::time_point until;
     };
 
+    struct Waiting
+    {
+        unsigned number; ///< Tells it from all others.
+        Done done;
+    };
+
+    /// At least one waits.
+    struct Query
+    {
+        explicit Query(TimerQueue& timers) : timeouts(timers) {}
+
+        Timeouts timeouts;
+        std::deque<Waiting> waiting;
+    };
+
+    const Known* known(gvcp::Ipv4 address) const;
+    void ask(gvcp::Ipv4 own, gvcp::Ipv4 wanted, unsigned requestsLeft);
+    void giveUp(gvcp::Ipv4 wanted, unsigned number);
     void finish(gvcp::Ipv4 wanted, std::optional<gvcp::MacAddress> mac);
 
     gvcp::MacAddress m_mac;
+    std::chrono::milliseconds m_lifetime;
     TimerQueue& m_timers;
     FrameSink m_send;
     std::map<gvcp::Ipv4, Known> m_known;
-    std::map<gvcp::Ipv4, std::vector<Done>> m_waiting;
+    std::map<gvcp::Ipv4, Query> m_queries; ///< By the address that is asked for.
+    unsigned m_lastNumber = 0;
 };
 
 } // namespace simulator

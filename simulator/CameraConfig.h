@@ -94,7 +94,8 @@ struct CameraConfig
     std::chrono::milliseconds dhcpTimeout{4000};
     std::chrono::milliseconds probeInterval{100}; ///< Between the probes of a link-local address.
     std::chrono::milliseconds heartbeatTimeout{3000};
-    std::chrono::milliseconds answerDelay{0}; ///< Before a DISCOVERY answer.
+    std::chrono::milliseconds answerDelay{0};     ///< Before a DISCOVERY answer.
+    std::chrono::milliseconds arpLifetime{60000}; ///< For which it remembers another's MAC.
     bool rebootsWithoutAcknowledge = false;
     bool writesMemory = true;
     bool readMemoryOmitsAddress = false;

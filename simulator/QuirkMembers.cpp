@@ -91,6 +91,7 @@ void readControl(JsonObject& object, Config& camera)
 void readAnswers(JsonObject& object, Config& camera)
 {
     camera.answerDelay = object.milliseconds("answerDelay", 0, 60000).value_or(camera.answerDelay);
+    camera.arpLifetime = object.milliseconds("arpLifetime", 0, UINT32_MAX).value_or(camera.arpLifetime);
     camera.answerBy = object.choice<Config::AnswerBy>("answer", AnswerWays).value_or(camera.answerBy);
     camera.forceIpAcknowledge =
         object.choice<Config::ForceIpAcknowledge>("forceIpAcknowledge", ForceIpAcknowledges)

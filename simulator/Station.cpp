@@ -38,7 +38,7 @@ Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& tim
       m_random(generatorFor(seed, config.mac)),
       m_timeouts(timers),
       m_send(std::move(send)),
-      m_arp(config.mac, timers, [this](const Frame& frame) { transmit(frame); }),
+      m_arp(config.mac, config.arpLifetime, timers, [this](const Frame& frame) { transmit(frame); }),
       m_route(m_camera.config(), m_arp, [this](const Frame& frame) { transmit(frame); }),
       m_boot(
           m_camera.config(), timers, [this](const Frame& frame) { transmit(frame); }, m_random,
@@ -157,29 +157,44 @@ void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> f
     const IpSettings before = m_camera.ip();
     const Camera::Reaction reaction =
         m_camera.handle(*command, {datagram.source, datagram.sourcePort}, m_timeouts.now());
-    if (reaction.answer && fault != FaultAction::Mute) {
-        if (command->command == gvcp::Command::Discovery)
-            answerDiscovery(*reaction.answer, askerOf(datagram));
-        else
-            m_route.deliver(*reaction.answer, askerOf(datagram));
-        if (fault == FaultAction::Twice)
-            m_route.deliver(*reaction.answer, askerOf(datagram));
-    }
     if (fault == FaultAction::Seize)
         m_camera.hold({});
-    if (reaction.effect == Camera::Effect::Reset)
+    const auto answer = fault == FaultAction::Mute ? std::nullopt : reaction.answer;
+    // What it knows of others it knows under its address; an answer from the one of before still goes by it.
+    if (m_camera.ip().address != before.address && !(answer && answer->from == before))
+        m_arp.forget();
+    const auto follow = [this, effect = reaction.effect, before] { followUp(effect, before); };
+    if (answer && fault == FaultAction::Twice)
+        m_route.deliver(*answer, askerOf(datagram));
+    if (!answer)
+        follow();
+    else if (command->command == gvcp::Command::Discovery)
+        answerDiscovery(*answer, askerOf(datagram));
+    else
+        m_route.deliver(*answer, askerOf(datagram), follow);
+}
+
+void Station::followUp(Camera::Effect effect, const IpSettings& before)
+{
+    if (effect == Camera::Effect::Reset) {
         reset();
-    else if (reaction.effect == Camera::Effect::IpRestart)
+    } else if (effect == Camera::Effect::IpRestart) {
         restartIp(std::chrono::milliseconds{0});
-    else if (m_camera.ip() != before)
+    } else if (m_camera.ip() != before) {
+        if (m_camera.ip().address != before.address)
+            m_arp.forget();
         announceAddress();
+    }
 }
 
 void Station::hear(const ArpMessage& message)
 {
-    m_arp.heard(message);
     const gvcp::Ipv4 own = m_camera.ip().address;
-    if (!message.isRequest || message.target != own || own == 0 || meetFault(Request::Arp))
+    const bool isAsked = message.isRequest && message.target == own && own != 0;
+    if (isAsked && meetFault(Request::Arp))
+        return;
+    m_arp.heard(own, message);
+    if (!isAsked)
         return;
     ArpMessage reply;
     reply.sourceMac = mac();
@@ -199,18 +214,8 @@ void Station::hear(const Echo& echo)
     Echo reply = echo;
     reply.isRequest = false;
     reply.sourceMac = mac();
-    reply.destinationMac = echo.sourceMac;
     std::swap(reply.source, reply.destination);
-    if (ip.reaches(echo.source)) {
-        transmit(reply);
-    } else if (ip.gateway != 0) {
-        m_arp.resolve(ip.address, ip.gateway, [this, reply](std::optional<gvcp::MacAddress> gateway) mutable {
-            if (!gateway)
-                return;
-            reply.destinationMac = *gateway;
-            transmit(reply);
-        });
-    }
+    m_route.deliver(reply, ip);
 }
 
 std::optional<Fault> Station::meetFault(Request request)
@@ -270,6 +275,7 @@ void Station::restartIp(std::chrono::milliseconds off)
 {
     m_timeouts.cancelAll();
     m_underWay.clear();
+    m_arp.stop();
     m_camera.setIp({});
     m_boot.run(off, m_camera.registers().stored());
 }

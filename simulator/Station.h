@@ -60,6 +60,8 @@ private:
     void carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault);
     void carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
                        std::optional<FaultAction> fault);
+    /// What comes after the answer to a command; `before` is what the address was when it came.
+    void followUp(Camera::Effect effect, const IpSettings& before);
     void answerDiscovery(const Camera::Answer& answer, const AnswerRoute::Recipient& to);
     void sendForged(const Camera::Answer& answer, const AnswerRoute::Recipient& to, unsigned next);
     void restartIp(std::chrono::milliseconds off);

@@ -25,6 +25,9 @@ protected:
 
     Station& camera() { return *farm.stations()[0]; }
 
+    /// The camera learns from it where to send its answers to this host.
+    void askByArp() { farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}}); }
+
     int sent = 0;
     TimerQueue timers{TimerQueue::Clock::time_point{}};
     Farm farm{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
@@ -49,7 +52,7 @@ TEST_F(CommandsTest, ChangeTheCameraTheyName)
 
 TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
 {
-    farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+    askByArp();
     runCommand(farm, "hold 00:1A:2B:00:00:01");
     EXPECT_EQ(runCommand(farm, "show 00:1A:2B:00:00:01"), R"({
     "mac": "00:1A:2B:00:00:01",
@@ -89,7 +92,7 @@ TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)
     const auto answers = [this](int requests) {
         sent = 0;
         for (int i = 0; i < requests; ++i)
-            farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+            askByArp();
         return sent;
     };
     EXPECT_EQ(answers(1), 1);
@@ -105,6 +108,7 @@ TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)
 
 TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
 {
+    askByArp();
     const auto ask = [this] {
         sent = 0;
         const gvcp::Bytes readAddress{0x42, 1, 0, 0x80, 0, 4, 0, 1, 0, 0, 0, 0x24};
@@ -122,6 +126,7 @@ TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
 TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
 {
     const auto answersPing = [this] {
+        askByArp();
         sent = 0;
         farm.receive(Echo{{}, camera().mac(), 0xC0A80105, 0xC0A80114, true, 1, 1, {}});
         return sent == 1;

@@ -50,7 +50,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
-        "readMemoryOmitsAddress": true,
+        "readMemoryOmitsAddress": true, "arpLifetime": 700,
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
                    {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5}],
         "noise": ["truncated", "wrongId"]}]})");
@@ -79,6 +79,7 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_TRUE(camera.rebootsWithoutAcknowledge);
     EXPECT_FALSE(camera.writesMemory);
     EXPECT_TRUE(camera.readMemoryOmitsAddress);
+    EXPECT_EQ(camera.arpLifetime.count(), 700);
     ASSERT_EQ(camera.faults.size(), 3u);
     EXPECT_FALSE(camera.faults[2].request);
     EXPECT_EQ(camera.faults[2].action, FaultAction::Pending);

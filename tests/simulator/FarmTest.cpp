@@ -61,6 +61,10 @@ TEST_F(FarmTest, GivesAFrameToTheCameraItIsForAndABroadcastToAll)
 {
     build(R"({"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "repeat": 3})");
     const gvcp::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
+    // Each learns from it where the host is.
+    for (const gvcp::Ipv4 camera : {0xC0A80114, 0xC0A80115, 0xC0A80116})
+        farm->receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, camera, {}});
+    sent.clear();
     farm->receive(Echo{{}, second, 0xC0A80105, 0xC0A80115, true, 1, 1, {}});
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(std::get<Echo>(sent[0]).sourceMac, second);

@@ -115,6 +115,7 @@ TEST_F(StationFaults, ForgetsAtAResetWhatWasUnderWay)
     ask(ReadAddress, NearHost, CameraAddress);
     station->reset();
     pass(1000ms);
+    answerArp(NearHost, HostMac);
     sent.clear();
     ask(ReadAddress, NearHost, CameraAddress);
     expectOneAnswer(HostMac, NearHost);
@@ -159,6 +160,7 @@ TEST_F(StationFaults, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0005 0000 0007"));
     EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
     EXPECT_EQ(station->camera().control().privilege(), 1u);
+    answerArp(NearHost, HostMac);
     sent.clear();
     ask(TakeControl, NearHost, 0xC0A80163);
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("8006 0083 0004 0010 0000 0000"));

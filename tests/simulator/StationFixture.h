@@ -53,6 +53,13 @@ protected:
     /// A camera at 192.168.1.20/24 with these quirks.
     void become(CameraConfig quirks)
     {
+        becomeStranger(std::move(quirks));
+        answerArp(NearHost, HostMac);
+    }
+
+    /// Likewise; it does not know the near host's MAC.
+    void becomeStranger(CameraConfig quirks)
+    {
         quirks.mac = CameraMac;
         if (quirks.ip == IpSettings{})
             quirks.ip = {CameraAddress, 0xFFFFFF00, 0};
@@ -91,9 +98,11 @@ protected:
         station->receive(UdpDatagram{HostMac, mac, from, to, 5000, 3956, hex(datagram)});
     }
 
+    /// As if the camera had asked, whether it has or not.
     void answerArp(Ipv4 address, const MacAddress& mac)
     {
-        station->receive(ArpMessage{mac, CameraMac, false, address, CameraAddress, CameraMac});
+        station->receive(
+            ArpMessage{mac, CameraMac, false, address, station->camera().ip().address, CameraMac});
     }
 
     void pass(std::chrono::milliseconds time) { timers->advance(timers->now() + time); }
