@@ -23,14 +23,25 @@ BootSequence::BootSequence(const CameraConfig& config, TimerQueue& timers, const
 
 void BootSequence::run(std::chrono::milliseconds off, const StoredSettings& settings)
 {
-    m_timeouts.cancelAll();
-    m_dhcp.stop();
-    m_claim.stop();
-    m_phase = Phase::Off;
+    switchOff();
     if (off.count() > 0)
         m_timeouts.after(off, [this, settings] { obtainAddress(settings); });
     else
         obtainAddress(settings);
+}
+
+void BootSequence::pause(std::chrono::milliseconds off, const IpSettings& ip)
+{
+    switchOff();
+    m_timeouts.after(off, [this, ip] { finish(ip); });
+}
+
+void BootSequence::switchOff()
+{
+    m_timeouts.cancelAll();
+    m_dhcp.stop();
+    m_claim.stop();
+    m_phase = Phase::Off;
 }
 
 void BootSequence::receive(const Frame& frame)

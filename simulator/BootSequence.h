@@ -30,6 +30,8 @@ public:
 
     /// From any phase: no address and nothing on the network for the time `off`, then as the settings say.
     void run(std::chrono::milliseconds off, const StoredSettings& settings);
+    /// From any phase: nothing on the network for the time `off`, then running with this address.
+    void pause(std::chrono::milliseconds off, const IpSettings& ip);
     /// What the interface hears before it has an address.
     void receive(const Frame& frame);
 
@@ -38,6 +40,7 @@ public:
     bool isRunning() const { return m_phase == Phase::Running; }
 
 private:
+    void switchOff();
     void obtainAddress(const StoredSettings& settings);
     void obtainLease();
     void claimLinkLocal();

@@ -89,7 +89,7 @@ Camera::Reaction Camera::forceIp(const gvcp::CommandPacket& command)
     const auto force = gvcp::parseForceIp(command.payload);
     if (!force || m_control.application())
         return {};
-    Reaction reaction{acknowledge(command, {})};
+    Reaction reaction{acknowledge(command, {}), Effect::Forced};
     if (force->ip == 0)
         reaction.effect = Effect::IpRestart; // The new address is not known yet: the old one answers.
     else

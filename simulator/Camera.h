@@ -30,6 +30,7 @@ public:
     enum class Effect
     {
         None,
+        Forced,    ///< It has taken a forced address, perhaps the one that it had.
         IpRestart, ///< The stored IP configuration is to be run again.
         Reset
     };

@@ -96,6 +96,7 @@ struct CameraConfig
     std::chrono::milliseconds heartbeatTimeout{3000};
     std::chrono::milliseconds answerDelay{0};     ///< Before a DISCOVERY answer.
     std::chrono::milliseconds arpLifetime{60000}; ///< For which it remembers another's MAC.
+    std::chrono::milliseconds forceIpOffTime{0};  ///< Which a FORCEIP takes it off the network.
     bool rebootsWithoutAcknowledge = false;
     bool writesMemory = true;
     bool readMemoryOmitsAddress = false;

@@ -96,6 +96,7 @@ void readAnswers(JsonObject& object, Config& camera)
     camera.forceIpAcknowledge =
         object.choice<Config::ForceIpAcknowledge>("forceIpAcknowledge", ForceIpAcknowledges)
             .value_or(camera.forceIpAcknowledge);
+    camera.forceIpOffTime = object.milliseconds("forceIpOffTime", 0, 60000).value_or(camera.forceIpOffTime);
     camera.rebootsWithoutAcknowledge = object.flag("rebootsWithoutAck").value_or(false);
     camera.writesMemory = object.flag("writeMemory").value_or(true);
     camera.readMemoryOmitsAddress = object.flag("readMemoryOmitsAddress").value_or(false);

@@ -176,14 +176,26 @@ void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> f
 
 void Station::followUp(Camera::Effect effect, const IpSettings& before)
 {
-    if (effect == Camera::Effect::Reset) {
+    const std::chrono::milliseconds off = m_camera.config().forceIpOffTime;
+    switch (effect) {
+    case Camera::Effect::Reset:
         reset();
-    } else if (effect == Camera::Effect::IpRestart) {
-        restartIp(std::chrono::milliseconds{0});
-    } else if (m_camera.ip() != before) {
+        break;
+    case Camera::Effect::IpRestart:
+        restartIp(off);
+        break;
+    case Camera::Effect::Forced:
         if (m_camera.ip().address != before.address)
             m_arp.forget();
-        announceAddress();
+        if (off.count() > 0) {
+            dropAll();
+            m_boot.pause(off, m_camera.ip());
+        } else if (m_camera.ip() != before) {
+            announceAddress();
+        }
+        break;
+    case Camera::Effect::None:
+        break;
     }
 }
 
@@ -273,11 +285,16 @@ void Station::reset()
 
 void Station::restartIp(std::chrono::milliseconds off)
 {
+    dropAll();
+    m_camera.setIp({});
+    m_boot.run(off, m_camera.registers().stored());
+}
+
+void Station::dropAll()
+{
     m_timeouts.cancelAll();
     m_underWay.clear();
     m_arp.stop();
-    m_camera.setIp({});
-    m_boot.run(off, m_camera.registers().stored());
 }
 
 bool Station::isLost()

@@ -65,13 +65,15 @@ private:
     void answerDiscovery(const Camera::Answer& answer, const AnswerRoute::Recipient& to);
     void sendForged(const Camera::Answer& answer, const AnswerRoute::Recipient& to, unsigned next);
     void restartIp(std::chrono::milliseconds off);
+    /// Ends whatever it is about to do on the network.
+    void dropAll();
     void announceAddress();
     bool isLost();
     void transmit(const Frame& frame);
 
     Camera m_camera;
     std::mt19937 m_random;
-    Timeouts m_timeouts; ///< Of what a reset puts an end to.
+    Timeouts m_timeouts; ///< Of what ends when it leaves the network.
     FrameSink m_send;
     ArpClient m_arp;
     AnswerRoute m_route;

@@ -50,7 +50,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
-        "readMemoryOmitsAddress": true, "arpLifetime": 700,
+        "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800,
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
                    {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5}],
         "noise": ["truncated", "wrongId"]}]})");
@@ -80,6 +80,7 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_FALSE(camera.writesMemory);
     EXPECT_TRUE(camera.readMemoryOmitsAddress);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
+    EXPECT_EQ(camera.forceIpOffTime.count(), 800);
     ASSERT_EQ(camera.faults.size(), 3u);
     EXPECT_FALSE(camera.faults[2].request);
     EXPECT_EQ(camera.faults[2].action, FaultAction::Pending);
@@ -140,6 +141,8 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("repeat": 0)", R"("repeat" must be a whole number from 1 to 256)"},
         {R"("answerDelay": -1)", R"("answerDelay" must be a whole number from 0 to 60000)"},
         {R"("answerDelay": 1.5)", R"("answerDelay" must be a whole number)"},
+        {R"("forceIpOffTime": 60001)", R"("forceIpOffTime" must be a whole number from 0 to 60000)"},
+        {R"("arpLifetime": "long")", R"("arpLifetime" must be a whole number from 0 to)"},
         {R"("answer": "multicast")", R"("answer" must be one of "unicast", "arp", "broadcast")"},
         {R"("forceIpAcknowledge": "no")", R"(must be one of "old", "new", "broadcast", "never")"},
         {R"("heldPrivilege": "control")", R"("heldPrivilege" needs "heldBy")"},
