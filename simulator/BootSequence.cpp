@@ -21,7 +21,7 @@ BootSequence::BootSequence(const CameraConfig& config, TimerQueue& timers, const
         m_lastLinkLocal = config.ip.address;
 }
 
-void BootSequence::run(std::chrono::milliseconds off, const StoredSettings& settings)
+void BootSequence::run(std::chrono::milliseconds off, const StoredIp& settings)
 {
     switchOff();
     if (off.count() > 0)
@@ -53,7 +53,7 @@ void BootSequence::receive(const Frame& frame)
         m_dhcp.receive(*datagram);
 }
 
-void BootSequence::obtainAddress(const StoredSettings& settings)
+void BootSequence::obtainAddress(const StoredIp& settings)
 {
     if ((settings.ipConfig & gvcp::IpConfig::Persistent) && settings.persistent.address != 0)
         finish(settings.persistent);

@@ -29,7 +29,7 @@ public:
                  Done done);
 
     /// From any phase: no address and nothing on the network for the time `off`, then as the settings say.
-    void run(std::chrono::milliseconds off, const StoredSettings& settings);
+    void run(std::chrono::milliseconds off, const StoredIp& settings);
     /// From any phase: nothing on the network for the time `off`, then running with this address.
     void pause(std::chrono::milliseconds off, const IpSettings& ip);
     /// What the interface hears before it has an address.
@@ -41,7 +41,7 @@ public:
 
 private:
     void switchOff();
-    void obtainAddress(const StoredSettings& settings);
+    void obtainAddress(const StoredIp& settings);
     void obtainLease();
     void claimLinkLocal();
     void finish(const IpSettings& ip);

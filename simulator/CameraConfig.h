@@ -75,6 +75,8 @@ struct CameraConfig
     static constexpr std::size_t UrlSize = 512; ///< Bytes.
 
     gvcp::MacAddress mac;
+    unsigned interface = 0;                      ///< Which of its network interfaces is on this network.
+    std::vector<gvcp::MacAddress> interfaceMacs; ///< By their numbers; empty for a camera with one only.
     std::string manufacturer = "Farm Cameras";
     std::string model = "FC-1200M";
     std::string version = "1.0.0";
@@ -108,6 +110,11 @@ struct CameraConfig
     std::vector<NoiseKind> noise;
     unsigned forgedAnswers =
         0; ///< More answers to each DISCOVERY, each in the name of another, invented camera.
+
+    unsigned interfaceCount() const
+    {
+        return interfaceMacs.empty() ? 1 : static_cast<unsigned>(interfaceMacs.size());
+    }
 };
 
 } // namespace simulator

@@ -5,6 +5,8 @@
 #include "simulator/FarmConfig.h"
 #include "simulator/QuirkMembers.h"
 
+#include <set>
+
 namespace simulator {
 
 namespace {
@@ -54,6 +56,26 @@ void readIpConfiguration(JsonObject& object, const std::string& name, Config& ca
     }
     if (!camera.hasPersistentIp && (persistent || isPersistent))
         object.fail("hasPersistentIp", "cannot be false for a camera with a persistent address");
+}
+
+void readInterfaces(JsonObject& object, Config& camera)
+{
+    camera.interface = object.number("interface", 0, gvcp::MaxInterfaces - 1).value_or(0);
+    const unsigned count = object.number("interfaces", 1, gvcp::MaxInterfaces).value_or(camera.interface + 1);
+    const auto macs = object.macs("interfaceMacs");
+    if (count <= camera.interface)
+        object.fail("interfaces", "must be more than \"interface\", which counts from 0");
+    if (count > 1 && !macs)
+        object.fail("interfaceMacs", "is missing: it lists the MAC of each of the camera's interfaces");
+    if (!macs)
+        return;
+    if (macs->size() != count)
+        object.fail("interfaceMacs", "must list " + std::to_string(count) + " MAC addresses");
+    if ((*macs)[camera.interface] != camera.mac)
+        object.fail("interfaceMacs", "must have \"mac\" in the place of \"interface\", counted from 0");
+    if (std::set<gvcp::MacAddress>(macs->begin(), macs->end()).size() != count)
+        object.fail("interfaceMacs", "must list each MAC address once");
+    camera.interfaceMacs = *macs;
 }
 
 void readTimes(JsonObject& object, Config& camera)
@@ -115,6 +137,7 @@ std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t ind
     camera.ip = readIp(object, UsualMask);
     readTexts(object, camera);
     readIpConfiguration(object, name, camera);
+    readInterfaces(object, camera);
     readTimes(object, camera);
     readQuirks(object, name, camera);
     readDescription(object, directory, camera);
@@ -125,6 +148,8 @@ std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t ind
     for (unsigned i = 0; i < repeat; ++i) {
         Config& each = cameras[i];
         each.mac = countedUp(camera.mac, i);
+        for (gvcp::MacAddress& other : each.interfaceMacs)
+            other = countedUp(other, i);
         if (each.ip.address != 0)
             each.ip.address += i;
         if (each.persistent.address != 0)

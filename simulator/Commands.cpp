@@ -135,14 +135,19 @@ std::string show(Station& station, const Words&)
 {
     const Camera& camera = station.camera();
     const StoredSettings stored = camera.registers().stored();
+    const StoredIp own = camera.registers().storedIp();
     const auto& controller = camera.control().application();
     Json json{{"mac", toText(station.mac())}};
     json.update(toJson(camera.ip()));
-    json["ipConfiguration"] = stored.ipConfig & gvcp::IpConfig::Persistent ? "persistent"
-                              : stored.ipConfig & gvcp::IpConfig::Dhcp     ? "dhcp"
-                                                                           : "lla";
-    json["ipConfigurationBits"] = stored.ipConfig;
-    json["persistent"] = toJson(stored.persistent);
+    json["ipConfiguration"] = own.ipConfig & gvcp::IpConfig::Persistent ? "persistent"
+                              : own.ipConfig & gvcp::IpConfig::Dhcp     ? "dhcp"
+                                                                        : "lla";
+    json["ipConfigurationBits"] = own.ipConfig;
+    json["persistent"] = toJson(own.persistent);
+    for (const StoredIp& each : stored.interfaces) {
+        Json& interface = json["interfaces"].emplace_back(toJson(each.persistent));
+        interface["ipConfigurationBits"] = each.ipConfig;
+    }
     json["userName"] = stored.userName;
     json["held"] = controller.has_value();
     json["controller"] = controller ? gvcp::toText(controller->address) : "none";

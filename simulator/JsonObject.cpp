@@ -98,13 +98,27 @@ std::optional<gvcp::Ipv4> JsonObject::mask(const char* member)
 std::optional<gvcp::MacAddress> JsonObject::mac(const char* member)
 {
     const nlohmann::json* const value = any(member);
-    if (!value)
+    return value ? std::optional(macIn(member, *value)) : std::nullopt;
+}
+
+std::optional<std::vector<gvcp::MacAddress>> JsonObject::macs(const char* member)
+{
+    const nlohmann::json* const list = array(member);
+    if (!list)
         return std::nullopt;
+    std::vector<gvcp::MacAddress> all;
+    for (const nlohmann::json& value : *list)
+        all.push_back(macIn(member, value));
+    return all;
+}
+
+gvcp::MacAddress JsonObject::macIn(const char* member, const nlohmann::json& value) const
+{
     const auto parsed =
-        value->is_string() ? gvcp::parseMac(value->get_ref<const std::string&>()) : std::nullopt;
+        value.is_string() ? gvcp::parseMac(value.get_ref<const std::string&>()) : std::nullopt;
     if (!parsed || (parsed->bytes[0] & 1) != 0 || *parsed == gvcp::MacAddress{})
         fail(member, "must be the MAC address of a single interface, such as \"00:1A:2B:00:00:01\"");
-    return parsed;
+    return *parsed;
 }
 
 void JsonObject::rejectOthers() const

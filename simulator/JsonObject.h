@@ -36,6 +36,7 @@ public:
     std::optional<gvcp::Ipv4> address(const char* member);
     std::optional<gvcp::Ipv4> mask(const char* member);
     std::optional<gvcp::MacAddress> mac(const char* member);
+    std::optional<std::vector<gvcp::MacAddress>> macs(const char* member);
 
     /// The texts that a member may hold, and what they stand for.
     template <typename T>
@@ -66,6 +67,8 @@ public:
     [[noreturn]] void fail(const char* member, const std::string& why) const;
 
 private:
+    gvcp::MacAddress macIn(const char* member, const nlohmann::json& value) const;
+
     template <typename T>
     T chosen(const char* member, const nlohmann::json& value, Choices<T> allowed) const
     {

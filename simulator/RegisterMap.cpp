@@ -35,6 +35,29 @@ constexpr std::size_t UserNameSize = 16;
 constexpr std::uint32_t IpMethodBits =
     gvcp::IpConfig::Persistent | gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
 
+/// Where an interface has an address, given as those of the first one.
+struct IpRegisters
+{
+    std::uint32_t address;
+    std::uint32_t mask;
+    std::uint32_t gateway;
+};
+constexpr IpRegisters Current{CurrentIp, CurrentSubnetMask, CurrentGateway};
+constexpr IpRegisters Persistent{reg::PersistentIp, reg::PersistentSubnetMask, reg::PersistentGateway};
+
+IpSettings readIp(const RegisterMap& map, unsigned interface, const IpRegisters& at)
+{
+    return {map.word(reg::ofInterface(interface, at.address)), map.word(reg::ofInterface(interface, at.mask)),
+            map.word(reg::ofInterface(interface, at.gateway))};
+}
+
+void writeIp(RegisterMap& map, unsigned interface, const IpRegisters& at, const IpSettings& ip)
+{
+    map.setWord(reg::ofInterface(interface, at.address), ip.address);
+    map.setWord(reg::ofInterface(interface, at.mask), ip.mask);
+    map.setWord(reg::ofInterface(interface, at.gateway), ip.gateway);
+}
+
 constexpr std::uint32_t bitsOf(CameraConfig::IpMethod method)
 {
     switch (method) {
@@ -48,27 +71,44 @@ constexpr std::uint32_t bitsOf(CameraConfig::IpMethod method)
     return gvcp::IpConfig::LinkLocal;
 }
 
+/// The interfaces that are on no network have something of their own.
+StoredSettings factorySettings(const CameraConfig& config)
+{
+    StoredSettings settings;
+    for (unsigned number = 0; number < config.interfaceCount(); ++number) {
+        const IpSettings unused{0x0A090001 + (number << 8), 0xFFFFFF00, 0}; // 10.9.N.1/24
+        settings.interfaces.push_back(
+            number == config.interface ? StoredIp{bitsOf(config.ipMethod), config.persistent}
+                                       : StoredIp{bitsOf(CameraConfig::IpMethod::Persistent), unused});
+    }
+    settings.userName = config.userName;
+    return settings;
+}
+
 } // namespace
 
-RegisterMap::RegisterMap(const CameraConfig& config)
-    : RegisterMap(config, {bitsOf(config.ipMethod), config.persistent, config.userName})
+RegisterMap::RegisterMap(const CameraConfig& config) : RegisterMap(config, factorySettings(config))
 {
     setCurrentIp(config.ip);
 }
 
 RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& settings)
     : m_description(config.description.file),
+      m_interface(config.interface),
+      m_interfaceCount(config.interfaceCount()),
       m_resetRegister(config.resetRegister),
       m_hasPersistentIp(config.hasPersistentIp)
 {
     layOut(config);
-    const auto& mac = config.mac.bytes;
     setWord(Version, 0x00010002);
     setWord(reg::DeviceMode, 0x80000001); // big-endian, UTF-8
-    setWord(reg::MacHigh, static_cast<std::uint32_t>(mac[0] << 8 | mac[1]));
-    setWord(reg::MacLow, gvcp::readU32(mac, 2));
-    setWord(reg::SupportedIpConfig,
-            m_hasPersistentIp ? IpMethodBits : IpMethodBits & ~gvcp::IpConfig::Persistent);
+    for (unsigned number = 0; number < m_interfaceCount; ++number) {
+        const auto& mac = (number == m_interface ? config.mac : config.interfaceMacs[number]).bytes;
+        setWord(reg::ofInterface(number, reg::MacHigh), static_cast<std::uint32_t>(mac[0] << 8 | mac[1]));
+        setWord(reg::ofInterface(number, reg::MacLow), gvcp::readU32(mac, 2));
+        setWord(reg::ofInterface(number, reg::SupportedIpConfig),
+                hasStoredAddress(number) ? IpMethodBits : IpMethodBits & ~gvcp::IpConfig::Persistent);
+    }
     setText(ManufacturerName, 32, config.manufacturer);
     setText(ModelName, 32, config.model);
     setText(DeviceVersion, 32, config.version);
@@ -76,7 +116,7 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     setText(SerialNumber, 16, config.serial);
     setText(FirstUrl, CameraConfig::UrlSize, config.description.url);
     setText(SecondUrl, CameraConfig::UrlSize, config.description.secondUrl);
-    setWord(reg::InterfaceCount, 1);
+    setWord(reg::InterfaceCount, m_interfaceCount);
     setWord(StreamChannelCount, 1);
     setWord(reg::GvcpCapability, capabilities(config));
     setWord(reg::HeartbeatTimeout, static_cast<std::uint32_t>(config.heartbeatTimeout.count()));
@@ -93,11 +133,8 @@ void RegisterMap::layOut(const CameraConfig& config)
     add(FirstUrl, CameraConfig::UrlSize, !writable);
     add(SecondUrl, CameraConfig::UrlSize, !writable);
     add(reg::InterfaceCount, 4, !writable);
-    if (m_hasPersistentIp) {
-        add(reg::PersistentIp, 4, writable);
-        add(reg::PersistentSubnetMask, 4, writable);
-        add(reg::PersistentGateway, 4, writable);
-    }
+    for (unsigned number = 0; number < m_interfaceCount; ++number)
+        layOutInterface(number);
     add(MessageChannelCount, 8, !writable);
     add(reg::GvcpCapability, 4, !writable);
     add(reg::HeartbeatTimeout, 4, writable);
@@ -106,6 +143,22 @@ void RegisterMap::layOut(const CameraConfig& config)
     add(ApplicationPort, 4, !writable);
     add(ApplicationAddress, 4, !writable);
     add(m_resetRegister, 4, writable);
+}
+
+void RegisterMap::layOutInterface(unsigned number)
+{
+    constexpr bool writable = true;
+    // The first one has these at the beginning of the map.
+    if (number > 0) {
+        add(reg::ofInterface(number, reg::MacHigh), reg::CurrentIpConfig - reg::MacHigh, !writable);
+        add(reg::ofInterface(number, reg::CurrentIpConfig), 4, writable);
+        for (const std::uint32_t each : {CurrentIp, CurrentSubnetMask, CurrentGateway})
+            add(reg::ofInterface(number, each), 4, !writable);
+    }
+    if (hasStoredAddress(number))
+        for (const std::uint32_t each :
+             {reg::PersistentIp, reg::PersistentSubnetMask, reg::PersistentGateway})
+            add(reg::ofInterface(number, each), 4, writable);
 }
 
 std::uint32_t RegisterMap::capabilities(const CameraConfig& config) const
@@ -146,14 +199,22 @@ Status RegisterMap::write(std::uint32_t address, gvcp::ByteView data)
     }
     for (std::size_t done = 0; done < data.size(); done += 4) {
         const auto at = static_cast<std::uint32_t>(address + done);
-        std::uint32_t value = gvcp::readU32(data, done);
-        // What the camera has not got cannot be switched on, nor link-local addressing off. The bits above
-        // belong to other features: they stay as they are written.
-        if (at == reg::CurrentIpConfig)
-            value = (value & ~(IpMethodBits & ~word(reg::SupportedIpConfig))) | gvcp::IpConfig::LinkLocal;
-        setWord(at, value);
+        setWord(at, accepted(at, gvcp::readU32(data, done)));
     }
     return Status::Success;
+}
+
+std::uint32_t RegisterMap::accepted(std::uint32_t address, std::uint32_t value) const
+{
+    for (unsigned number = 0; number < m_interfaceCount; ++number) {
+        if (address != reg::ofInterface(number, reg::CurrentIpConfig))
+            continue;
+        // What the camera has not got cannot be switched on, nor link-local addressing off. The bits above
+        // belong to other features: they stay as they are written.
+        const std::uint32_t supported = word(reg::ofInterface(number, reg::SupportedIpConfig));
+        return (value & ~(IpMethodBits & ~supported)) | gvcp::IpConfig::LinkLocal;
+    }
+    return value;
 }
 
 std::uint32_t RegisterMap::word(std::uint32_t address) const
@@ -171,37 +232,44 @@ void RegisterMap::setWord(std::uint32_t address, std::uint32_t value)
 
 IpSettings RegisterMap::currentIp() const
 {
-    return {word(CurrentIp), word(CurrentSubnetMask), word(CurrentGateway)};
+    return readIp(*this, m_interface, Current);
 }
 
 void RegisterMap::setCurrentIp(const IpSettings& ip)
 {
-    setWord(CurrentIp, ip.address);
-    setWord(CurrentSubnetMask, ip.mask);
-    setWord(CurrentGateway, ip.gateway);
+    writeIp(*this, m_interface, Current, ip);
 }
 
 StoredSettings RegisterMap::stored() const
 {
     StoredSettings settings;
-    settings.ipConfig = word(reg::CurrentIpConfig);
-    if (m_hasPersistentIp)
-        settings.persistent = {word(reg::PersistentIp), word(reg::PersistentSubnetMask),
-                               word(reg::PersistentGateway)};
+    for (unsigned number = 0; number < m_interfaceCount; ++number)
+        settings.interfaces.push_back(storedIp(number));
     const gvcp::Bytes& name = regionAt(reg::UserDefinedName)->bytes;
     settings.userName.assign(name.begin(), std::find(name.begin(), name.end(), 0));
     return settings;
 }
 
+StoredIp RegisterMap::storedIp(unsigned interface) const
+{
+    return {word(reg::ofInterface(interface, reg::CurrentIpConfig)),
+            hasStoredAddress(interface) ? readIp(*this, interface, Persistent) : IpSettings{}};
+}
+
 void RegisterMap::store(const StoredSettings& settings)
 {
-    setWord(reg::CurrentIpConfig, settings.ipConfig);
-    if (m_hasPersistentIp) {
-        setWord(reg::PersistentIp, settings.persistent.address);
-        setWord(reg::PersistentSubnetMask, settings.persistent.mask);
-        setWord(reg::PersistentGateway, settings.persistent.gateway);
-    }
+    for (unsigned number = 0; number < m_interfaceCount; ++number)
+        store(number, settings.interfaces[number]);
     setText(reg::UserDefinedName, UserNameSize, settings.userName);
+}
+
+void RegisterMap::store(unsigned interface, const StoredIp& settings)
+{
+    setWord(reg::ofInterface(interface, reg::CurrentIpConfig), settings.ipConfig);
+    if (hasStoredAddress(interface))
+        writeIp(*this, interface, Persistent, settings.persistent);
+    if (interface != m_interface)
+        writeIp(*this, interface, Current, settings.persistent);
 }
 
 bool RegisterMap::takeResetRequest()
@@ -222,6 +290,9 @@ gvcp::Bytes RegisterMap::discoveryBlock() const
 {
     gvcp::Bytes block(DiscoveryBlockSize);
     read(Version, block);
+    for (const std::uint32_t each : {reg::MacHigh, reg::MacLow, reg::SupportedIpConfig, reg::CurrentIpConfig,
+                                     CurrentIp, CurrentSubnetMask, CurrentGateway})
+        gvcp::writeU32(block, each, word(reg::ofInterface(m_interface, each)));
     return block;
 }
 

@@ -31,15 +31,19 @@ public:
     std::uint32_t word(std::uint32_t address) const;
     void setWord(std::uint32_t address, std::uint32_t value);
 
+    /// Of the interface that is on this network.
     IpSettings currentIp() const;
     void setCurrentIp(const IpSettings& ip);
     /// What outlives a reset.
     StoredSettings stored() const;
+    /// Its part for the interface that is on this network.
+    StoredIp storedIp() const { return storedIp(m_interface); }
     /// The application in control; all zero for none.
     void setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port);
     /// Whether the reset register has been written since the last call.
     bool takeResetRequest();
-    /// The first 248 bytes: what a DISCOVERY acknowledge carries.
+    /// What a DISCOVERY acknowledge carries: the first 248 bytes, with what belongs to this network's
+    /// interface in place of the first one's.
     gvcp::Bytes discoveryBlock() const;
 
 private:
@@ -56,6 +60,12 @@ private:
     /// Four bytes; null where nothing is.
     const std::uint8_t* wordAt(std::uint32_t address) const;
     void layOut(const CameraConfig& config);
+    void layOutInterface(unsigned number);
+    bool hasStoredAddress(unsigned interface) const { return m_hasPersistentIp || interface != m_interface; }
+    StoredIp storedIp(unsigned interface) const;
+    void store(unsigned interface, const StoredIp& settings);
+    /// What a register holds when an application has written this.
+    std::uint32_t accepted(std::uint32_t address, std::uint32_t value) const;
     void store(const StoredSettings& settings);
     std::uint32_t capabilities(const CameraConfig& config) const;
     void add(std::uint32_t address, std::size_t size, bool writable);
@@ -65,6 +75,8 @@ private:
 
     std::vector<Region> m_regions;                    ///< Each of whole registers, none overlapping.
     std::shared_ptr<const gvcp::Bytes> m_description; ///< Shared by cameras that have the same one.
+    unsigned m_interface;
+    unsigned m_interfaceCount;
     std::uint32_t m_resetRegister;
     bool m_hasPersistentIp;
 };

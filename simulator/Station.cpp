@@ -287,7 +287,7 @@ void Station::restartIp(std::chrono::milliseconds off)
 {
     dropAll();
     m_camera.setIp({});
-    m_boot.run(off, m_camera.registers().stored());
+    m_boot.run(off, m_camera.registers().storedIp());
 }
 
 void Station::dropAll()

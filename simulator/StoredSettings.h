@@ -4,14 +4,23 @@
 #include "simulator/IpSettings.h"
 
 #include <string>
+#include <vector>
 
 namespace simulator {
+
+/// What a network interface of a camera starts with.
+struct StoredIp
+{
+    std::uint32_t ipConfig = 0; ///< The whole register, gvcp::IpConfig bits and those above them.
+    IpSettings persistent;
+
+    bool operator==(const StoredIp&) const = default;
+};
 
 /// What a camera still knows after a reset; all else begins anew.
 struct StoredSettings
 {
-    std::uint32_t ipConfig = 0; ///< The whole register, gvcp::IpConfig bits and those above them.
-    IpSettings persistent;
+    std::vector<StoredIp> interfaces; ///< All of them, by their number.
     std::string userName;
 
     bool operator==(const StoredSettings&) const = default;

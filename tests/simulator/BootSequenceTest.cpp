@@ -60,7 +60,7 @@ TEST_F(BootSequenceTest, OfACameraThatHasAnAddressIsOverBeforeItBegins)
 
 TEST_F(BootSequenceTest, TakesTheStoredAddressWhenItIsToBeOff)
 {
-    bootOf(at({})).run(300ms, {Persistent, Stored, ""});
+    bootOf(at({})).run(300ms, {Persistent, Stored});
     EXPECT_FALSE(boot->isOn());
     pass(299ms);
     EXPECT_TRUE(addresses.empty());
@@ -72,13 +72,13 @@ TEST_F(BootSequenceTest, TakesTheStoredAddressWhenItIsToBeOff)
 
 TEST_F(BootSequenceTest, PrefersTheStoredAddressToALease)
 {
-    bootOf(at({})).run(0ms, {Persistent | Dhcp, Stored, ""});
+    bootOf(at({})).run(0ms, {Persistent | Dhcp, Stored});
     EXPECT_EQ(addresses, std::vector{Stored});
 }
 
 TEST_F(BootSequenceTest, AsksForALeaseWhenNothingIsStoredAndFallsBackToLinkLocal)
 {
-    bootOf(at({})).run(0ms, {Persistent | Dhcp, {}, ""});
+    bootOf(at({})).run(0ms, {Persistent | Dhcp, {}});
     EXPECT_EQ(boot->phase(), Phase::Dhcp);
     pass(3999ms);
     ASSERT_GE(sent.size(), 1u);
@@ -94,7 +94,7 @@ TEST_F(BootSequenceTest, AsksForALeaseWhenNothingIsStoredAndFallsBackToLinkLocal
 
 TEST_F(BootSequenceTest, GoesStraightToLinkLocalWhenDhcpIsOff)
 {
-    bootOf(at(AtStart)).run(0ms, {LinkLocalOnly, Stored, ""});
+    bootOf(at(AtStart)).run(0ms, {LinkLocalOnly, Stored});
     EXPECT_EQ(boot->phase(), Phase::LinkLocal);
     pass(401ms);
     ASSERT_EQ(addresses.size(), 1u);
@@ -105,7 +105,7 @@ TEST_F(BootSequenceTest, GoesStraightToLinkLocalWhenDhcpIsOff)
 
 TEST_F(BootSequenceTest, TakesItsConfiguredAddressForTheLease)
 {
-    bootOf(at(AtStart)).run(10ms, {Dhcp, Stored, ""});
+    bootOf(at(AtStart)).run(10ms, {Dhcp, Stored});
     pass(10ms);
     EXPECT_EQ(addresses, std::vector{AtStart});
     EXPECT_TRUE(sent.empty());
@@ -114,7 +114,7 @@ TEST_F(BootSequenceTest, TakesItsConfiguredAddressForTheLease)
 TEST_F(BootSequenceTest, AsksForALeaseWhenItsConfiguredAddressIsLinkLocalAndReturnsToThatOne)
 {
     const IpSettings linkLocal{0xA9FE2107, 0xFFFF0000, 0};
-    bootOf(at(linkLocal)).run(0ms, {Dhcp, {}, ""});
+    bootOf(at(linkLocal)).run(0ms, {Dhcp, {}});
     EXPECT_EQ(boot->phase(), Phase::Dhcp);
     pass(4401ms);
     EXPECT_EQ(addresses, std::vector{linkLocal});
@@ -122,14 +122,14 @@ TEST_F(BootSequenceTest, AsksForALeaseWhenItsConfiguredAddressIsLinkLocalAndRetu
 
 TEST_F(BootSequenceTest, BeginsAnewInWhateverPhaseItIs)
 {
-    bootOf(at({})).run(0ms, {Dhcp, {}, ""});
+    bootOf(at({})).run(0ms, {Dhcp, {}});
     pass(100ms);
-    boot->run(50ms, {LinkLocalOnly, {}, ""});
+    boot->run(50ms, {LinkLocalOnly, {}});
     EXPECT_FALSE(boot->isOn());
     pass(150ms);
     EXPECT_EQ(boot->phase(), Phase::LinkLocal);
     sent.clear();
-    boot->run(50ms, {Persistent, Stored, ""});
+    boot->run(50ms, {Persistent, Stored});
     pass(10s);
     EXPECT_EQ(addresses, std::vector{Stored});
     EXPECT_TRUE(sent.empty()) << "nothing of the earlier ones is left";

@@ -66,6 +66,14 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
         "mask": "0.0.0.0",
         "gateway": "0.0.0.0"
     },
+    "interfaces": [
+        {
+            "address": "0.0.0.0",
+            "mask": "0.0.0.0",
+            "gateway": "0.0.0.0",
+            "ipConfigurationBits": 6
+        }
+    ],
     "userName": "left",
     "held": true,
     "controller": "192.0.2.1",
@@ -85,6 +93,36 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     }
 }
 )");
+}
+
+TEST_F(CommandsTest, ShowWhatIsStoredForEachOfACamerasInterfaces)
+{
+    Farm other{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+                                                "ipConfiguration": "persistent", "interface": 1,
+                                                "interfaceMacs": ["00:1A:2B:00:00:0A", "00:1A:2B:00:00:01"]}]})"),
+               timers, [](const Frame&) {}};
+    EXPECT_THAT(runCommand(other, "show 00:1A:2B:00:00:01"), HasSubstr(R"(
+    "ipConfigurationBits": 5,
+    "persistent": {
+        "address": "192.168.1.20",
+        "mask": "255.255.255.0",
+        "gateway": "0.0.0.0"
+    },
+    "interfaces": [
+        {
+            "address": "10.9.0.1",
+            "mask": "255.255.255.0",
+            "gateway": "0.0.0.0",
+            "ipConfigurationBits": 5
+        },
+        {
+            "address": "192.168.1.20",
+            "mask": "255.255.255.0",
+            "gateway": "0.0.0.0",
+            "ipConfigurationBits": 5
+        }
+    ],
+)"));
 }
 
 TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)

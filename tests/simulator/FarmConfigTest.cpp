@@ -50,7 +50,8 @@ TEST(FarmConfig, ReadsEveryMember)
         "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
-        "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800,
+        "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "interface": 1,
+        "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
                    {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5}],
         "noise": ["truncated", "wrongId"]}]})");
@@ -79,6 +80,9 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_TRUE(camera.rebootsWithoutAcknowledge);
     EXPECT_FALSE(camera.writesMemory);
     EXPECT_TRUE(camera.readMemoryOmitsAddress);
+    EXPECT_EQ(camera.interface, 1u);
+    ASSERT_EQ(camera.interfaceCount(), 3u);
+    EXPECT_EQ(toText(camera.interfaceMacs[2]), "00:1A:2B:00:00:13");
     EXPECT_EQ(camera.arpLifetime.count(), 700);
     EXPECT_EQ(camera.forceIpOffTime.count(), 800);
     ASSERT_EQ(camera.faults.size(), 3u);
@@ -100,9 +104,11 @@ TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
 {
     const FarmConfig farm =
         parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:FF", "address": "10.0.0.254",
-        "serial": "A098", "ipConfiguration": "persistent", "repeat": 3}]})");
+        "serial": "A098", "ipConfiguration": "persistent", "repeat": 3,
+        "interfaces": 2, "interfaceMacs": ["00:1A:2B:00:00:FF", "00:1A:2B:00:01:FF"]}]})");
     ASSERT_EQ(farm.cameras.size(), 3u);
     EXPECT_EQ(toText(farm.cameras[2].mac), "00:1A:2B:00:01:01");
+    EXPECT_EQ(toText(farm.cameras[2].interfaceMacs[1]), "00:1A:2B:00:02:01");
     EXPECT_EQ(farm.cameras[2].ip.address, 0x0A000100u);
     EXPECT_EQ(farm.cameras[2].persistent, farm.cameras[2].ip);
     EXPECT_EQ(farm.cameras[1].serial, "A099");
@@ -146,6 +152,18 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("answer": "multicast")", R"("answer" must be one of "unicast", "arp", "broadcast")"},
         {R"("forceIpAcknowledge": "no")", R"(must be one of "old", "new", "broadcast", "never")"},
         {R"("heldPrivilege": "control")", R"("heldPrivilege" needs "heldBy")"},
+        {R"("interface": 4)", R"("interface" must be a whole number from 0 to 3)"},
+        {R"("interfaces": 5)", R"("interfaces" must be a whole number from 1 to 4)"},
+        {R"("interface": 1, "interfaces": 1)", R"("interfaces" must be more than "interface")"},
+        {R"("interface": 1)", R"("interfaceMacs" is missing)"},
+        {R"("interfaces": 2)", R"("interfaceMacs" is missing)"},
+        {R"("interfaceMacs": "001A2B000001")", R"("interfaceMacs" must be a list in brackets)"},
+        {R"("interfaceMacs": ["001A2B000002"])", R"("interfaceMacs" must have "mac" in the place)"},
+        {R"("interface": 1, "interfaceMacs": ["001A2B000001"])", R"("interfaceMacs" must list 2 MAC)"},
+        {R"("interface": 1, "interfaceMacs": ["001A2B000001", "001A2B000001"])",
+         "must list each MAC address once"},
+        {R"("interface": 1, "interfaceMacs": ["none", "001A2B000001"])",
+         "must be the MAC address of a single"},
         {R"("loss": 2)", R"("loss" must be a number from 0 to 1)"},
         {R"("noise": "random")", R"("noise" must be a list in brackets)"},
         {R"("noise": ["loud"])", R"("noise" must be one of "truncated", "oversized", "foreign")"},

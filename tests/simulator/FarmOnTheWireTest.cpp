@@ -180,6 +180,23 @@ TEST_F(FarmOnTheWire, ADissectorKnowsTheAnswersOfACameraThatIsSlowBusyOrDescribe
                     StartsWith(" 1 1 GVCP < READMEM_ACK")));
 }
 
+TEST_F(FarmOnTheWire, ADissectorKnowsTheRegistersOfASecondInterface)
+{
+    const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+        "ipConfiguration": "persistent", "interface": 1, "interfaceMacs": ["00:1A:2B:00:00:0A", "00:1A:2B:00:00:01"]}]})");
+    const std::string registers[] = {"00000684", "0000068C", "0000069C", "000006CC"};
+    Capture capture(host, "host 192.168.1.20 and udp port 3956", 2 * std::size(registers));
+    const GvcpClient client(host);
+    for (const std::string& each : registers)
+        EXPECT_FALSE(client.ask(CameraAddress, hex("42 01 0080 0004 0001" + each)).empty());
+    EXPECT_THAT(
+        capture.finish("udp.srcport == 3956"),
+        testing::ElementsAre(" 1 1 GVCP < READREG_ACK [Device MAC address Low (Net #1)] Value=0x2B000001",
+                             " 1 1 GVCP < READREG_ACK [Current IP Configuration (Net #1)] Value=0x00000005",
+                             " 1 1 GVCP < READREG_ACK [Current IP Address (Net #1)] Value=0xC0A80114",
+                             " 1 1 GVCP < READREG_ACK [Persistent IP address (Net #1)] Value=0xC0A80114"));
+}
+
 TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
 {
     const lab::Farm farm(network, ThreeCameras);

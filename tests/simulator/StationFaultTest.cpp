@@ -65,12 +65,12 @@ TEST_F(StationFaults, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
     ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u);
     EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0089 0004 0002 0000 1388"));
     pass(4999ms);
-    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0u);
+    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, 0u);
     EXPECT_EQ(sent.size(), 1u);
     pass(1ms);
     EXPECT_EQ(sentOf<UdpDatagram>().at(1).payload, hex("0000 0083 0004 0002 0000 0001"))
         << "its controller was excused from the heartbeat";
-    EXPECT_EQ(station->camera().registers().stored().persistent.address, 0xAC100007u);
+    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, 0xAC100007u);
 }
 
 TEST_F(StationFaults, CarriesOutOnceWhatIsSentAgainWhileItIsUnderWay)

@@ -235,6 +235,22 @@ TEST_F(StationTest, RebootsWhenItsResetRegisterIsWritten)
     EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
 }
 
+TEST_F(StationTest, RebootsIntoWhatIsStoredForTheInterfaceThatIsOnTheNetwork)
+{
+    CameraConfig camera;
+    camera.rebootTime = 300ms;
+    camera.interface = 1;
+    camera.interfaceMacs = {RouterMac, CameraMac};
+    become(camera);
+    ask(TakeControl, NearHost, CameraAddress);
+    ask("42 01 0082 0008 0003 0000064C AC100008", NearHost, CameraAddress);
+    ask("42 01 0082 0008 0004 000006CC AC100007", NearHost, CameraAddress);
+    ask("42 01 0082 0008 0005 0000068C 00000005", NearHost, CameraAddress);
+    ask("42 01 0082 0008 0006 00010000 00000001", NearHost, CameraAddress);
+    pass(300ms);
+    EXPECT_EQ(station->camera().ip().address, 0xAC100007u);
+}
+
 TEST_F(StationTest, RunsItsIpConfigurationAgainWhenForcedToNoAddress)
 {
     ask(ForceTo192_168_1_99, NearHost);
