@@ -61,11 +61,18 @@ std::optional<Camera::Answer> Camera::refuse(const gvcp::CommandPacket& command,
 std::optional<Camera::Answer> Camera::announceDelay(const gvcp::CommandPacket& command,
                                                     std::chrono::milliseconds time) const
 {
+    if (!isPendingAckOn())
+        return std::nullopt;
     gvcp::Bytes payload(4);
     gvcp::writeU16(payload, 2, static_cast<std::uint16_t>(time.count()));
     gvcp::CommandPacket pending = command;
     pending.command = Pending;
     return acknowledge(pending, {Status::Success, payload});
+}
+
+bool Camera::isPendingAckOn() const
+{
+    return m_registers.word(reg::GvcpConfiguration) & gvcp::Configuration::PendingAck;
 }
 
 std::optional<Camera::Answer> Camera::acknowledge(const gvcp::CommandPacket& command,

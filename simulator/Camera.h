@@ -49,9 +49,10 @@ public:
     Reaction handle(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now);
     /// Answers such a command with this status and does nothing.
     std::optional<Answer> refuse(const gvcp::CommandPacket& command, gvcp::Status status) const;
-    /// Says that the answer will take that long. Meanwhile the asker need not be heard to stay in control.
+    /// Says that the answer will take that long, if an application has switched that on.
     std::optional<Answer> announceDelay(const gvcp::CommandPacket& command,
                                         std::chrono::milliseconds time) const;
+    bool isPendingAckOn() const;
     void excuse(const Asker& asker, Clock::time_point until) { m_control.heard(asker, until); }
     /// Ends control whose heartbeat has stopped.
     void passTime(Clock::time_point now);

@@ -101,6 +101,8 @@ struct CameraConfig
     std::chrono::milliseconds forceIpOffTime{0};  ///< Which a FORCEIP takes it off the network.
     bool rebootsWithoutAcknowledge = false;
     bool writesMemory = true;
+    bool hasPendingAck = true;
+    bool pendingAckOn = false; ///< Before any application has switched it on.
     bool readMemoryOmitsAddress = false;
     AnswerBy answerBy = AnswerBy::Unicast;
     ForceIpAcknowledge forceIpAcknowledge = ForceIpAcknowledge::FromOldAddress;

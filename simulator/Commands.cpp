@@ -152,6 +152,7 @@ std::string show(Station& station, const Words&)
     json["held"] = controller.has_value();
     json["controller"] = controller ? gvcp::toText(controller->address) : "none";
     json["privilege"] = camera.control().privilege();
+    json["pendingAckOn"] = camera.isPendingAckOn();
     json["plugged"] = station.isPlugged();
     json["state"] = nameOf(station.phase());
     json["resets"] = station.resets();

@@ -14,7 +14,7 @@ enum class FaultAction
     Drop,         ///< It is ignored.
     Mute,         ///< It is carried out and not acknowledged.
     Delay,        ///< It is carried out after the fault's time.
-    Pending,      ///< Likewise, and PENDING_ACK says so at once.
+    Pending,      ///< Likewise, and PENDING_ACK says so at once, where it is switched on.
     Busy,         ///< It is refused with this status.
     BadAlignment, ///< Likewise.
     Twice,        ///< It is carried out, and acknowledged twice.

@@ -100,6 +100,10 @@ void readAnswers(JsonObject& object, Config& camera)
     camera.rebootsWithoutAcknowledge = object.flag("rebootsWithoutAck").value_or(false);
     camera.writesMemory = object.flag("writeMemory").value_or(true);
     camera.readMemoryOmitsAddress = object.flag("readMemoryOmitsAddress").value_or(false);
+    camera.hasPendingAck = object.flag("hasPendingAck").value_or(true);
+    camera.pendingAckOn = object.flag("pendingAckOn").value_or(false);
+    if (camera.pendingAckOn && !camera.hasPendingAck)
+        object.fail("pendingAckOn", "cannot be true for a camera whose \"hasPendingAck\" is false");
 }
 
 } // namespace

@@ -120,6 +120,7 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     setWord(StreamChannelCount, 1);
     setWord(reg::GvcpCapability, capabilities(config));
     setWord(reg::HeartbeatTimeout, static_cast<std::uint32_t>(config.heartbeatTimeout.count()));
+    setWord(reg::GvcpConfiguration, config.pendingAckOn ? gvcp::Configuration::PendingAck : 0);
     store(settings);
 }
 
@@ -138,6 +139,7 @@ void RegisterMap::layOut(const CameraConfig& config)
     add(MessageChannelCount, 8, !writable);
     add(reg::GvcpCapability, 4, !writable);
     add(reg::HeartbeatTimeout, 4, writable);
+    add(reg::GvcpConfiguration, 4, writable);
     // Written only by way of the privilege's own rules, which are the protocol's.
     add(reg::ControlChannelPrivilege, 4, !writable);
     add(ApplicationPort, 4, !writable);
@@ -163,12 +165,13 @@ void RegisterMap::layOutInterface(unsigned number)
 
 std::uint32_t RegisterMap::capabilities(const CameraConfig& config) const
 {
-    std::uint32_t bits =
-        gvcp::Capability::SerialNumber | gvcp::Capability::PendingAck | gvcp::Capability::Concatenation;
+    std::uint32_t bits = gvcp::Capability::SerialNumber | gvcp::Capability::Concatenation;
     if (config.userNameAccess != CameraConfig::UserNameAccess::None)
         bits |= gvcp::Capability::UserDefinedName;
     if (config.writesMemory)
         bits |= gvcp::Capability::WriteMemory;
+    if (config.hasPendingAck)
+        bits |= gvcp::Capability::PendingAck;
     return bits;
 }
 
@@ -206,11 +209,16 @@ Status RegisterMap::write(std::uint32_t address, gvcp::ByteView data)
 
 std::uint32_t RegisterMap::accepted(std::uint32_t address, std::uint32_t value) const
 {
+    // What the camera has not got cannot be switched on.
+    if (address == reg::GvcpConfiguration)
+        return word(reg::GvcpCapability) & gvcp::Capability::PendingAck
+                   ? value & gvcp::Configuration::PendingAck
+                   : 0;
     for (unsigned number = 0; number < m_interfaceCount; ++number) {
         if (address != reg::ofInterface(number, reg::CurrentIpConfig))
             continue;
-        // What the camera has not got cannot be switched on, nor link-local addressing off. The bits above
-        // belong to other features: they stay as they are written.
+        // Nor can link-local addressing be switched off. The bits above belong to other features: they stay
+        // as they are written.
         const std::uint32_t supported = word(reg::ofInterface(number, reg::SupportedIpConfig));
         return (value & ~(IpMethodBits & ~supported)) | gvcp::IpConfig::LinkLocal;
     }

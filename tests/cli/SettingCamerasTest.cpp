@@ -217,8 +217,8 @@ TEST_F(SettingCameras, GivesTheCameraBackOnControlC)
     GTEST_SKIP() << "address sanitizer takes the frames of a thread that is cancelled for living ones";
 #endif
     // Each part of the description takes a while, and the user waits no longer.
-    addCamera(
-        R"("address": "192.168.1.20", "faults": [{"command": "READMEM", "action": "pending", "time": 400}])");
+    addCamera(R"("address": "192.168.1.20", "pendingAckOn": true,
+                 "faults": [{"command": "READMEM", "action": "pending", "time": 400}])");
     lab::Process program = site.host().start({"sh", "-c", "exec " PROGRAM " set " + Mac + " --lla 2>&1"});
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (camera()["privilege"] == 0)

@@ -97,7 +97,7 @@ TEST_F(FaultySaves, LostRequestsAndAcknowledgesCostARetryAndNotTheSave)
 
 TEST_F(FaultySaves, CamerasThatAskForTimeOrAnswerTwiceOrAreBusyAreSavedAsAnyOther)
 {
-    build(ByDhcp, 4);
+    build(std::string(ByDhcp) + R"(, "pendingAckOn": true)", 4);
     farm->control("fault " + mac(0) + " WRITEREG pending time 300");
     farm->control("fault " + mac(1) + " ANY twice");
     farm->control("fault " + mac(2) + " WRITEREG busy 2");

@@ -72,17 +72,46 @@ TEST_F(CameraSettings, ResetsOnAWriteToItsResetRegisterByTheControllerOnly)
     EXPECT_FALSE(silently.answer);
 }
 
+TEST_F(CameraSettings, LetsItsControllerSwitchPendingAckOnAndOffUntilTheNextReset)
+{
+    const std::string read = "42 01 0080 0004 0001 00000954";
+    const std::string switchOn = "42 01 0082 0008 0002 00000954 00000002";
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000"));
+    EXPECT_EQ(answer(switchOn), hex("8006 0083 0004 0002 0000 0000")) << "without control";
+    answer(TakeControl);
+    EXPECT_EQ(answer(switchOn), hex("0000 0083 0004 0002 0000 0001"));
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000002"));
+    answer("42 01 0082 0008 0003 00000954 FFFFFFFD");
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000")) << "it has none of the others";
+    answer(switchOn);
+    camera.restart();
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000"));
+
+    CameraConfig asking = config();
+    asking.pendingAckOn = true;
+    become(asking);
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000002"));
+    answer(TakeControl);
+    answer("42 01 0082 0008 0003 00000954 00000000");
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000"));
+    camera.restart();
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000002"));
+}
+
 TEST_F(CameraSettings, LacksWhatItsQuirksTakeAway)
 {
     CameraConfig poor = config();
     poor.writesMemory = false;
+    poor.hasPendingAck = false;
     poor.readMemoryOmitsAddress = true;
     poor.hasPersistentIp = false;
     poor.userNameAccess = CameraConfig::UserNameAccess::None;
     become(poor);
     answer(TakeControl);
     const Exchange exchanges[] = {
-        {"capabilities", "42 01 0080 0004 0001 00000934", "0000 0081 0004 0001 40000021"},
+        {"capabilities", "42 01 0080 0004 0001 00000934", "0000 0081 0004 0001 40000001"},
+        {"switch PENDING_ACK on", "42 01 0082 0008 000A 00000954 00000002", "0000 0083 0004 000A 0000 0001"},
+        {"it stays off too", "42 01 0080 0004 000B 00000954", "0000 0081 0004 000B 00000000"},
         {"WRITEMEM", "42 01 0086 0008 0002 00000938 00001388", "8001 0087 0000 0002"},
         {"READMEM", "42 01 0084 0008 0003 00000024 0000 0004", "0000 0085 0004 0003 C0A80114"},
         {"supported modes", "42 01 0080 0004 0004 00000010", "0000 0081 0004 0004 00000006"},

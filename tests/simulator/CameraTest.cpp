@@ -135,6 +135,9 @@ TEST_F(CameraTest, RefusesAForcedAddressInSilenceWhileAnApplicationIsInControl)
 TEST_F(CameraTest, AnnouncesADelayWithTheTimeItTakes)
 {
     const Bytes bytes = hex("42 01 0082 0008 0042 00000938 00001388");
+    EXPECT_FALSE(camera.announceDelay(*gvcp::parseCommand(bytes), 1500ms)) << "not switched on";
+    answer(TakeControl);
+    answer("42 01 0082 0008 0001 00000954 00000002");
     const auto answered = camera.announceDelay(*gvcp::parseCommand(bytes), 1500ms);
     ASSERT_TRUE(answered);
     EXPECT_EQ(answered->packet, hex("0000 0089 0004 0042 0000 05DC"));

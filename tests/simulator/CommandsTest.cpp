@@ -2,6 +2,7 @@
 #include "simulator/Commands.h"
 
 #include "simulator/Farm.h"
+#include "tests/simulator/Hex.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -78,6 +79,7 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     "held": true,
     "controller": "192.0.2.1",
     "privilege": 1,
+    "pendingAckOn": false,
     "plugged": true,
     "state": "running",
     "resets": 0,
@@ -147,13 +149,14 @@ TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)
 TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
 {
     askByArp();
-    const auto ask = [this] {
+    const auto ask = [this](const std::string& command) {
         sent = 0;
-        const gvcp::Bytes readAddress{0x42, 1, 0, 0x80, 0, 4, 0, 1, 0, 0, 0, 0x24};
-        farm.receive(UdpDatagram{{}, camera().mac(), 0xC0A80105, 0xC0A80114, 5000, 3956, readAddress});
+        farm.receive(UdpDatagram{{}, camera().mac(), 0xC0A80105, 0xC0A80114, 5000, 3956, hex(command)});
     };
+    ask("42 01 0082 0008 0001 00000A00 00000002");
+    ask("42 01 0082 0008 0002 00000954 00000002");
     runCommand(farm, "fault 00:1A:2B:00:00:01 ANY pending 1 time 1500");
-    ask();
+    ask("42 01 0080 0004 0003 00000024");
     EXPECT_EQ(sent, 1) << "PENDING_ACK";
     timers.advance(timers.now() + std::chrono::milliseconds(1499));
     EXPECT_EQ(sent, 1);

@@ -160,21 +160,24 @@ TEST_F(FarmOnTheWire, ADissectorKnowsTheAnswersOfACameraThatIsSlowBusyOrDescribe
 {
     const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
         "faults": [
-            {"command": "WRITEREG", "action": "pending", "time": 50, "times": 1},
+            {"command": "WRITEREG", "action": "pending", "time": 50, "times": 1, "after": 2},
             {"command": "READREG", "action": "busy", "times": 1},
             {"command": "READMEM", "action": "twice", "times": 1}]}]})");
-    Capture capture(host, "host 192.168.1.20 and udp port 3956", 8);
+    Capture capture(host, "host 192.168.1.20 and udp port 3956", 12);
     const GvcpClient client(host);
-    EXPECT_EQ(client.ask(CameraAddress, hex("42 01 0082 0008 0001 00000A00 00000002")),
-              hex("0000 0089 0004 0001 0000 0032"));
-    EXPECT_EQ(client.receive().payload, hex("0000 0083 0004 0001 0000 0001"));
-    client.ask(CameraAddress, hex("42 01 0080 0004 0002 00000A00"));
-    const Bytes block = client.ask(CameraAddress, hex("42 01 0084 0008 0003 C0A00000 0000 0218"));
+    client.ask(CameraAddress, hex("42 01 0082 0008 0001 00000A00 00000002"));
+    client.ask(CameraAddress, hex("42 01 0082 0008 0002 00000954 00000002"));
+    EXPECT_EQ(client.ask(CameraAddress, hex("42 01 0082 0008 0003 00000938 00001388")),
+              hex("0000 0089 0004 0003 0000 0032"));
+    EXPECT_EQ(client.receive().payload, hex("0000 0083 0004 0003 0000 0001"));
+    client.ask(CameraAddress, hex("42 01 0080 0004 0004 00000A00"));
+    const Bytes block = client.ask(CameraAddress, hex("42 01 0084 0008 0005 C0A00000 0000 0218"));
     EXPECT_EQ(block.size(), 8u + 4u + 536u);
     EXPECT_EQ(client.receive().payload, block);
     using testing::StartsWith;
     EXPECT_THAT(capture.finish("udp.srcport == 3956"),
                 testing::ElementsAre(
+                    StartsWith(" 1 1 GVCP < WRITEREG_ACK"), StartsWith(" 1 1 GVCP < WRITEREG_ACK"),
                     StartsWith(" 1 1 GVCP < PENDING_ACK"), StartsWith(" 1 1 GVCP < WRITEREG_ACK (Success)"),
                     StartsWith(" 1 1 GVCP < READREG_ACK (Busy)"), StartsWith(" 1 1 GVCP < READMEM_ACK"),
                     StartsWith(" 1 1 GVCP < READMEM_ACK")));

@@ -59,6 +59,7 @@ TEST_F(StationFaults, RefusesWhatABusyOrMistakenCameraRefusesAndDoesNotCarryItOu
 TEST_F(StationFaults, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
 {
     ask(TakeControl, NearHost, CameraAddress);
+    ask(SwitchPendingAckOn, NearHost, CameraAddress);
     station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, 1, 5000ms));
     sent.clear();
     ask("42 01 0082 0008 0002 0000064C AC100007", NearHost, CameraAddress);
@@ -77,6 +78,7 @@ TEST_F(StationFaults, CarriesOutOnceWhatIsSentAgainWhileItIsUnderWay)
 {
     const std::string store = "42 01 0082 0008 0002 0000064C AC100007";
     ask(TakeControl, NearHost, CameraAddress);
+    ask(SwitchPendingAckOn, NearHost, CameraAddress);
     station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, {}, 5000ms));
     sent.clear();
     ask(store, NearHost, CameraAddress);
@@ -93,6 +95,30 @@ TEST_F(StationFaults, CarriesOutOnceWhatIsSentAgainWhileItIsUnderWay)
     ask(store, NearHost, CameraAddress);
     EXPECT_EQ(sentOf<UdpDatagram>().at(3).payload, hex("0000 0089 0004 0002 0000 1388"))
         << "no longer a retransmission";
+}
+
+TEST_F(StationFaults, AnnouncesNoDelayUnlessThatIsSwitchedOn)
+{
+    const std::string store = "42 01 0082 0008 0002 0000064C AC100007";
+    ask(TakeControl, NearHost, CameraAddress);
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Pending, {}, 5000ms));
+    sent.clear();
+    ask(store, NearHost, CameraAddress);
+    ask(store, NearHost, CameraAddress);
+    pass(4999ms);
+    EXPECT_TRUE(sent.empty());
+    pass(1ms);
+    expectOneAnswer(HostMac, NearHost);
+    EXPECT_TRUE(station->camera().control().application()) << "excused from the heartbeat all the same";
+
+    CameraConfig asking;
+    asking.pendingAckOn = true;
+    become(asking);
+    station->addFault(faultOf(Request::ReadRegister, FaultAction::Pending, 1, 5000ms));
+    sent.clear();
+    ask(ReadAddress, NearHost, CameraAddress);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0089 0004 0001 0000 1388"))
+        << "before anybody has had control";
 }
 
 TEST_F(StationFaults, OverhearsWhatIsSentAgainBeforeItsUnannouncedDelayIsOver)

@@ -26,6 +26,7 @@ inline constexpr Ipv4 Router = 0xC0A80101;
 inline const std::string DiscoveryWithBroadcast = "42 11 0002 0000 1234";
 inline const std::string DiscoveryWithoutBroadcast = "42 01 0002 0000 1234";
 inline const std::string TakeControl = "42 01 0082 0008 0010 00000A00 00000002";
+inline const std::string SwitchPendingAckOn = "42 01 0082 0008 0011 00000954 00000002";
 inline const std::string ReadAddress = "42 01 0080 0004 0001 00000024";
 inline const std::string ForceTo192_168_1_99 = "42 11 0004 0038 0007  0000 001A2B000001"
                                                "000000000000000000000000 C0A80163"
