@@ -16,6 +16,7 @@ namespace {
 
 // Of the acknowledge that has no command of its own.
 constexpr Command Pending{0x0088};
+constexpr std::uint8_t ExtraByte = 0xEE;
 
 } // namespace
 
@@ -80,8 +81,10 @@ std::optional<Camera::Answer> Camera::acknowledge(const gvcp::CommandPacket& com
 {
     if (!(command.flags & gvcp::FlagAcknowledge))
         return std::nullopt;
-    Answer answer{gvcp::encodeAcknowledge(command.command, outcome.status, command.id, outcome.payload),
-                  ip()};
+    gvcp::Bytes payload = outcome.payload;
+    if (command.command != Command::Discovery)
+        payload.insert(payload.end(), m_config.acknowledgeExtra, ExtraByte);
+    Answer answer{gvcp::encodeAcknowledge(command.command, outcome.status, command.id, payload), ip()};
     if (command.command == Command::Discovery || command.command == Command::ForceIp) {
         answer.onlyByBroadcast = m_config.answerBy == CameraConfig::AnswerBy::Broadcast;
         answer.broadcastAllowed = command.flags & gvcp::FlagBroadcastAcknowledge;

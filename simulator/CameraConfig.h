@@ -112,6 +112,7 @@ struct CameraConfig
     std::vector<NoiseKind> noise;
     unsigned forgedAnswers =
         0; ///< More answers to each DISCOVERY, each in the name of another, invented camera.
+    unsigned acknowledgeExtra = 0; ///< Bytes at the end of each acknowledge but DISCOVERY's.
 
     unsigned interfaceCount() const
     {

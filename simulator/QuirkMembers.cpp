@@ -100,6 +100,7 @@ void readAnswers(JsonObject& object, Config& camera)
     camera.rebootsWithoutAcknowledge = object.flag("rebootsWithoutAck").value_or(false);
     camera.writesMemory = object.flag("writeMemory").value_or(true);
     camera.readMemoryOmitsAddress = object.flag("readMemoryOmitsAddress").value_or(false);
+    camera.acknowledgeExtra = object.number("acknowledgeExtra", 0, 64).value_or(0);
     camera.hasPendingAck = object.flag("hasPendingAck").value_or(true);
     camera.pendingAckOn = object.flag("pendingAckOn").value_or(false);
     if (camera.pendingAckOn && !camera.hasPendingAck)

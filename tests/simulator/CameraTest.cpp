@@ -143,6 +143,32 @@ TEST_F(CameraTest, AnnouncesADelayWithTheTimeItTakes)
     EXPECT_EQ(answered->packet, hex("0000 0089 0004 0042 0000 05DC"));
 }
 
+TEST_F(CameraTest, AddsToEveryAcknowledgeButThatOfDiscoveryWhatItsQuirkHas)
+{
+    const Bytes discovery = answer("42 11 0002 0000 1234");
+    CameraConfig quirk = config();
+    quirk.acknowledgeExtra = 3;
+    quirk.pendingAckOn = true;
+    become(quirk);
+    EXPECT_EQ(answer("42 11 0002 0000 1234"), discovery);
+    const Exchange table[] = {
+        {"READREG", "42 01 0080 0004 0001 00000024", "0000 0081 0007 0001 C0A80114 EEEEEE"},
+        {"refused", "42 01 0080 0004 0002 00000100", "8003 0081 0003 0002 EEEEEE"},
+        {"WRITEREG", "42 01 0082 0008 0003 00000A00 00000002", "0000 0083 0007 0003 0000 0001 EEEEEE"},
+        {"READMEM", "42 01 0084 0008 0004 00000008 0000 0004",
+         "0000 0085 000B 0004 00000008 0000001A EEEEEE"},
+        {"WRITEMEM", "42 01 0086 0008 0005 000000E8 41424344", "0000 0087 0007 0005 0000 0004 EEEEEE"},
+        {"control given back", "42 01 0082 0008 0006 00000A00 00000000",
+         "0000 0083 0007 0006 0000 0001 EEEEEE"},
+        {"FORCEIP", ForceTo10_0_0_9.c_str(), "0000 0005 0003 0007 EEEEEE"},
+    };
+    for (const Exchange& each : table)
+        EXPECT_EQ(answer(each.command), hex(each.answer)) << each.what;
+    const Bytes slow = hex("42 01 0082 0008 0042 00000938 00001388");
+    EXPECT_EQ(camera.announceDelay(*gvcp::parseCommand(slow), 1500ms)->packet,
+              hex("0000 0089 0007 0042 0000 05DC EEEEEE"));
+}
+
 TEST_F(CameraTest, TakesOnlyDiscoveryAndForceIpFromABroadcast)
 {
     const auto concernedByBroadcast = [this](const std::string& datagram) {

@@ -50,7 +50,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "heldBy": "10.0.0.77", "heldPrivilege": "control", "loss": 0.25, "forgedAnswers": 9,
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
-        "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "pendingAckOn": true,
+        "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "pendingAckOn": true, "acknowledgeExtra": 64,
         "interface": 1,
         "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
@@ -85,6 +85,7 @@ TEST(FarmConfig, ReadsEveryMember)
     ASSERT_EQ(camera.interfaceCount(), 3u);
     EXPECT_EQ(toText(camera.interfaceMacs[2]), "00:1A:2B:00:00:13");
     EXPECT_TRUE(camera.pendingAckOn);
+    EXPECT_EQ(camera.acknowledgeExtra, 64u);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
     EXPECT_EQ(camera.forceIpOffTime.count(), 800);
     ASSERT_EQ(camera.faults.size(), 3u);
@@ -168,6 +169,7 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
          "must be the MAC address of a single"},
         {R"("hasPendingAck": 1)", R"("hasPendingAck" must be true or false)"},
         {R"("hasPendingAck": false, "pendingAckOn": true)", R"("pendingAckOn" cannot be true for a camera)"},
+        {R"("acknowledgeExtra": 65)", R"("acknowledgeExtra" must be a whole number from 0 to 64)"},
         {R"("loss": 2)", R"("loss" must be a number from 0 to 1)"},
         {R"("noise": "random")", R"("noise" must be a list in brackets)"},
         {R"("noise": ["loud"])", R"("noise" must be one of "truncated", "oversized", "foreign")"},
