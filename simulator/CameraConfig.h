@@ -82,7 +82,7 @@ struct CameraConfig
     std::string version = "1.0.0";
     std::string info = "Simulated camera";
     std::string serial;
-    std::string userName;
+    std::string userName; ///< Bytes, in whatever encoding.
     UserNameAccess userNameAccess = UserNameAccess::ReadWrite;
     /// At the start, and taken for what a DHCP server would lease it later, unless it is a link-local one.
     /// Without an address the camera boots when the farm starts, and asks on the network.

@@ -38,7 +38,11 @@ void readTexts(JsonObject& object, Config& camera)
     camera.version = object.text("version", 32).value_or(camera.version);
     camera.info = object.text("info", 48).value_or(camera.info);
     camera.serial = object.text("serial", 16).value_or("");
-    camera.userName = object.text("userName", 16).value_or("");
+    const auto userName = object.text("userName", 16);
+    const auto userNameBytes = object.bytes("userNameBytes", 16);
+    if (userName && userNameBytes)
+        object.fail("userNameBytes", "cannot go with \"userName\": it stands for the same");
+    camera.userName = userNameBytes.value_or(userName.value_or(""));
 }
 
 void readIpConfiguration(JsonObject& object, const std::string& name, Config& camera)

@@ -116,6 +116,19 @@ Json toJson(const IpSettings& ip)
             {"gateway", gvcp::toText(ip.gateway)}};
 }
 
+/// As a configuration has them: "E9 74 E9".
+std::string hexPairs(const std::string& bytes)
+{
+    constexpr char Digits[] = "0123456789ABCDEF";
+    std::string text;
+    for (const char each : bytes) {
+        const auto byte = static_cast<std::uint8_t>(each);
+        text += text.empty() ? "" : " ";
+        text += {Digits[byte >> 4], Digits[byte & 0xF]};
+    }
+    return text;
+}
+
 const char* nameOf(BootSequence::Phase phase)
 {
     switch (phase) {
@@ -149,6 +162,7 @@ std::string show(Station& station, const Words&)
         interface["ipConfigurationBits"] = each.ipConfig;
     }
     json["userName"] = stored.userName;
+    json["userNameBytes"] = hexPairs(stored.userName);
     json["held"] = controller.has_value();
     json["controller"] = controller ? gvcp::toText(controller->address) : "none";
     json["privilege"] = camera.control().privilege();

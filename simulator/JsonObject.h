@@ -28,6 +28,8 @@ public:
     const nlohmann::json* any(const char* member);
     const nlohmann::json* array(const char* member);
     std::optional<std::string> text(const char* member, std::size_t maxBytes);
+    /// Written as hexadecimal pairs; none is 0.
+    std::optional<std::string> bytes(const char* member, std::size_t maxBytes);
     std::optional<std::uint32_t> number(const char* member, std::uint32_t min, std::uint32_t max);
     std::optional<std::chrono::milliseconds> milliseconds(const char* member, std::uint32_t min,
                                                           std::uint32_t max);

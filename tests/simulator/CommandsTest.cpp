@@ -76,6 +76,7 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
         }
     ],
     "userName": "left",
+    "userNameBytes": "6C 65 66 74",
     "held": true,
     "controller": "192.0.2.1",
     "privilege": 1,
@@ -125,6 +126,13 @@ TEST_F(CommandsTest, ShowWhatIsStoredForEachOfACamerasInterfaces)
         }
     ],
 )"));
+}
+
+TEST_F(CommandsTest, ShowTheBytesOfANameThatIsNoUtf8)
+{
+    Farm other{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "userNameBytes": "E9 74 e9"}]})"),
+               timers, [](const Frame&) {}};
+    EXPECT_THAT(runCommand(other, "show 00:1A:2B:00:00:01"), HasSubstr(R"("userNameBytes": "E9 74 E9",)"));
 }
 
 TEST_F(CommandsTest, PlanFaultsOnceOrUntilFurtherNotice)

@@ -130,6 +130,22 @@ TEST(FarmConfig, CountsUpStoredAddressesTooAndLeavesOutWhatIsNotThere)
     EXPECT_EQ(farm.cameras[3].persistent.address, 0u);
 }
 
+TEST(FarmConfig, TakesAUserNameAsBytes)
+{
+    const auto nameOf = [](const std::string& bytes) {
+        return parseFarmConfig(oneCamera(R"("userNameBytes": ")" + bytes + '"')).cameras.at(0).userName;
+    };
+    EXPECT_EQ(nameOf("E9 74 e9"), "\xE9t\xE9");
+    EXPECT_EQ(nameOf("01 7F 80 FF 01 7F 80 FF 01 7F 80 FF 01 7F 80 FF"),
+              "\x01\x7F\x80\xFF\x01\x7F\x80\xFF\x01\x7F\x80\xFF\x01\x7F\x80\xFF");
+    for (const char* const wrong :
+         {"", " ", "E", "E9 7", "E974", "E9  74", "E9 74 ", " E9", "E9 00", "-1", "+1", "0x", "E9,74", "G1",
+          "01 02 03 04 05 06 07 08 09 0A 0B 0C 0D 0E 0F 10 11"})
+        EXPECT_THAT(errorOf(oneCamera(R"("userNameBytes": ")" + std::string(wrong) + '"')),
+                    HasSubstr(R"("userNameBytes" must be 1 to 16 bytes such as "E9 74 E9")"))
+            << wrong;
+}
+
 TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
 {
     const struct
@@ -170,6 +186,9 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("hasPendingAck": 1)", R"("hasPendingAck" must be true or false)"},
         {R"("hasPendingAck": false, "pendingAckOn": true)", R"("pendingAckOn" cannot be true for a camera)"},
         {R"("acknowledgeExtra": 65)", R"("acknowledgeExtra" must be a whole number from 0 to 64)"},
+        {R"("userNameBytes": 16)", R"("userNameBytes" must be 1 to 16 bytes)"},
+        {R"("userNameBytes": "41", "userName": "A")", R"("userNameBytes" cannot go with "userName")"},
+        {R"("userNameBytes": "41", "userNameAccess": "none")", R"("userNameAccess" cannot be "none")"},
         {R"("loss": 2)", R"("loss" must be a number from 0 to 1)"},
         {R"("noise": "random")", R"("noise" must be a list in brackets)"},
         {R"("noise": ["loud"])", R"("noise" must be one of "truncated", "oversized", "foreign")"},
