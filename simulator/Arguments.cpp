@@ -18,6 +18,7 @@ camera-farm --control SOCKET send COMMAND...
         hold MAC [ADDRESS] [exclusive|control]  lets another application control it
         release MAC                             and ends that
         reset MAC                               reboots it
+        announce MAC                            sends an ARP announcement of its address
         fault MAC REQUEST ACTION [TIMES] ...    makes such requests go wrong
         heal MAC                                and ends that
         show MAC                                prints its state as JSON
@@ -61,7 +62,7 @@ Arguments parseArguments(const std::vector<std::string>& words)
     if (arguments.command) {
         if (arguments.command->empty())
             throw ArgumentError(
-                "send needs a command: unplug, plug, hold, release, reset, fault, heal or show");
+                "send needs a command: unplug, plug, hold, release, reset, announce, fault, heal or show");
         if (arguments.controlSocket.empty())
             throw ArgumentError("send needs --control SOCKET, the running farm's");
         if (!arguments.interface.empty() || !arguments.configFile.empty())

@@ -35,6 +35,14 @@ std::string reset(Station& station, const Words&)
     return {};
 }
 
+std::string announce(Station& station, const Words&)
+{
+    if (!station.isPlugged() || station.phase() != BootSequence::Phase::Running)
+        throw CommandError("the camera is not on the network now");
+    station.announceAddress();
+    return {};
+}
+
 std::string hold(Station& station, const Words& options)
 {
     CameraConfig::Holder holder;
@@ -191,6 +199,7 @@ constexpr CommandRow Rows[] = {
     {"hold", "hold MAC [ADDRESS] [exclusive|control]", 0, 2, hold},
     {"release", "release MAC", 0, 0, release},
     {"reset", "reset MAC", 0, 0, reset},
+    {"announce", "announce MAC", 0, 0, announce},
     {"fault", "fault MAC REQUEST ACTION [TIMES] [after N] [every N] [time MS]", 2, 9, fault},
     {"heal", "heal MAC", 0, 0, heal},
     {"show", "show MAC", 0, 0, show},

@@ -267,7 +267,6 @@ void Station::sendForged(const Camera::Answer& answer, const AnswerRoute::Recipi
 
 void Station::announceAddress()
 {
-    // Whoever knew the address as another interface's learns better.
     ArpMessage announcement;
     announcement.sourceMac = mac();
     announcement.destinationMac = BroadcastMac;

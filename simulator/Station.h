@@ -38,6 +38,9 @@ public:
     void clearFaults() { m_faults.clear(); }
     /// Takes it off the network for its reboot time.
     void reset();
+    /// Tells everyone by ARP that its address is at its MAC. Whoever knew the address as another interface's
+    /// believes it.
+    void announceAddress();
 
 private:
     /// A command of the control channel that is going to be carried out.
@@ -67,7 +70,6 @@ private:
     void restartIp(std::chrono::milliseconds off);
     /// Ends whatever it is about to do on the network.
     void dropAll();
-    void announceAddress();
     bool isLost();
     void transmit(const Frame& frame);
 

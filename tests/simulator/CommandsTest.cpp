@@ -172,6 +172,18 @@ TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
     EXPECT_EQ(sent, 2);
 }
 
+TEST_F(CommandsTest, AnnounceACamerasAddressWhenItIsOnTheNetwork)
+{
+    runCommand(farm, "announce 00:1A:2B:00:00:01");
+    EXPECT_EQ(sent, 1);
+    runCommand(farm, "unplug 00:1A:2B:00:00:01");
+    EXPECT_EQ(refusal("announce 00:1A:2B:00:00:01"), "the camera is not on the network now");
+    runCommand(farm, "plug 00:1A:2B:00:00:01");
+    runCommand(farm, "reset 00:1A:2B:00:00:01");
+    EXPECT_EQ(refusal("announce 00:1A:2B:00:00:01"), "the camera is not on the network now");
+    EXPECT_EQ(sent, 1);
+}
+
 TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
 {
     const auto answersPing = [this] {
@@ -188,7 +200,8 @@ TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
 
 TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
 {
-    EXPECT_THAT(refusal(""), HasSubstr("there are unplug, plug, hold, release, reset, fault, heal, show"));
+    EXPECT_THAT(refusal(""),
+                HasSubstr("there are unplug, plug, hold, release, reset, announce, fault, heal, show"));
     EXPECT_THAT(refusal("explode 00:1A:2B:00:00:01"),
                 HasSubstr("\"explode\" is no command; there are unplug"));
     EXPECT_EQ(refusal("plug"), "the command is: plug MAC");

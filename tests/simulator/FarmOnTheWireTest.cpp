@@ -217,6 +217,23 @@ TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
     }
 }
 
+TEST_F(FarmOnTheWire, TheKernelTalksToThatOneOfTwoCamerasWithOneAddressThatAnnouncesIt)
+{
+    const lab::Farm farm(network, R"({"cameras": [
+        {"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "serial": "SN0001"},
+        {"mac": "00:1A:2B:00:00:02", "address": "192.168.1.20", "serial": "SN0002"}]})");
+    EXPECT_TRUE(canPing("192.168.1.20"));
+    const GvcpClient client(host);
+    for (const std::string camera : {"2", "1", "2"}) {
+        farm.control("announce 00:1A:2B:00:00:0" + camera);
+        host.run("for try in $(seq 1000); do ip neigh show 192.168.1.20 | grep -q 00:1a:2b:00:00:0" + camera +
+                 " && exit 0; done; exit 1");
+        EXPECT_EQ(client.ask(CameraAddress, hex("42 01 0084 0008 0001 000000D8 0000 0008")),
+                  hex("0000 0085 000C 0001 000000D8 534E303030" + ("3" + camera) + "0000"))
+            << camera;
+    }
+}
+
 TEST_F(FarmOnTheWire, AResetBringsTheCameraBackToItsFirstAddress)
 {
     const lab::Farm farm(network, ThreeCameras);

@@ -45,6 +45,38 @@ TEST_F(FarmTest, LetsItsCamerasHearEachOthersArp)
     EXPECT_TRUE(farm->stations()[0]->camera().ip().reaches(addressOf(1)));
 }
 
+TEST_F(FarmTest, LetsTwoCamerasHaveOneAddress)
+{
+    build(R"({"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20"},
+             {"mac": "00:1A:2B:00:00:02", "address": "192.168.1.20"})");
+    const gvcp::MacAddress first{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
+    const gvcp::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
+    farm->receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+    ASSERT_EQ(sent.size(), 2u);
+    for (const std::size_t camera : {0u, 1u}) {
+        const auto reply = std::get<ArpMessage>(sent[camera]);
+        EXPECT_FALSE(reply.isRequest);
+        EXPECT_EQ(reply.sourceMac, camera == 0 ? first : second);
+        EXPECT_EQ(reply.sender, 0xC0A80114u);
+    }
+
+    sent.clear();
+    farm->find(second)->announceAddress();
+    ASSERT_EQ(sent.size(), 1u);
+    const auto announcement = std::get<ArpMessage>(sent[0]);
+    EXPECT_TRUE(announcement.isRequest);
+    EXPECT_EQ(announcement.sourceMac, second);
+    EXPECT_EQ(announcement.destinationMac, BroadcastMac);
+    EXPECT_EQ(announcement.sender, 0xC0A80114u);
+    EXPECT_EQ(announcement.target, 0xC0A80114u);
+    pass(10ms);
+    farm->receive(Echo{{}, first, 0xC0A80105, 0xC0A80114, true, 1, 1, {}});
+    farm->receive(Echo{{}, second, 0xC0A80105, 0xC0A80114, true, 1, 2, {}});
+    const auto last = [this](std::size_t back) { return std::get<Echo>(sent[sent.size() - back]).sourceMac; };
+    EXPECT_EQ(last(2), first) << "neither minds the other";
+    EXPECT_EQ(last(1), second);
+}
+
 TEST_F(FarmTest, FindsADifferentLinkLocalAddressForEachOf256Cameras)
 {
     build(R"({"mac": "00:1A:2B:00:00:01", "ipConfiguration": "lla", "repeat": 256})");

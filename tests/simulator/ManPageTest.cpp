@@ -71,7 +71,7 @@ TEST(ManPage, NamesEveryCommandThatTheUsageNames)
             page, std::regex("\\n(\\.BI " + each->str(1) + " |\\\\fB" + each->str(1) + "\\\\fP)")))
             << each->str(1);
     }
-    EXPECT_EQ(commands, 8);
+    EXPECT_EQ(commands, 9);
 }
 
 TEST(Examples, AreAllConfigurationsOfCameras)
