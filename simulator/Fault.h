@@ -36,7 +36,7 @@ struct Fault
 {
     std::optional<Request> request; ///< Nothing stands for every command of the control protocol.
     FaultAction action = FaultAction::Drop;
-    std::optional<unsigned> times;     ///< Until further notice without a number.
+    std::optional<unsigned> times;     ///< Until further notice without a number; Vanish once.
     unsigned after = 0;                ///< So many such requests pass first,
     unsigned every = 1;                ///< and then each that is a multiple of this is hit.
     std::chrono::milliseconds time{0}; ///< For Delay and Pending.

@@ -3,6 +3,14 @@
 
 namespace simulator {
 
+void FaultPlan::add(Fault fault)
+{
+    // A cable is not pulled again when somebody has put it back.
+    if (fault.action == FaultAction::Vanish && !fault.times)
+        fault.times = 1;
+    m_entries.push_back({fault, 0});
+}
+
 std::optional<Fault> FaultPlan::hit(Request request)
 {
     std::optional<Fault> result;

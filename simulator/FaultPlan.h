@@ -12,7 +12,7 @@ class FaultPlan
 {
 public:
     /// Of several that hit the same request the earlier one counts.
-    void add(const Fault& fault) { m_entries.push_back({fault, 0}); }
+    void add(Fault fault);
     void clear() { m_entries.clear(); }
     /// The fault that hits the request which has just come in; uses it up.
     std::optional<Fault> hit(Request request);

@@ -51,6 +51,20 @@ TEST(FaultPlan, HitsTheRequestsThatItsNumbersSay)
     }
 }
 
+TEST(FaultPlan, PullsACableOnceUnlessMoreIsAskedFor)
+{
+    Fault fault = dropOf(std::nullopt);
+    fault.action = FaultAction::Vanish;
+    fault.after = 2;
+    FaultPlan once;
+    once.add(fault);
+    EXPECT_EQ(hits(once, Request::Discovery, 6), "..x...");
+    fault.times = 2;
+    FaultPlan twice;
+    twice.add(fault);
+    EXPECT_EQ(hits(twice, Request::Discovery, 6), "..xx..");
+}
+
 TEST(FaultPlan, CountsOnlyTheRequestsThatAFaultConcerns)
 {
     Fault fault = dropOf(Request::ReadRegister);

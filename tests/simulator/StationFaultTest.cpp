@@ -165,18 +165,73 @@ TEST_F(StationFaults, AnswersLateTwiceOrNotAtAllAsItsFaultsSay)
     EXPECT_TRUE(station->camera().control().application()) << "carried out all the same";
 }
 
-TEST_F(StationFaults, VanishesAfterTheNumberOfCommandsThatItsFaultSays)
+TEST_F(StationFaults, VanishesAtTheCommandThatItsFaultSaysOfWhateverKindItIs)
 {
+    constexpr Ipv4 Forced = 0xC0A80163;
+    const struct
+    {
+        const char* what;
+        std::string command;
+        Ipv4 to;
+    } commands[] = {
+        {"DISCOVERY to all", DiscoveryWithBroadcast, gvcp::LimitedBroadcast},
+        {"DISCOVERY to its subnet", DiscoveryWithBroadcast, 0xC0A801FF},
+        {"FORCEIP", ForceTo192_168_1_99, gvcp::LimitedBroadcast},
+        {"FORCEIP to it alone", ForceTo192_168_1_99, Forced},
+        {"WRITEREG", TakeControl, Forced},
+        {"the same again", TakeControl, Forced},
+        {"WRITEMEM", "42 01 0086 0008 0012 000000E8 41424344", Forced},
+        {"READREG", ReadAddress, Forced},
+        {"READMEM", "42 01 0084 0008 0013 000000E8 0000 0004", Forced},
+        {"refused", "42 01 0080 0004 0014 00000100", Forced},
+    };
+    const auto passBy = [this] {
+        station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, Forced, {}});
+        station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
+        station->receive(Echo{HostMac, CameraMac, NearHost, CameraAddress, true, 7, 9, {}});
+    };
+    for (unsigned after = 0; after < std::size(commands); ++after) {
+        become({});
+        Fault fault;
+        fault.action = FaultAction::Vanish;
+        fault.after = after;
+        station->addFault(fault);
+        for (const auto& each : commands) {
+            const bool isPulled = &each - commands >= static_cast<std::ptrdiff_t>(after);
+            passBy();
+            sent.clear();
+            ask(each.command, NearHost, each.to);
+            EXPECT_EQ(sentOf<UdpDatagram>().empty(), isPulled) << each.what << " with " << after;
+            EXPECT_EQ(station->isPlugged(), !isPulled) << each.what << " with " << after;
+        }
+        passBy();
+        EXPECT_EQ(station->camera().ip().address, after > 2 ? Forced : CameraAddress) << after;
+        EXPECT_EQ(station->camera().control().application().has_value(), after > 4) << after;
+        EXPECT_EQ(station->camera().registers().stored().userName, after > 6 ? "ABCD" : "") << after;
+    }
+}
+
+TEST_F(StationFaults, IsAsItWasWhenItsCableIsBack)
+{
+    ask(ForceTo192_168_1_99, NearHost);
+    answerArp(NearHost, HostMac);
+    ask(TakeControl, NearHost, 0xC0A80163);
+    ask("42 01 0086 0008 0012 000000E8 41424344", NearHost, 0xC0A80163);
+    ask("42 01 0082 0008 0013 00000938 00002710", NearHost, 0xC0A80163);
     Fault fault;
     fault.action = FaultAction::Vanish;
-    fault.after = 3;
     station->addFault(fault);
-    for (int i = 0; i < 6; ++i)
-        ask(i % 2 == 0 ? ReadAddress : DiscoveryWithBroadcast, NearHost, CameraAddress);
-    EXPECT_EQ(sent.size(), 3u);
+    ask(ReadAddress, NearHost, 0xC0A80163);
     EXPECT_FALSE(station->isPlugged());
-    station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
-    EXPECT_EQ(sent.size(), 3u);
+    pass(9999ms);
+    station->setPlugged(true);
+    for (int i = 0; i < 3; ++i) {
+        sent.clear();
+        ask("42 01 0080 000C 0001 00000024 00000A00 000000E8", NearHost, 0xC0A80163);
+        ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u) << "the cable stays where it is";
+        EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0081 000C 0001 C0A80163 00000002 41424344"));
+    }
+    EXPECT_EQ(station->resets(), 0u);
 }
 
 TEST_F(StationFaults, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
