@@ -11,7 +11,6 @@
 namespace {
 
 using simulator_tests::shown;
-using testing::ElementsAre;
 
 constexpr int Cameras = 12;
 constexpr unsigned FirstAdapter = 0xC0A80105;  // 192.168.1.5
@@ -33,7 +32,8 @@ protected:
         auto& network = site.addAdapter("eth0", "192.168.1.5/24");
         network.attach(site.host(), "wlan0", "192.168.1.6/24");
         farm = &site.addCameras(network,
-                                R"({"mac": "02:00:00:00:01:00", "address": "192.168.1.20", "repeat": 12})");
+                                R"({"mac": "02:00:00:00:01:00", "address": "192.168.1.20", "repeat": 12,
+                "ipConfiguration": "persistent"})");
         site.setReversePathFilter(GetParam());
     }
 
@@ -78,7 +78,9 @@ TEST_P(SharedSwitch, CamerasAreForcedByEitherAdapter)
             if (!record)
                 continue;
             EXPECT_EQ(force(site, *record, ++next), RZ_OK);
-            EXPECT_EQ(shown(*farm, macOf(i)).at("address"), "192.168.1." + std::to_string(next & 0xFF));
+            const std::string address = "192.168.1." + std::to_string(next & 0xFF);
+            EXPECT_EQ(shown(*farm, macOf(i)).at("address"), address);
+            EXPECT_EQ(shown(*farm, macOf(i)).at("persistent").at("address"), address) << "stored, too";
         }
     }
     EXPECT_GE(next, 0xC0A80164u + Cameras);
