@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/network/Sdk.h"
 #include "tests/network/TimeOf.h"
+#include "tests/simulator/Shown.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -88,6 +89,19 @@ TEST_F(ForceIp, SucceedsWhenAcknowledgedByBroadcast)
 TEST_F(ForceIp, SucceedsWhenTheCameraObeysSilently)
 {
     expectObeyed(R"("forceIpAcknowledge": "never")");
+}
+
+TEST_F(ForceIp, IsNotRepeatedToACameraThatLeavesTheNetworkForFourSecondsWhileItChangesInSilence)
+{
+    expectObeyed(R"("forceIpAcknowledge": "never", "forceIpOffTime": 4000)");
+    EXPECT_EQ(simulator_tests::shown(*farm, Mac).at("received").at("FORCEIP"), 1);
+}
+
+TEST_F(ForceIp, OfAnUnchangedConfigurationSucceedsOnACameraThatLeavesTheNetworkInSilence)
+{
+    build(R"("forceIpAcknowledge": "never", "forceIpOffTime": 200)");
+    EXPECT_EQ(forceTo(OldIp), RZ_OK);
+    EXPECT_LE(simulator_tests::shown(*farm, Mac).at("received").at("FORCEIP"), 3);
 }
 
 TEST_F(ForceIp, SucceedsWhenItWasLostOnce)

@@ -119,6 +119,52 @@ TEST_F(LastingAddress, ThatTheCameraDoesNotStoreWaitsUntilItIsNextOpened)
     EXPECT_STREQ(text, "");
 }
 
+TEST_F(LastingAddress, OfAStaticCameraThatLeavesTheNetworkForFourSecondsIsStoredAtOnce)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "persistent", "forceIpOffTime": 4000)");
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_EQ(stored(), "192.168.1.50");
+}
+
+TEST_F(LastingAddress, OfADhcpCameraThatLeavesTheNetworkForFourSecondsIsStoredWhenItIsOpened)
+{
+    build(std::string(Old) + R"(, "ipConfiguration": "dhcp", "forceIpOffTime": 4000)");
+    const RZ_CC_DEVICE_INFO& record = found();
+    EXPECT_EQ(force(), RZ_OK);
+    RZ_CC_DEVICE_INFO moved = record; // As after a save worker's force, without another look at the network.
+    moved.stGigEInfo.nDeviceIp = NewIp;
+    {
+        const OpenCamera camera(site, moved);
+        ASSERT_EQ(camera.result(), RZ_OK) << "it is waited for";
+        camera.write(IpConfiguration, 7);
+    }
+    EXPECT_EQ(stored(), "192.168.1.50");
+}
+
+TEST_F(LastingAddress, BelongsToTheNetworkInterfaceThatWasHeard)
+{
+    build(R"(, "ipConfiguration": "persistent", "interface": 1,
+             "interfaceMacs": ["02:00:00:00:01:AA", "02:00:00:00:01:01"])");
+    const auto interfaces = [this] { return shown(*farm, Mac).at("interfaces"); };
+    const auto first = interfaces().at(0);
+    EXPECT_EQ(force(), RZ_OK);
+    EXPECT_EQ(interfaces().at(0), first);
+    EXPECT_EQ(interfaces().at(1).at("address"), "192.168.1.50");
+    EXPECT_EQ(interfaces().at(1).at("mask"), "255.255.255.0");
+    EXPECT_EQ(interfaces().at(1).at("gateway"), "192.168.1.254");
+    EXPECT_EQ(addressAfterReset(), "192.168.1.50");
+
+    const lab::Visit visit(site.host());
+    void* handle = nullptr;
+    unsigned ip = 0;
+    unsigned mask = 0;
+    unsigned gateway = 0;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, &found()), RZ_OK);
+    EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK);
+    EXPECT_EQ(ip, NewIp);
+    EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
+}
+
 TEST_F(LastingAddress, CanBeReadWithoutControl)
 {
     build(std::string(Old) +
