@@ -149,8 +149,7 @@ const std::vector<DiscoveryCondition>& discoveryConditions()
          [](Site& site) {
              auto& network = site.addAdapter("eth0", "10.0.0.5/24");
              network.attach(site.host(), "eth1", HostAddress);
-             // Else each adapter says that it has the other one's address too, and the camera believes one.
-             site.host().run("echo 1 > /proc/sys/net/ipv4/conf/all/arp_ignore");
+             // Each adapter says that it has the other one's address too, and the camera believes one.
              site.addCameras(network, R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20"})");
          }},
     };

@@ -100,7 +100,8 @@ TEST_F(LastingAddress, ThatTheCameraDoesNotStoreWaitsUntilItIsNextOpened)
     EXPECT_TRUE(RZ_GIGE_IsForcedIpWaiting(&found()));
 
     farm->control("heal " + Mac);
-    farm->control("fault " + Mac + " WRITEREG drop after 1");
+    // Control can be taken, and the camera may ask for time.
+    farm->control("fault " + Mac + " WRITEREG drop after 2");
     const auto openingResult = [this] { return OpenCamera(site, found()).result(); };
     EXPECT_EQ(openingResult(), RZ_ERROR_NOT_STORED);
     char text[200];
