@@ -14,8 +14,6 @@ constexpr std::ptrdiff_t MaxMarkup = 500'000; ///< '<' and '=' in the text: elem
 constexpr int MaxElements = 80'000;           ///< Of those that evaluation needs.
 constexpr int MaxDepth = 32;
 
-constexpr std::string_view SchemaAttributes[] = {"SchemaMajorVersion", "SchemaMinorVersion"};
-
 void parse(std::string& text, pugi::xml_document& document)
 {
     constexpr unsigned flags = pugi::parse_minimal | pugi::parse_escapes | pugi::parse_eol |
@@ -183,16 +181,7 @@ void readDescription(std::string& text, pugi::xml_document& document)
         refuseDescription("it does not begin with RegisterDescription");
     checkDepth(root);
 
-    for (auto attribute = root.first_attribute(); attribute;) {
-        const auto next = attribute.next_attribute();
-        const bool isKept = std::find(std::begin(SchemaAttributes), std::end(SchemaAttributes),
-                                      std::string_view(attribute.name())) != std::end(SchemaAttributes);
-        if (!isKept || root.attribute(attribute.name()) != attribute)
-            root.remove_attribute(attribute);
-        else
-            attribute.set_value(attribute.as_int());
-        attribute = next;
-    }
+    root.remove_attributes(); // Nothing depends on the version of the schema.
     const auto end = root.append_child("Group");
     Tidier().collect(root, root, end);
     while (root.first_child() != end)

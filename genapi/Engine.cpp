@@ -13,7 +13,6 @@ struct Checked
 {
     std::string text;
     Faults faults;
-    bool hasHostOrderWords;
 };
 
 Checked checkDescription(std::string text)
@@ -21,10 +20,7 @@ Checked checkDescription(std::string text)
     pugi::xml_document document;
     readDescription(text, document);
     const ReferenceGraph graph(document);
-    const auto root = document.document_element();
-    const int major = root.attribute("SchemaMajorVersion").as_int(1);
-    const int minor = root.attribute("SchemaMinorVersion").as_int(1);
-    return {writeDescription(document), graph.faults(), major < 1 || (major == 1 && minor < 1)};
+    return {writeDescription(document), graph.faults()};
 }
 
 } // namespace
@@ -35,8 +31,6 @@ Engine::Engine(std::string text)
     // What the checks needed is gone before the engine takes its own memory.
     Checked checked = checkDescription(std::move(text));
     m_faults = std::move(checked.faults);
-    if (checked.hasHostOrderWords)
-        m_device.useHostOrderForWords();
     {
         // Aravis keeps a table of document types for the process, without a lock.
         static std::mutex mutex;

@@ -21,8 +21,6 @@ G_DEFINE_TYPE(GenapiPortDevice, genapi_port_device, ARV_TYPE_DEVICE) // NOLINT
 
 namespace {
 
-constexpr std::uint32_t WordSize = 4;
-
 /// One access, whatever it is: false and an error when the port did not do it.
 template <typename Transfer>
 gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 size, GError** error,
@@ -32,7 +30,7 @@ gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 
     std::string cause;
     try {
         if (access.port) {
-            call(*access.port, access.isHostOrder && size == WordSize);
+            call(*access.port);
             return TRUE;
         }
         cause = "no camera is connected";
@@ -54,21 +52,14 @@ gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
     auto* bytes = static_cast<std::uint8_t*>(buffer);
     // The engine looks at the bytes of some failed reads.
     std::fill_n(bytes, size, std::uint8_t{0});
-    return transfer(device, "reading", address, size, error, [&](GenApi::IPort& port, bool turnsRound) {
-        port.Read(bytes, static_cast<std::int64_t>(address), size);
-        if (turnsRound)
-            std::reverse(bytes, bytes + size);
-    });
+    return transfer(device, "reading", address, size, error,
+                    [&](GenApi::IPort& port) { port.Read(bytes, static_cast<std::int64_t>(address), size); });
 }
 
 gboolean writeMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
 {
-    const auto* bytes = static_cast<const std::uint8_t*>(buffer);
-    return transfer(device, "writing", address, size, error, [&](GenApi::IPort& port, bool turnsRound) {
-        std::string data(bytes, bytes + size);
-        if (turnsRound)
-            std::reverse(data.begin(), data.end());
-        port.Write(data.data(), static_cast<std::int64_t>(address), size);
+    return transfer(device, "writing", address, size, error, [&](GenApi::IPort& port) {
+        port.Write(buffer, static_cast<std::int64_t>(address), size);
     });
 }
 

@@ -29,10 +29,6 @@ public:
     /// The port from now on; it must outlive all access. Before the first, every access fails.
     void connect(GenApi::IPort& port) { m_access.port = &port; }
 
-    /// Before version 1.1 of the description format, words of 4 bytes are described as a host reads them and
-    /// not as they stand in the camera: their bytes are turned round on the way.
-    void useHostOrderForWords() { m_access.isHostOrder = true; }
-
     /// What failed first since the last call of this; empty when nothing did. The engine keeps some failures
     /// to itself.
     std::string takeFailure();
@@ -41,7 +37,6 @@ public:
     struct Access
     {
         GenApi::IPort* port = nullptr;
-        bool isHostOrder = false;
         std::string failure;
     };
 

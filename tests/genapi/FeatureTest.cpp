@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/genapi/Descriptions.h"
-#include "tests/genapi/MemoryPort.h"
+#include "tests/genapi/Camera.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,19 +17,6 @@ std::string node(const std::string& kind, const std::string& name, const std::st
 {
     return "<" + kind + " Name=\"" + name + "\">" + properties + "</" + kind + ">\n";
 }
-
-/// A node map over a camera of bytes.
-struct Camera
-{
-    explicit Camera(const std::string& nodes, const std::string& schemaMinor = "1")
-        : map(load(description(nodes, schemaMinor)))
-    {
-        map->Connect(&port, "Device");
-    }
-
-    MemoryPort port;
-    std::unique_ptr<INodeMap> map;
-};
 
 struct BooleanRow
 {
@@ -130,7 +116,6 @@ struct CommandRow
 {
     const char* name;
     std::string target;
-    std::string schemaMinor;
     std::vector<uint8_t> written;
 };
 
@@ -138,37 +123,26 @@ class ResetCommand : public testing::TestWithParam<CommandRow>
 {};
 
 const std::vector<CommandRow> commandRows{
-    {"Register", registerNode("IntReg", "R", "0x20", "4", bigEndian), "1", {0, 0, 0, 1}},
-    {"LittleEndian", registerNode("IntReg", "R", "0x20", "4", littleEndian), "1", {1, 0, 0, 0}},
+    {"Register", registerNode("IntReg", "R", "0x20", "4", bigEndian), {0, 0, 0, 1}},
+    {"LittleEndian", registerNode("IntReg", "R", "0x20", "4", littleEndian), {1, 0, 0, 0}},
     {"Masked",
      registerNode("MaskedIntReg", "R", "0x20", "4", element("Bit", "15") + bigEndian),
-     "1",
      {0, 1, 0, 0}},
-    {"WriteOnly", registerNode("IntReg", "R", "0x20", "4", bigEndian, "WO"), "1", {0, 0, 0, 1}},
-    {"WriteOnlyLittleEndian",
-     registerNode("IntReg", "R", "0x20", "4", littleEndian, "WO"),
-     "1",
-     {1, 0, 0, 0}},
+    {"WriteOnly", registerNode("IntReg", "R", "0x20", "4", bigEndian, "WO"), {0, 0, 0, 1}},
+    {"WriteOnlyLittleEndian", registerNode("IntReg", "R", "0x20", "4", littleEndian, "WO"), {1, 0, 0, 0}},
     {"WriteOnlyMasked",
      registerNode("MaskedIntReg", "R", "0x20", "4", element("LSB", "31") + element("MSB", "31") + bigEndian,
                   "WO"),
-     "1",
      {0, 0, 0, 1}},
     {"WriteOnlyMaskedInTheMiddle",
      registerNode("MaskedIntReg", "R", "0x20", "4", element("Bit", "15") + bigEndian, "WO"),
-     "1",
      {0, 1, 0, 0}},
-    {"WordInHostOrderByAnOldDescription",
-     registerNode("IntReg", "R", "0x20", "4", littleEndian, "WO"),
-     "0",
-     {0, 0, 0, 1}},
 };
 
 TEST_P(ResetCommand, WritesItsValueAndReadsNothingThatIsWriteOnly)
 {
     Camera camera(GetParam().target +
-                      node("Command", "Reset", element("pValue", "R") + element("CommandValue", "\n 0x1 \t")),
-                  GetParam().schemaMinor);
+                  node("Command", "Reset", element("pValue", "R") + element("CommandValue", "\n 0x1 \t")));
     auto* command = nodeAs<ICommand>(*camera.map, "Reset");
     ASSERT_TRUE(command);
     command->Execute(true);
