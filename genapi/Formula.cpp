@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/Formula.h"
 
+#include "genapi/Numbers.h"
+
 #include <algorithm>
 #include <cctype>
 
@@ -124,6 +126,31 @@ std::vector<std::string_view> namesIn(std::string_view formula)
         at = end;
     }
     return names;
+}
+
+std::string settleNumbers(std::string& formula, bool isWhole)
+{
+    std::string settled;
+    std::size_t at = 0;
+    while (at < formula.size()) {
+        if (!isWordCharacter(formula[at])) {
+            settled += formula[at++];
+            continue;
+        }
+        const std::size_t end = endOfWord(formula, at);
+        const std::string word = formula.substr(at, end - at);
+        if (isDigit(word[0]) || word[0] == '.') {
+            const auto number = formulaNumber(word, isWhole);
+            if (!number)
+                return word;
+            settled += *number;
+        } else {
+            settled += word;
+        }
+        at = end;
+    }
+    formula = settled;
+    return {};
 }
 
 std::optional<std::string> guardDivisions(std::string_view formula)

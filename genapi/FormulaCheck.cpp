@@ -97,11 +97,17 @@ std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
     return message.find("division by zero") == message.npos ? message : std::string();
 }
 
-/// False when a division cannot be made safe.
-bool guard(pugi::xml_node element)
+/// Why the formula is not to be given to the engine; empty when it is, as the element has it then.
+std::string settle(pugi::xml_node element, bool isInteger)
 {
-    const auto guarded = guardDivisions(element.child_value());
-    return guarded && element.text().set(guarded->c_str());
+    std::string formula = element.child_value();
+    if (const auto number = settleNumbers(formula, isInteger); !number.empty())
+        return "its formula has '" + number + "', which is no " + (isInteger ? "whole number" : "number");
+    const auto guarded = guardDivisions(formula);
+    if (!guarded)
+        return "its formula has a division that cannot be read";
+    element.text().set(guarded->c_str());
+    return {};
 }
 
 } // namespace
@@ -119,8 +125,8 @@ FormulaVerdict checkFormulas(pugi::xml_node node, bool isInteger)
         if (bracketDepth(formula) > MaxBracketDepth)
             refuseDescription("it has a formula with brackets more than " + std::to_string(MaxBracketDepth) +
                               " deep");
-        if (!guard(element))
-            verdict.fault = "its formula has a division that cannot be read";
+        if (auto fault = settle(element, isInteger); !fault.empty())
+            verdict.fault = std::move(fault);
     }
     ExpandedSize expandedSize(node);
     for (const auto& element : node.children()) {

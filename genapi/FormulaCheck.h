@@ -12,8 +12,8 @@ struct FormulaVerdict
     std::size_t size = 0; ///< Of all formulas, named expressions inserted (characters).
 };
 
-/// Looks at the formulas of a node, tries them, and makes their divisions safe. Formulas that are too long,
-/// too deep or insert themselves throw a GenICam::RuntimeException.
+/// Looks at the formulas of a node, tries them, settles their numbers and makes their divisions safe.
+/// Formulas that are too long, too deep or insert themselves throw a GenICam::RuntimeException.
 FormulaVerdict checkFormulas(pugi::xml_node node, bool isInteger);
 
 } // namespace genapi

@@ -2,12 +2,11 @@
 #include "genapi/ReferenceGraph.h"
 
 #include "genapi/FormulaCheck.h"
+#include "genapi/Numbers.h"
 #include "genapi/PortDevice.h"
 #include "genapi/Refusal.h"
 
 #include <algorithm>
-#include <charconv>
-#include <optional>
 
 namespace genapi {
 namespace {
@@ -37,20 +36,6 @@ std::string passedOn(const std::string& fault, pugi::xml_node element)
     return fault.starts_with("it needs ") ? fault : "it needs " + quoted(nameOf(element)) + ": " + fault;
 }
 
-/// Decimal or with 0x, not negative; all of the text.
-std::optional<std::int64_t> parseNumber(std::string_view text)
-{
-    const bool isHex = text.starts_with("0x") || text.starts_with("0X");
-    if (isHex)
-        text.remove_prefix(2);
-    std::int64_t number = 0;
-    const auto [end, error] =
-        std::from_chars(text.data(), text.data() + text.size(), number, isHex ? 16 : 10);
-    if (error != std::errc() || end != text.data() + text.size() || number < 0)
-        return std::nullopt;
-    return number;
-}
-
 /// Whether a reference of that kind, in such a node, can lead to such a one.
 bool fits(std::string_view reference, const NodeKind& from, const NodeKind& to)
 {
@@ -78,6 +63,11 @@ std::string_view findPart(std::string_view text, char separator, Predicate isSo)
     return {};
 }
 
+bool isAbsentOr(pugi::xml_node property, std::string_view text)
+{
+    return !property || property.child_value() == text;
+}
+
 /// The first of the kind's needs that the node does not meet; empty when it has all.
 std::string_view missingIn(pugi::xml_node element, std::string_view needs)
 {
@@ -89,6 +79,13 @@ std::string_view missingIn(pugi::xml_node element, std::string_view needs)
 
 } // namespace
 
+/// The first fault of a node is the one that is told.
+void ReferenceGraph::blame(Node& node, const std::string& fault)
+{
+    if (node.fault.empty())
+        node.fault = fault;
+}
+
 ReferenceGraph::ReferenceGraph(pugi::xml_document& document)
 {
     for (const auto& element : document.document_element().children())
@@ -99,10 +96,9 @@ ReferenceGraph::ReferenceGraph(pugi::xml_document& document)
         if (node.kind->isRegister)
             checkRegister(node);
         if (node.element.child("ChunkID"))
-            node.fault = "it belongs to pictures and not to the camera";
-        if (const auto missing = missingIn(node.element, node.kind->needs);
-            node.fault.empty() && !missing.empty())
-            node.fault = "it has no " + std::string(missing);
+            blame(node, "it belongs to pictures and not to the camera");
+        if (const auto missing = missingIn(node.element, node.kind->needs); !missing.empty())
+            blame(node, "it has no " + std::string(missing));
         link(index, node.element);
     }
     judgeValues();
@@ -112,7 +108,7 @@ ReferenceGraph::ReferenceGraph(pugi::xml_document& document)
 void ReferenceGraph::add(pugi::xml_node element)
 {
     const std::size_t index = m_nodes.size();
-    m_nodes.push_back({element, findNodeKind(element.name()), {}, 1, 1, {}});
+    m_nodes.push_back({element, findNodeKind(element.name()), {}, 1, 1, settleValues(element)});
     const auto name = nameOf(element);
     if (name.size() > MaxNameSize)
         refuseDescription("it has a node with a name of " + std::to_string(name.size()) + " characters");
@@ -136,7 +132,8 @@ std::string_view ReferenceGraph::throughBooleans(std::string_view name) const
     std::size_t steps = 0;
     for (const Node* node = find(name); node && node->kind->role == Role::Boolean; node = find(name)) {
         const auto value = node->element.child("pValue");
-        if (!value || node->element.child("OnValue") || node->element.child("OffValue") || ++steps > MaxDepth)
+        if (!value || !isAbsentOr(node->element.child("OnValue"), "1") ||
+            !isAbsentOr(node->element.child("OffValue"), "0") || ++steps > MaxDepth)
             break;
         name = value.child_value();
     }
@@ -151,7 +148,7 @@ void ReferenceGraph::checkRegister(Node& node)
                                 !target->element.child("pValue") && !target->element.child("pIndex") &&
                                 !target->element.child("ValueIndexed");
         if (!isConstant) {
-            node.fault = "its length is not fixed";
+            blame(node, "its length is not fixed");
             node.element.remove_child("pLength");
         } else {
             const std::string length = target->element.child("Value").child_value();
@@ -160,11 +157,11 @@ void ReferenceGraph::checkRegister(Node& node)
         }
     }
     const auto lengths = node.element.children("Length");
-    const auto length = parseNumber(node.element.child("Length").child_value());
+    const auto length = parseInteger(node.element.child("Length").child_value());
     const bool isNumber = node.kind->role == Role::Number || node.kind->role == Role::None;
     const std::int64_t most = isNumber ? MaxIntegerLength : MaxRegisterLength;
     if (std::distance(lengths.begin(), lengths.end()) != 1 || !length || *length < 1 || *length > most)
-        node.fault = "its length is not between 1 and " + std::to_string(most) + " bytes";
+        blame(node, "its length is not between 1 and " + std::to_string(most) + " bytes");
     else
         node.cost += RegisterCost + static_cast<std::size_t>(*length) / CharactersPerCost;
 }
@@ -173,8 +170,10 @@ void ReferenceGraph::link(std::size_t index, pugi::xml_node element)
 {
     for (auto child : element.children()) {
         const std::string_view name = child.name();
-        if (name == "IntSwissKnife")
-            link(index, child); // An unnamed part of a register's address.
+        if (name == "IntSwissKnife") { // An unnamed part of a register's address.
+            blame(m_nodes[index], settleValues(child));
+            link(index, child);
+        }
         if (!isProperty(name))
             continue;
         if (name == "pVariable")
@@ -190,8 +189,7 @@ void ReferenceGraph::link(std::size_t index, pugi::xml_node element)
     node.cost +=
         (verdict.size + static_cast<std::size_t>(std::distance(properties.begin(), properties.end()))) /
         CharactersPerCost;
-    if (node.fault.empty())
-        node.fault = verdict.fault;
+    blame(node, verdict.fault);
 }
 
 void ReferenceGraph::addReference(std::size_t index, std::string_view reference, std::string_view target)
@@ -199,11 +197,11 @@ void ReferenceGraph::addReference(std::size_t index, std::string_view reference,
     Node& node = m_nodes[index];
     const auto found = m_byName.find(target);
     if (found == m_byName.end()) {
-        node.fault = "it refers to " + quoted(target.substr(0, MaxNameSize)) + " (" + std::string(reference) +
-                     "), which the description does not have";
+        blame(node, "it refers to " + quoted(target.substr(0, MaxNameSize)) + " (" + std::string(reference) +
+                        "), which the description does not have");
     } else if (!fits(reference, *node.kind, *m_nodes[found->second].kind)) {
-        node.fault = "it refers to " + quoted(target) + " (" + std::string(reference) +
-                     "), which is of the wrong kind";
+        blame(node, "it refers to " + quoted(target) + " (" + std::string(reference) +
+                        "), which is of the wrong kind");
     }
     if (found != m_byName.end())
         node.edges.push_back({found->second, findReferenceKind(reference)->follow, reference == "pValue"});
@@ -272,8 +270,8 @@ void ReferenceGraph::leave(std::size_t index)
         const Node& target = m_nodes[edge.target];
         node.cost += target.cost;
         node.depth = std::max(node.depth, target.depth + 1);
-        if (node.fault.empty() && !target.fault.empty())
-            node.fault = passedOn(target.fault, target.element);
+        if (!target.fault.empty())
+            blame(node, passedOn(target.fault, target.element));
     }
     if (node.depth > MaxDepth)
         refuseDescription("more than " + std::to_string(MaxDepth) +

@@ -23,9 +23,9 @@ using Faults = std::map<std::string, std::string, std::less<>>;
 class ReferenceGraph
 {
 public:
-    /// Resolves what the engine does not (lengths by reference, booleans in formulas) and makes formulas
-    /// safe, both in the document, which must stay. Throws a GenICam::RuntimeException when the whole
-    /// description is to be refused.
+    /// Settles what the engine would read otherwise (numbers), resolves what it does not (lengths by
+    /// reference, booleans in formulas) and makes formulas safe, all in the document, which must stay. Throws
+    /// a GenICam::RuntimeException when the whole description is to be refused.
     explicit ReferenceGraph(pugi::xml_document& document);
 
     /// The nodes that lack something they need, or are what the engine cannot do.
@@ -52,6 +52,7 @@ private:
     void add(pugi::xml_node element);
     void link(std::size_t index, pugi::xml_node element);
     void addReference(std::size_t index, std::string_view reference, std::string_view target);
+    static void blame(Node& node, const std::string& fault);
     void checkRegister(Node& node);
     std::string_view throughBooleans(std::string_view name) const;
     const Node* find(std::string_view name) const;

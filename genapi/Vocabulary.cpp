@@ -39,12 +39,32 @@ constexpr std::array referenceKinds{
     ReferenceKind{"pIsAvailable", Follow::Access}, ReferenceKind{"pIsLocked", Follow::Access},
 };
 
-constexpr std::array<std::string_view, 25> plainProperties{
-    "Value",        "Address",    "Length",       "AccessMode",   "ImposedAccessMode",
-    "Min",          "Max",        "Inc",          "OnValue",      "OffValue",
-    "CommandValue", "LSB",        "MSB",          "Bit",          "Sign",
-    "Endianess",    "Slope",      "Formula",      "FormulaTo",    "FormulaFrom",
-    "Constant",     "Expression", "ValueIndexed", "ValueDefault", "ChunkID",
+constexpr std::array propertyKinds{
+    PropertyKind{"Address", Content::Integer},
+    PropertyKind{"Length", Content::Integer},
+    PropertyKind{"LSB", Content::Integer},
+    PropertyKind{"MSB", Content::Integer},
+    PropertyKind{"Bit", Content::Integer},
+    PropertyKind{"OnValue", Content::Integer},
+    PropertyKind{"OffValue", Content::Integer},
+    PropertyKind{"CommandValue", Content::Integer},
+    PropertyKind{"Value", Content::OwnNumber},
+    PropertyKind{"Min", Content::OwnNumber},
+    PropertyKind{"Max", Content::OwnNumber},
+    PropertyKind{"Inc", Content::OwnNumber},
+    PropertyKind{"ValueIndexed", Content::OwnNumber},
+    PropertyKind{"ValueDefault", Content::OwnNumber},
+    PropertyKind{"Constant", Content::OwnNumber},
+    PropertyKind{"AccessMode", Content::Word, {"RW", "RO", "WO"}},
+    PropertyKind{"ImposedAccessMode", Content::Word, {"RW", "RO", "WO"}},
+    PropertyKind{"Sign", Content::Word, {"Signed", "Unsigned"}},
+    PropertyKind{"Endianess", Content::Word, {"BigEndian", "LittleEndian"}},
+    PropertyKind{"Formula"},
+    PropertyKind{"FormulaTo"},
+    PropertyKind{"FormulaFrom"},
+    PropertyKind{"Expression"},
+    PropertyKind{"Slope"},
+    PropertyKind{"ChunkID"},
 };
 
 constexpr std::array<std::string_view, 4> attributes{"Name", "Index", "Offset", "pOffset"};
@@ -75,9 +95,14 @@ const ReferenceKind* findReferenceKind(std::string_view name)
     return find(referenceKinds, name);
 }
 
+const PropertyKind* findPropertyKind(std::string_view name)
+{
+    return find(propertyKinds, name);
+}
+
 bool isProperty(std::string_view element)
 {
-    return findReferenceKind(element) || contains(plainProperties, element);
+    return findReferenceKind(element) || findPropertyKind(element);
 }
 
 bool isAttribute(std::string_view name)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
 #include <string_view>
 
 namespace genapi {
@@ -39,8 +40,27 @@ struct ReferenceKind
     Follow follow;
 };
 
+/// What a property that is no reference says.
+enum class Content
+{
+    Text,
+    Word,      ///< One of a few.
+    Integer,   ///< A whole number.
+    OwnNumber, ///< What the node itself is: a whole number or any, or the text of a node that is a text.
+};
+
+struct PropertyKind
+{
+    std::string_view name;
+    Content content = Content::Text;
+    std::array<std::string_view, 3> words{}; ///< Empty ones are none.
+};
+
 /// Null for elements that are no nodes, or none that evaluation knows.
 const NodeKind* findNodeKind(std::string_view element);
+
+/// Null for elements that are no properties that evaluation uses, and for references.
+const PropertyKind* findPropertyKind(std::string_view name);
 
 /// Null for elements and attributes that refer to nothing.
 const ReferenceKind* findReferenceKind(std::string_view name);
