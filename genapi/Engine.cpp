@@ -15,6 +15,11 @@ struct Checked
     Faults faults;
 };
 
+std::string ofTheEngine(const std::string& complaint)
+{
+    return "the engine complains: " + complaint;
+}
+
 Checked checkDescription(std::string text)
 {
     pugi::xml_document document;
@@ -28,6 +33,7 @@ Checked checkDescription(std::string text)
 Engine::Engine(std::string text)
 {
     const CancellationHold hold;
+    const Complaints complaints;
     // What the checks needed is gone before the engine takes its own memory.
     Checked checked = checkDescription(std::move(text));
     m_faults = std::move(checked.faults);
@@ -39,11 +45,13 @@ Engine::Engine(std::string text)
     }
     if (!m_genicam)
         refuseDescription("the engine does not take it");
+    if (!complaints.first().empty())
+        refuseDescription(ofTheEngine(complaints.first()));
 }
 
-ArvGcNode* Engine::findNode(const char* name) const
+ArvGcNode* Engine::findNode(const char* name)
 {
-    return arv_gc_get_node(m_genicam.get(), name);
+    return call(name, "find", [&](GError**) { return arv_gc_get_node(m_genicam.get(), name); });
 }
 
 std::string Engine::faultOf(const std::string& name) const
@@ -52,9 +60,12 @@ std::string Engine::faultOf(const std::string& name) const
     return found == m_faults.end() ? std::string() : found->second;
 }
 
-void Engine::check(const std::string& feature, const char* action, GError* error)
+void Engine::check(const std::string& feature, const char* action, GError* error,
+                   const std::string& complaint)
 {
     std::string failure = m_device.takeFailure();
+    if (!complaint.empty() && failure.empty())
+        failure = ofTheEngine(complaint);
     if (error && failure.empty())
         failure = error->message;
     g_clear_error(&error);

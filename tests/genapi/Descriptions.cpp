@@ -6,20 +6,28 @@
 
 namespace {
 
-/// Whatever the engine complains about on standard error is a mistake here.
+/// Whatever is complained of outside a call into the engine is a mistake here.
+void failOn(const gchar* domain, GLogLevelFlags level, const gchar* message, gpointer)
+{
+    g_log_default_handler(domain, level, message, nullptr);
+    if ((level & (G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING)) != 0)
+        ADD_FAILURE() << message;
+}
+
 class QuietEngine : public testing::Environment
 {
 public:
-    void SetUp() override
-    {
-        g_log_set_always_fatal(
-            static_cast<GLogLevelFlags>(G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL | G_LOG_LEVEL_WARNING));
-    }
+    void SetUp() override { restoreHandlerOfTests(); }
 };
 
 [[maybe_unused]] const auto* const quietEngine = testing::AddGlobalTestEnvironment(new QuietEngine);
 
 } // namespace
+
+void restoreHandlerOfTests()
+{
+    g_log_set_default_handler(failOn, nullptr);
+}
 
 std::string description(const std::string& nodes, const std::string& schemaMinor)
 {

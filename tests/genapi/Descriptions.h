@@ -18,6 +18,10 @@ std::string registerNode(const std::string& kind, const std::string& name, const
                          const std::string& length, const std::string& properties = {},
                          const std::string& accessMode = "RW");
 
+/// Has every complaint (GLib's criticals and warnings) that nobody asked for fail the test that runs, as it
+/// is from the start.
+void restoreHandlerOfTests();
+
 /// The node map of a description that is no more than text or a zip.
 std::unique_ptr<GenApi::INodeMap> load(const std::string& data);
 

@@ -3,6 +3,16 @@
 
 #include <sstream>
 
+namespace {
+
+/// Counts on from the largest address there is to the smallest.
+int64_t byteAddress(int64_t address, std::size_t offset)
+{
+    return static_cast<int64_t>(static_cast<uint64_t>(address) + offset);
+}
+
+} // namespace
+
 void MemoryPort::Read(void* buffer, int64_t address, int64_t length)
 {
     note('R', address, length);
@@ -19,16 +29,16 @@ void MemoryPort::Write(const void* buffer, int64_t address, int64_t length)
 
 void MemoryPort::put(int64_t address, const std::vector<uint8_t>& bytes)
 {
-    for (const auto byte : bytes)
-        m_bytes[address++] = byte;
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        m_bytes[byteAddress(address, i)] = bytes[i];
 }
 
 std::vector<uint8_t> MemoryPort::bytes(int64_t address, int64_t length) const
 {
-    std::vector<uint8_t> data;
-    for (; length > 0; --length, ++address) {
-        const auto found = m_bytes.find(address);
-        data.push_back(found == m_bytes.end() ? uint8_t{0} : found->second);
+    std::vector<uint8_t> data(static_cast<std::size_t>(length));
+    for (std::size_t i = 0; i < data.size(); ++i) {
+        const auto found = m_bytes.find(byteAddress(address, i));
+        data[i] = found == m_bytes.end() ? uint8_t{0} : found->second;
     }
     return data;
 }
