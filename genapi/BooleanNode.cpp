@@ -11,8 +11,10 @@ BooleanNode::BooleanNode(Engine& engine, ArvGcBoolean* node)
 void BooleanNode::SetValue(bool value, bool verify)
 {
     requireUsable();
-    if (verify)
+    if (verify) {
         requireWritable();
+        requireBitsFor(value ? askProperty({"OnValue"}, 1) : askProperty({"OffValue"}, 0));
+    }
     engine().call(name(), "set", [&](GError** error) {
         arv_gc_boolean_set_value(m_boolean, value, error);
         return true;

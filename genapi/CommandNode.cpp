@@ -11,8 +11,10 @@ CommandNode::CommandNode(Engine& engine, ArvGcCommand* node)
 void CommandNode::Execute(bool verify)
 {
     requireUsable();
-    if (verify)
+    if (verify) {
         requireWritable();
+        requireBitsFor(askProperty({"CommandValue", "pCommandValue"}, 0));
+    }
     engine().call(name(), "execute", [&](GError** error) {
         arv_gc_command_execute(m_command, error);
         return true;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/Engine.h"
 
+#include "genapi/AccessModes.h"
 #include "genapi/DescriptionReader.h"
 #include "genapi/Refusal.h"
 
@@ -24,6 +25,7 @@ Checked checkDescription(std::string text)
 {
     pugi::xml_document document;
     readDescription(text, document);
+    settleAccessModes(document);
     const ReferenceGraph graph(document);
     return {writeDescription(document), graph.faults()};
 }

@@ -138,7 +138,7 @@ std::string settleNumbers(std::string& formula, bool isWhole)
             continue;
         }
         const std::size_t end = endOfWord(formula, at);
-        const std::string word = formula.substr(at, end - at);
+        std::string word = formula.substr(at, end - at);
         if (isDigit(word[0]) || word[0] == '.') {
             const auto number = formulaNumber(word, isWhole);
             if (!number)

@@ -14,6 +14,7 @@ void IntegerNode::SetValue(int64_t value, bool verify)
     if (verify) {
         requireWritable();
         requireInRange(value);
+        requireBitsFor(value);
     }
     engine().call(name(), "set", [&](GError** error) {
         arv_gc_integer_set_value(m_integer, value, error);

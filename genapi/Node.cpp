@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/Node.h"
 
+#include <algorithm>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -9,25 +11,66 @@ using GenApi::EAccessMode;
 namespace genapi {
 namespace {
 
-/// The node, what it gets its value from, and so on; of a structure's entry, the structure too.
+/// The property nodes of that name.
+std::vector<ArvGcPropertyNode*> propertiesOf(ArvGcFeatureNode* node, std::string_view name)
+{
+    std::vector<ArvGcPropertyNode*> properties;
+    for (ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(node)); child;
+         child = arv_dom_node_get_next_sibling(child))
+        if (ARV_IS_GC_PROPERTY_NODE(child) && name == arv_dom_node_get_node_name(child))
+            properties.push_back(ARV_GC_PROPERTY_NODE(child));
+    return properties;
+}
+
+/// The nodes that the node gets its value from, and passes a new one on to.
+std::vector<ArvGcFeatureNode*> targetsOf(ArvGcFeatureNode* node)
+{
+    std::vector<ArvGcFeatureNode*> targets;
+    for (ArvGcPropertyNode* property : propertiesOf(node, "pValue"))
+        if (ArvGcNode* target = arv_gc_property_node_get_linked_node(property);
+            ARV_IS_GC_FEATURE_NODE(target))
+            targets.push_back(ARV_GC_FEATURE_NODE(target));
+    return targets;
+}
+
+/// The node, its targets, theirs, and so on; with the structures of entries among them.
 std::vector<ArvGcFeatureNode*> chainFrom(ArvGcFeatureNode* first)
 {
     std::vector<ArvGcFeatureNode*> chain{first};
     for (std::size_t at = 0; at < chain.size(); ++at) { // Ends: no chain of values is a circle.
-        ArvDomNode* node = ARV_DOM_NODE(chain[at]);
-        if (ARV_IS_GC_STRUCT_ENTRY_NODE(node))
-            chain.push_back(ARV_GC_FEATURE_NODE(arv_dom_node_get_parent_node(node)));
-        for (ArvDomNode* child = arv_dom_node_get_first_child(node); child;
-             child = arv_dom_node_get_next_sibling(child)) {
-            if (!ARV_IS_GC_PROPERTY_NODE(child) ||
-                std::string_view("pValue") != arv_dom_node_get_node_name(child))
-                continue;
-            ArvGcNode* target = arv_gc_property_node_get_linked_node(ARV_GC_PROPERTY_NODE(child));
-            if (ARV_IS_GC_FEATURE_NODE(target))
-                chain.push_back(ARV_GC_FEATURE_NODE(target));
-        }
+        if (ARV_IS_GC_STRUCT_ENTRY_NODE(chain[at]))
+            chain.push_back(ARV_GC_FEATURE_NODE(arv_dom_node_get_parent_node(ARV_DOM_NODE(chain[at]))));
+        const auto targets = targetsOf(chain[at]);
+        chain.insert(chain.end(), targets.begin(), targets.end());
     }
     return chain;
+}
+
+/// The registers that get the very number which the node passes on.
+std::vector<ArvGcInteger*> integerRegistersBelow(ArvGcFeatureNode* first)
+{
+    std::vector<ArvGcInteger*> registers;
+    std::vector<ArvGcFeatureNode*> open{first};
+    while (!open.empty()) {
+        ArvGcFeatureNode* node = open.back();
+        open.pop_back();
+        if (ARV_IS_GC_INTEGER(node) && (ARV_IS_GC_REGISTER(node) || ARV_IS_GC_STRUCT_ENTRY_NODE(node)))
+            registers.push_back(ARV_GC_INTEGER(node));
+        else if (ARV_IS_GC_INTEGER_NODE(node) || ARV_IS_GC_BOOLEAN(node) || ARV_IS_GC_COMMAND(node)) {
+            const auto targets = targetsOf(node);
+            open.insert(open.end(), targets.begin(), targets.end());
+        }
+    }
+    return registers;
+}
+
+/// Whether the number's bits are all in a register with these bounds, be it signed or not: switches of 1 over
+/// signed registers of one bit exist.
+bool hasBitsFor(std::int64_t value, std::int64_t least, std::int64_t most)
+{
+    constexpr auto Most = std::numeric_limits<std::int64_t>::max();
+    const auto mostUnsigned = least >= 0 || most > Most / 2 ? most : 2 * most + 1;
+    return value >= std::min(least, -(mostUnsigned / 2) - 1) && value <= mostUnsigned;
 }
 
 const char* describe(EAccessMode mode)
@@ -60,27 +103,29 @@ EAccessMode Node::GetAccessMode() const
 {
     if (!m_engine.faultOf(m_name).empty())
         return GenApi::NI;
-    const auto chain =
-        m_engine.call(m_name, "learn the state of", [this](GError**) { return chainFrom(m_node); });
-    bool isLocked = false;
+    constexpr char action[] = "learn the state of";
+    const auto chain = m_engine.call(m_name, action, [this](GError**) { return chainFrom(m_node); });
     for (auto* node : chain)
         if (!ask(node, arv_gc_feature_node_is_implemented))
             return GenApi::NI;
     for (auto* node : chain)
         if (!ask(node, arv_gc_feature_node_is_available))
             return GenApi::NA;
+    bool isReadable = true;
+    bool isWritable = true;
     for (auto* node : chain)
-        isLocked = isLocked || ask(node, arv_gc_feature_node_is_locked);
-
-    switch (m_engine.call(m_name, "learn the state of",
-                          [this](GError**) { return arv_gc_feature_node_get_actual_access_mode(m_node); })) {
-    case ARV_GC_ACCESS_MODE_RW:
-        return isLocked ? GenApi::RO : GenApi::RW;
-    case ARV_GC_ACCESS_MODE_WO:
-        return isLocked ? GenApi::NA : GenApi::WO;
-    default:
-        return GenApi::RO;
+        isWritable = isWritable && !ask(node, arv_gc_feature_node_is_locked);
+    for (auto* node : chain) {
+        if (ARV_IS_GC_STRUCT_REG_NODE(node))
+            continue; // Its entries have modes of their own.
+        const auto mode = m_engine.call(
+            m_name, action, [node](GError**) { return arv_gc_feature_node_get_actual_access_mode(node); });
+        isReadable = isReadable && mode != ARV_GC_ACCESS_MODE_WO;
+        isWritable = isWritable && (mode == ARV_GC_ACCESS_MODE_RW || mode == ARV_GC_ACCESS_MODE_WO);
     }
+    if (isReadable)
+        return isWritable ? GenApi::RW : GenApi::RO;
+    return isWritable ? GenApi::WO : GenApi::NA;
 }
 
 void Node::requireUsable() const
@@ -95,6 +140,33 @@ void Node::requireWritable() const
     if (const auto mode = GetAccessMode(); mode != GenApi::RW && mode != GenApi::WO)
         throw GenICam::AccessException(m_name + " cannot be set: " + describe(mode) + ".", __FILE_NAME__,
                                        __LINE__);
+}
+
+std::int64_t Node::askProperty(std::initializer_list<const char*> names, std::int64_t otherwise) const
+{
+    return m_engine.call(m_name, "learn the value of", [&](GError** error) -> std::int64_t {
+        for (const char* name : names)
+            for (ArvGcPropertyNode* property : propertiesOf(m_node, name))
+                return arv_gc_property_node_get_int64(property, error);
+        return otherwise;
+    });
+}
+
+void Node::requireBitsFor(std::int64_t value) const
+{
+    const bool areThere = m_engine.call(m_name, "learn the size of", [&](GError** error) {
+        for (ArvGcInteger* number : integerRegistersBelow(m_node)) {
+            const auto least = arv_gc_integer_get_min(number, error);
+            const auto most = *error ? 0 : arv_gc_integer_get_max(number, error);
+            if (!*error && !hasBitsFor(value, least, most))
+                return false;
+        }
+        return true;
+    });
+    if (!areThere)
+        throw GenICam::OutOfRangeException(m_name + " cannot be set to " + std::to_string(value) +
+                                               ": its register has too few bits.",
+                                           __FILE_NAME__, __LINE__);
 }
 
 } // namespace genapi

@@ -4,6 +4,7 @@
 #include "genapi/Engine.h"
 #include "genapi/GenApi/INode.h"
 
+#include <initializer_list>
 #include <string>
 
 namespace genapi {
@@ -30,6 +31,13 @@ protected:
 
     /// Throws an AccessException unless the node may be written now.
     void requireWritable() const;
+
+    /// The number in the first of these properties that the node has.
+    std::int64_t askProperty(std::initializer_list<const char*> names, std::int64_t otherwise) const;
+
+    /// Throws an OutOfRangeException when the number has more bits than a register that it goes to: the
+    /// engine would write those that there are.
+    void requireBitsFor(std::int64_t value) const;
 
 private:
     bool ask(ArvGcFeatureNode* node, gboolean (*question)(ArvGcFeatureNode*, GError**)) const;

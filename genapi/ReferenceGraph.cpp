@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/ReferenceGraph.h"
 
+#include "genapi/BitField.h"
 #include "genapi/FormulaCheck.h"
 #include "genapi/Numbers.h"
 #include "genapi/PortDevice.h"
@@ -99,6 +100,10 @@ ReferenceGraph::ReferenceGraph(pugi::xml_document& document)
             blame(node, "it belongs to pictures and not to the camera");
         if (const auto missing = missingIn(node.element, node.kind->needs); !missing.empty())
             blame(node, "it has no " + std::string(missing));
+        if (node.kind->name == "MaskedIntReg")
+            blame(node, settleBits(node.element, node.element));
+        if (node.kind->name == "StructEntry")
+            blame(node, settleBits(node.element, node.element.parent()));
         link(index, node.element);
     }
     judgeValues();

@@ -23,9 +23,9 @@ using Faults = std::map<std::string, std::string, std::less<>>;
 class ReferenceGraph
 {
 public:
-    /// Settles what the engine would read otherwise (numbers), resolves what it does not (lengths by
-    /// reference, booleans in formulas) and makes formulas safe, all in the document, which must stay. Throws
-    /// a GenICam::RuntimeException when the whole description is to be refused.
+    /// Settles what the engine would read otherwise (numbers, the order of bits), resolves what it does not
+    /// (lengths by reference, booleans in formulas) and makes formulas safe, all in the document, which must
+    /// stay. Throws a GenICam::RuntimeException when the whole description is to be refused.
     explicit ReferenceGraph(pugi::xml_document& document);
 
     /// The nodes that lack something they need, or are what the engine cannot do.

@@ -75,6 +75,7 @@ TEST_P(ByteOrder, IsTheSameForARegisterOfWhichAllBitsAreNamed)
     };
     judge("MaskedIntReg", bits("15"), 0x0102, row.two);
     judge("MaskedIntReg", bits("31"), 0x01020304, row.four);
+    judge("MaskedIntReg", bits("63"), 0x0102030405060708, row.eight);
 }
 
 TEST_P(ByteOrder, DoesNotConcernAText)

@@ -12,6 +12,8 @@ struct Camera
     {
         map->Connect(&port, "Device");
     }
+    Camera(const Camera&) = delete;
+    Camera& operator=(const Camera&) = delete;
 
     template <typename Interface>
     Interface& node(const char* name) const

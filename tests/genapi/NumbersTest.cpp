@@ -27,14 +27,15 @@ std::string node(const std::string& kind, const std::string& properties)
     return "<" + kind + " Name=\"N\">" + properties + "</" + kind + ">\n";
 }
 
-/// A register whose one byte, or the lowest of two, is its address, but for what is written.
-Camera counting(const std::string& nodes)
+/// Of which each byte is its own address, up to 0x40.
+struct CountingCamera : Camera
 {
-    Camera camera(nodes);
-    for (uint8_t i = 0; i < 0x40; ++i)
-        camera.port.put(i, {i});
-    return camera;
-}
+    explicit CountingCamera(const std::string& nodes) : Camera(nodes)
+    {
+        for (uint8_t i = 0; i < 0x40; ++i)
+            port.put(i, {i});
+    }
+};
 
 int64_t value(const Camera& camera)
 {
@@ -213,7 +214,8 @@ TEST_P(NumberIn, IsDecimalHoweverManyZerosLead)
         {"+9", 9}, {"+09", 9}, {"0xA", 10}, {"0X0a", 10}, {" \n 012\t", 12},
     };
     for (const auto& [spelling, number] : spellings)
-        EXPECT_EQ(GetParam().read(counting(withNumber(GetParam().nodes, spelling))), number) << spelling;
+        EXPECT_EQ(GetParam().read(CountingCamera(withNumber(GetParam().nodes, spelling))), number)
+            << spelling;
 }
 
 TEST_P(NumberIn, IsNotToBeGuessedWhenItIsNone)
@@ -325,9 +327,9 @@ TEST(AWordThatIsNotKnown, MakesTheNodeUnusable)
 
 TEST(AFormula, ReadsABooleanThatSaysTheUsualValuesOutright)
 {
-    const Camera camera(counting(
+    const CountingCamera camera(
         registerNode("IntReg", "R", "0x1", "1", bigEndian) + "<Boolean Name=\"B\">" + element("pValue", "R") +
         element("OnValue", "01") + element("OffValue", "0x0") + "</Boolean>" +
-        node("IntSwissKnife", "<pVariable Name=\"V\">B</pVariable><Formula>V + 4</Formula>")));
+        node("IntSwissKnife", "<pVariable Name=\"V\">B</pVariable><Formula>V + 4</Formula>"));
     EXPECT_EQ(value(camera), 5);
 }
