@@ -47,9 +47,21 @@ void checkDepth(const pugi::xml_node& root)
     }
 }
 
+bool isBlank(char c)
+{
+    return static_cast<unsigned char>(c) <= ' ';
+}
+
+/// Cameras fill up the last word with NULs, and some their memory around the text.
+void dropPadding(std::string& text)
+{
+    const auto isText = [](char c) { return !isBlank(c); };
+    text.erase(std::find_if(text.rbegin(), text.rend(), isText).base(), text.end());
+    text.erase(text.begin(), std::find_if(text.begin(), text.end(), isText));
+}
+
 std::string printable(std::string_view raw)
 {
-    const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
     while (!raw.empty() && isBlank(raw.front()))
         raw.remove_prefix(1);
     while (!raw.empty() && isBlank(raw.back()))
@@ -164,8 +176,7 @@ public:
 
 void readDescription(std::string& text, pugi::xml_document& document)
 {
-    while (!text.empty() && text.back() == '\0')
-        text.pop_back(); // Cameras fill up the last word with them.
+    dropPadding(text);
     if (text.starts_with("\xEF\xBB\xBF"))
         text.erase(0, 3);
     if (text.empty())

@@ -4,16 +4,14 @@
 #include "tests/genapi/Descriptions.h"
 #include "tests/genapi/MemoryPort.h"
 
-/// A node map over a camera of bytes.
-struct Camera
+#include <stdexcept>
+
+/// A camera of bytes with such a file, and its node map.
+struct FileCamera
 {
-    explicit Camera(const std::string& nodes, const std::string& schemaMinor = "1")
-        : map(load(description(nodes, schemaMinor)))
-    {
-        map->Connect(&port, "Device");
-    }
-    Camera(const Camera&) = delete;
-    Camera& operator=(const Camera&) = delete;
+    explicit FileCamera(const std::string& file) : map(load(file)) { map->Connect(&port, "Device"); }
+    FileCamera(const FileCamera&) = delete;
+    FileCamera& operator=(const FileCamera&) = delete;
 
     template <typename Interface>
     Interface& node(const char* name) const
@@ -26,4 +24,12 @@ struct Camera
 
     MemoryPort port;
     std::unique_ptr<GenApi::INodeMap> map;
+};
+
+/// The same with these nodes in its file.
+struct Camera : FileCamera
+{
+    explicit Camera(const std::string& nodes, const std::string& schemaMinor = "1")
+        : FileCamera(description(nodes, schemaMinor))
+    {}
 };

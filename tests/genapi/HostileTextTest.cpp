@@ -95,7 +95,7 @@ TEST(AText, IsRefusedUnlessItIsADescription)
     const std::pair<std::string, std::string> rows[] = {
         {"", "empty"},
         {std::string(64, '\0'), "empty"},
-        {"   \n", "XML"},
+        {"   \n", "empty"},
         {"no XML at all", "XML"},
         {std::string("<RegisterDescription>\0</RegisterDescription>", 44), "no text"},
         {"<html></html>", "RegisterDescription"},
@@ -122,6 +122,8 @@ TEST(AText, MayHoldWhatReadersOfXmlDislike)
     const std::vector<std::string> texts{
         "\xEF\xBB\xBF" + plain,
         plain + std::string(500, '\0'),
+        plain + std::string("\0\n\0 \0\r\n", 7),
+        std::string(3, '\0') + " \n" + plain,
         description("<Integer Name=\"N\"><ToolTip>Gr\xF6\xDF"
                     "e &unknown; \x01</ToolTip><Value>1</Value></Integer>"),
         description("<Integer Name=\"N\"><Value><![CDATA[ 1 ]]></Value></Integer>"),
