@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/BuiltInDescription.h"
 
+#include "simulator/HexText.h"
+
 #include <algorithm>
-#include <cstdio>
 #include <string>
 #include <string_view>
 
@@ -54,13 +55,6 @@ constexpr Number PersistentNumbers[] = {
     {"GevPersistentSubnetMask", 0x65C, "RW", "IPV4Address"},
     {"GevPersistentDefaultGateway", 0x66C, "RW", "IPV4Address"},
 };
-
-std::string hexText(unsigned number)
-{
-    char text[11];
-    std::snprintf(text, sizeof text, "0x%08X", number);
-    return text;
-}
 
 std::string registerPart(const std::string& address, unsigned size, const char* access)
 {

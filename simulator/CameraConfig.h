@@ -63,6 +63,20 @@ struct CameraConfig
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
     };
 
+    /// A register that the standard knows nothing of, of 4 bytes. What it holds outlives a reset.
+    struct MakersRegister
+    {
+        enum class Access
+        {
+            ReadWrite,
+            ReadOnly,
+            WriteOnly ///< An application that reads it gets AccessDenied.
+        };
+        std::uint32_t address = 0;
+        std::uint32_t value = 0; ///< At first.
+        Access access = Access::ReadWrite;
+    };
+
     /// What the camera tells of its features, in its memory at DescriptionAddress.
     struct Description
     {
@@ -72,6 +86,7 @@ struct CameraConfig
     };
 
     static constexpr std::uint32_t DescriptionAddress = 0xC0A00000;
+    static constexpr std::size_t MaxDescriptionSize = 16 << 20;
     static constexpr std::size_t UrlSize = 512; ///< Bytes.
 
     gvcp::MacAddress mac;
@@ -91,7 +106,9 @@ struct CameraConfig
     IpSettings persistent;
     bool hasPersistentIp = true;
     Description description;
-    std::uint32_t resetRegister = 0x00010000; ///< A write of anything but 0 reboots the camera.
+    std::uint32_t resetRegister = 0x00010000; ///< A write of any bit of the mask reboots the camera.
+    std::uint32_t resetMask = 0xFFFFFFFF;     ///< Bits that fall back to 0 then; the others stay.
+    std::vector<MakersRegister> registers;    ///< The reset register too, where it is not RW and 0 at first.
     std::chrono::milliseconds rebootTime{1000};
     std::chrono::milliseconds dhcpTimeout{4000};
     std::chrono::milliseconds probeInterval{100}; ///< Between the probes of a link-local address.

@@ -4,6 +4,7 @@
 #include "simulator/DescriptionMembers.h"
 #include "simulator/FarmConfig.h"
 #include "simulator/QuirkMembers.h"
+#include "simulator/RegisterMembers.h"
 
 #include <set>
 
@@ -144,6 +145,7 @@ std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t ind
     readInterfaces(object, camera);
     readTimes(object, camera);
     readQuirks(object, name, camera);
+    readRegisters(object, name, camera);
     readDescription(object, directory, camera);
     const unsigned repeat = object.number("repeat", 1, FarmConfig::MaxCameras).value_or(1);
     object.rejectOthers();

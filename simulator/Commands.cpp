@@ -3,6 +3,7 @@
 
 #include "gvcp/Registers.h"
 #include "simulator/Farm.h"
+#include "simulator/HexText.h"
 
 #include <charconv>
 #include <iterator>
@@ -178,6 +179,8 @@ std::string show(Station& station, const Words&)
     json["plugged"] = station.isPlugged();
     json["state"] = nameOf(station.phase());
     json["resets"] = station.resets();
+    for (const auto& [address, value] : stored.registers)
+        json["registers"][hexText(address)] = hexText(value);
     for (std::size_t i = 0; i < RequestNames.size(); ++i)
         json["received"][std::string(RequestNames[i])] = station.counters()[i];
     // A camera's texts are bytes: what is not UTF-8 must not make this fail.

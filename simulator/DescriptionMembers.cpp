@@ -15,7 +15,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t MaxFileSize = 16 << 20;
 constexpr char UsualUrl[] = "Local:{name};{address};{length}";
 constexpr std::uint8_t ZipBegin[] = {'P', 'K', 3, 4};
 
@@ -46,7 +45,7 @@ File readFile(JsonObject& object, const std::string& text, const fs::path& direc
     File file{path.filename().string(), {std::istreambuf_iterator<char>(stream), {}}};
     if (!stream)
         object.fail("description", "cannot be read: " + path.string());
-    if (file.bytes.empty() || file.bytes.size() > MaxFileSize)
+    if (file.bytes.empty() || file.bytes.size() > CameraConfig::MaxDescriptionSize)
         object.fail("description", "must name a file of 1 byte to 16 MiB: " + path.string());
     return file;
 }
@@ -77,28 +76,10 @@ std::string filledIn(std::string url, const std::string& name, std::size_t lengt
     return url;
 }
 
-/// Written as in C, so that it can be told from a description file.
-std::uint32_t readRegisterAddress(JsonObject& object, std::uint32_t usual)
-{
-    const auto text = object.text("resetRegister", 10);
-    if (!text)
-        return usual;
-    std::uint32_t address = 0;
-    const char* const end = text->data() + text->size();
-    const auto result =
-        std::from_chars(text->data() + std::min<std::size_t>(2, text->size()), end, address, 16);
-    const bool isHex = text->starts_with("0x") && result.ec == std::errc{} && result.ptr == end;
-    // Below are the registers of the standard.
-    if (!isHex || address % 4 != 0 || address < 0xA000)
-        object.fail("resetRegister", "must be the address of a maker's register, such as \"0x00010000\"");
-    return address;
-}
-
 } // namespace
 
 void readDescription(JsonObject& object, const fs::path& directory, CameraConfig& camera)
 {
-    camera.resetRegister = readRegisterAddress(object, camera.resetRegister);
     const auto path = object.text("description", 4096);
     const bool isToBeZipped = object.flag("descriptionZip").value_or(false);
     const auto missing = object.choices<DescribedFeature>("descriptionLeavesOut", Features);

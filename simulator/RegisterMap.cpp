@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace simulator {
 
@@ -85,6 +86,20 @@ StoredSettings factorySettings(const CameraConfig& config)
     return settings;
 }
 
+using MakersRegister = CameraConfig::MakersRegister;
+
+/// With the reset register in any case.
+std::vector<MakersRegister> makersRegisters(const CameraConfig& config)
+{
+    std::vector<MakersRegister> all = config.registers;
+    const auto isReset = [&config](const MakersRegister& each) {
+        return each.address == config.resetRegister;
+    };
+    if (std::none_of(all.begin(), all.end(), isReset))
+        all.push_back({config.resetRegister});
+    return all;
+}
+
 } // namespace
 
 RegisterMap::RegisterMap(const CameraConfig& config) : RegisterMap(config, factorySettings(config))
@@ -96,7 +111,9 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     : m_description(config.description.file),
       m_interface(config.interface),
       m_interfaceCount(config.interfaceCount()),
+      m_makers(makersRegisters(config)),
       m_resetRegister(config.resetRegister),
+      m_resetMask(config.resetMask),
       m_hasPersistentIp(config.hasPersistentIp)
 {
     layOut(config);
@@ -144,7 +161,17 @@ void RegisterMap::layOut(const CameraConfig& config)
     add(reg::ControlChannelPrivilege, 4, !writable);
     add(ApplicationPort, 4, !writable);
     add(ApplicationAddress, 4, !writable);
-    add(m_resetRegister, 4, writable);
+    for (const MakersRegister& each : m_makers) {
+        add(each.address, 4, each.access != MakersRegister::Access::ReadOnly);
+        setWord(each.address, each.value);
+    }
+}
+
+bool RegisterMap::isWriteOnly(std::uint32_t address) const
+{
+    return std::any_of(m_makers.begin(), m_makers.end(), [address](const MakersRegister& each) {
+        return each.address == address && each.access == MakersRegister::Access::WriteOnly;
+    });
 }
 
 void RegisterMap::layOutInterface(unsigned number)
@@ -183,6 +210,8 @@ Status RegisterMap::read(std::uint32_t address, std::span<std::uint8_t> out) con
         const std::uint8_t* const from = wordAt(static_cast<std::uint32_t>(address + done));
         if (!from)
             return Status::InvalidAddress;
+        if (isWriteOnly(static_cast<std::uint32_t>(address + done)))
+            return Status::AccessDenied;
         std::copy_n(from, 4, out.begin() + static_cast<std::ptrdiff_t>(done));
     }
     return Status::Success;
@@ -202,7 +231,9 @@ Status RegisterMap::write(std::uint32_t address, gvcp::ByteView data)
     }
     for (std::size_t done = 0; done < data.size(); done += 4) {
         const auto at = static_cast<std::uint32_t>(address + done);
-        setWord(at, accepted(at, gvcp::readU32(data, done)));
+        const std::uint32_t value = accepted(at, gvcp::readU32(data, done));
+        setWord(at, value);
+        m_isResetAsked = m_isResetAsked || (at == m_resetRegister && (value & m_resetMask) != 0);
     }
     return Status::Success;
 }
@@ -255,6 +286,8 @@ StoredSettings RegisterMap::stored() const
         settings.interfaces.push_back(storedIp(number));
     const gvcp::Bytes& name = regionAt(reg::UserDefinedName)->bytes;
     settings.userName.assign(name.begin(), std::find(name.begin(), name.end(), 0));
+    for (const MakersRegister& each : m_makers)
+        settings.registers.emplace_back(each.address, word(each.address));
     return settings;
 }
 
@@ -269,6 +302,8 @@ void RegisterMap::store(const StoredSettings& settings)
     for (unsigned number = 0; number < m_interfaceCount; ++number)
         store(number, settings.interfaces[number]);
     setText(reg::UserDefinedName, UserNameSize, settings.userName);
+    for (const auto& [address, value] : settings.registers)
+        setWord(address, value);
 }
 
 void RegisterMap::store(unsigned interface, const StoredIp& settings)
@@ -282,9 +317,10 @@ void RegisterMap::store(unsigned interface, const StoredIp& settings)
 
 bool RegisterMap::takeResetRequest()
 {
-    const bool wasWritten = word(m_resetRegister) != 0;
-    setWord(m_resetRegister, 0);
-    return wasWritten;
+    const bool wasAsked = std::exchange(m_isResetAsked, false);
+    if (wasAsked)
+        setWord(m_resetRegister, word(m_resetRegister) & ~m_resetMask);
+    return wasAsked;
 }
 
 void RegisterMap::setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port)

@@ -22,7 +22,7 @@ public:
     RegisterMap(const CameraConfig& config, const StoredSettings& settings);
 
     /// As an application may: InvalidAddress for what does not exist, BadAlignment unless address and length
-    /// are multiples of 4. `out` is unspecified unless Success.
+    /// are multiples of 4, AccessDenied for what may only be written. `out` is unspecified unless Success.
     gvcp::Status read(std::uint32_t address, std::span<std::uint8_t> out) const;
     /// As read; also WriteProtect. Writes all or nothing.
     gvcp::Status write(std::uint32_t address, gvcp::ByteView data);
@@ -40,7 +40,7 @@ public:
     StoredIp storedIp() const { return storedIp(m_interface); }
     /// The application in control; all zero for none.
     void setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port);
-    /// Whether the reset register has been written since the last call.
+    /// Whether a reset has been asked for, by way of its register, since the last call.
     bool takeResetRequest();
     /// What a DISCOVERY acknowledge carries: the first 248 bytes, with what belongs to this network's
     /// interface in place of the first one's.
@@ -66,6 +66,7 @@ private:
     void store(unsigned interface, const StoredIp& settings);
     /// What a register holds when an application has written this.
     std::uint32_t accepted(std::uint32_t address, std::uint32_t value) const;
+    bool isWriteOnly(std::uint32_t address) const;
     void store(const StoredSettings& settings);
     std::uint32_t capabilities(const CameraConfig& config) const;
     void add(std::uint32_t address, std::size_t size, bool writable);
@@ -77,7 +78,10 @@ private:
     std::shared_ptr<const gvcp::Bytes> m_description; ///< Shared by cameras that have the same one.
     unsigned m_interface;
     unsigned m_interfaceCount;
+    std::vector<CameraConfig::MakersRegister> m_makers;
     std::uint32_t m_resetRegister;
+    std::uint32_t m_resetMask;
+    bool m_isResetAsked = false;
     bool m_hasPersistentIp;
 };
 

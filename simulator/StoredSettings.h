@@ -3,7 +3,9 @@
 
 #include "simulator/IpSettings.h"
 
+#include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -22,6 +24,7 @@ struct StoredSettings
 {
     std::vector<StoredIp> interfaces; ///< All of them, by their number.
     std::string userName;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> registers{}; ///< The maker's own: address and value.
 
     bool operator==(const StoredSettings&) const = default;
 };

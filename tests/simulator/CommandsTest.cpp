@@ -84,6 +84,9 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     "plugged": true,
     "state": "running",
     "resets": 0,
+    "registers": {
+        "0x00010000": "0x00000000"
+    },
     "received": {
         "DISCOVERY": 0,
         "FORCEIP": 0,
