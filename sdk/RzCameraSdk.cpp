@@ -250,7 +250,7 @@ int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bufferSiz
         *dataLength = 0;
         const auto session = camera.session();
         const auto file = completedDescription(fetchDescription(session->channel()),
-                                               hasUserName(session->channel()), bufferSize);
+                                               hasUserName(session->channel()), 0, bufferSize);
         *dataLength = static_cast<unsigned>(file.size());
         if (file.size() > bufferSize)
             return RZ_ERROR_BUFFER;

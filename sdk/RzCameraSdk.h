@@ -147,8 +147,11 @@ RZ_API int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short sw
 /**
  * Fetches the open camera's description file into `buffer`: plain or zipped, as the camera has it. A file
  * that lacks some of the features GevCurrentIPConfigurationPersistentIP, GevCurrentIPConfigurationDHCP,
- * DeviceUserID and DeviceReset, although every camera has what they are about, gets them added and is then
- * plain; if it does not fit the buffer so, it stays as it is.
+ * DeviceUserID and DeviceReset, although every camera has what they are about, gets them added, and a
+ * DeviceUserID that is a String over a string register becomes that register, so that it can be written as
+ * bytes. On a camera that was heard on another network interface than its first one, the two booleans are
+ * those of that interface. A file that is changed so is then plain; if it does not fit the buffer, it stays
+ * as it is.
  *
  * `dataLength` gets the number of bytes; with RZ_ERROR_BUFFER how many there would be, or 0 when they are
  * more than RZ_MAX_DESCRIPTION.

@@ -65,10 +65,12 @@ void readDescription(ByteView memory)
 
     const Bytes file(memory.begin(), memory.end());
     constexpr std::size_t MaxSize = 100'000;
-    const Bytes completed = sdk::completedDescription(file, true, MaxSize);
+    const Bytes completed = sdk::completedDescription(file, true, 0, MaxSize);
     // What has been completed lacks nothing more.
     require(completed == file || (completed.size() <= MaxSize &&
-                                  sdk::completedDescription(completed, true, MaxSize) == completed));
+                                  sdk::completedDescription(completed, true, 0, MaxSize) == completed));
+    const Bytes ofAnother = sdk::completedDescription(file, true, 1, MaxSize);
+    require(ofAnother == file || ofAnother.size() <= MaxSize);
 }
 
 } // namespace

@@ -37,9 +37,10 @@ gvcp::Bytes bytesOf(const std::string& text)
     return {text.begin(), text.end()};
 }
 
-std::string complete(const std::string& text, bool hasUserName = true, std::size_t maxSize = Size)
+std::string complete(const std::string& text, bool hasUserName = true, std::size_t maxSize = Size,
+                     unsigned interface = 0)
 {
-    const auto bytes = completedDescription(bytesOf(text), hasUserName, maxSize);
+    const auto bytes = completedDescription(bytesOf(text), hasUserName, interface, maxSize);
     return {bytes.begin(), bytes.end()};
 }
 
@@ -75,7 +76,7 @@ TEST(DescriptionCompletion, LeavesACompleteFileAsItIsToTheByte)
     for (const std::string& text : {complete1, complete1 + std::string(3, '\0'), "\xEF\xBB\xBF" + complete1})
         EXPECT_EQ(complete(text), text);
     const auto archive = bytesOf(zipOf({{"a.xml", complete1}}));
-    EXPECT_EQ(completedDescription(archive, true, Size), archive);
+    EXPECT_EQ(completedDescription(archive, true, 0, Size), archive);
 }
 
 TEST(DescriptionCompletion, AddsExactlyWhatIsMissing)
@@ -176,7 +177,7 @@ TEST(DescriptionCompletion, IsNotMisledByOtherUsesOfTheNames)
 TEST(DescriptionCompletion, UnpacksAnIncompleteFileAndAddsToIt)
 {
     const std::string text = description(Port);
-    const auto bytes = completedDescription(bytesOf(zipOf({{"a.xml", text}})), true, Size);
+    const auto bytes = completedDescription(bytesOf(zipOf({{"a.xml", text}})), true, 0, Size);
     EXPECT_EQ(std::string(bytes.begin(), bytes.end()), complete(text));
 }
 
@@ -193,7 +194,7 @@ TEST(DescriptionCompletion, LeavesAsItIsWhatWouldBeTooLong)
     EXPECT_EQ(complete(text, true, completed.size()), completed);
     EXPECT_EQ(complete(text, true, completed.size() - 1), text);
     const auto archive = bytesOf(zipOf({{"a.xml", text}}));
-    EXPECT_EQ(completedDescription(archive, true, completed.size() - 1), archive);
+    EXPECT_EQ(completedDescription(archive, true, 0, completed.size() - 1), archive);
 }
 
 TEST(DescriptionCompletion, LeavesAsItIsWhatIsNoDescription)
