@@ -188,7 +188,7 @@ std::string joined(const std::set<std::string>& conditions, bool all, const std:
     if (conditions.size() == 1)
         return *conditions.begin();
     auto knife = nodes.append_child("IntSwissKnife");
-    const std::string unused = description.takeUnusedName(name);
+    std::string unused = description.takeUnusedName(name);
     knife.append_attribute("Name").set_value(unused.c_str());
     std::string formula;
     for (const std::string& condition : conditions) {
