@@ -23,6 +23,24 @@ void FarmSaves::build(const std::string& members, int cameras)
     farm = &site.addCameras(
         network, R"({"mac": "02:00:00:00:01:00", "rebootTime": 50, "heartbeatTimeout": 3000, "repeat": )" +
                      std::to_string(cameras) + ", " + members + "}");
+    makeSaves(cameras);
+}
+
+void FarmSaves::buildEach(const std::vector<std::string>& members)
+{
+    const int cameras = static_cast<int>(members.size());
+    std::string json;
+    for (int i = 0; i < cameras; ++i)
+        json += (i == 0 ? "" : ", ") +
+                (R"({"rebootTime": 50, "mask": "255.255.0.0", "mac": ")" + mac(i) + R"(", "address": ")" +
+                 oldAddress(i) + "\", ") +
+                members[static_cast<std::size_t>(i)] + "}";
+    farm = &site.addCameras(network, json);
+    makeSaves(cameras);
+}
+
+void FarmSaves::makeSaves(int cameras)
+{
     for (int i = 0; i < cameras; ++i)
         camera(i);
     for (const auto* record : find(cameras))

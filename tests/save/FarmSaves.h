@@ -26,6 +26,8 @@ protected:
 
     /// Cameras 02:...:00 and so on with these members of a farm's file, and a save of each as it is found.
     void build(const std::string& members = ByDhcp, int cameras = 1);
+    /// The same, each camera with members of its own, by DHCP at its old address.
+    void buildEach(const std::vector<std::string>& members);
     /// Looks for the cameras anew, and makes the save of each from what is found now.
     void findAgain();
 
@@ -66,6 +68,7 @@ protected:
     std::deque<NetworkSave> saves;
 
 private:
+    void makeSaves(int cameras);
     /// The records of the cameras as they are now.
     std::vector<const RZ_CC_DEVICE_INFO*> find(int cameras) const;
 };

@@ -4,6 +4,7 @@
 namespace descriptions {
 namespace {
 
+// No objects: who asks may be initialized before this file.
 const char PersistentIp[] = "GevCurrentIPConfigurationPersistentIP";
 const char Dhcp[] = "GevCurrentIPConfigurationDHCP";
 
@@ -11,8 +12,8 @@ const char Dhcp[] = "GevCurrentIPConfigurationDHCP";
 constexpr std::uint32_t Present = 0xB000;
 constexpr std::uint32_t Locked = 0xB004;
 
-const std::string bigEndian = "<Sign>Unsigned</Sign><Endianess>BigEndian</Endianess>";
-const std::string littleEndian = "<Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess>";
+constexpr char bigEndian[] = "<Sign>Unsigned</Sign><Endianess>BigEndian</Endianess>";
+constexpr char littleEndian[] = "<Sign>Unsigned</Sign><Endianess>LittleEndian</Endianess>";
 
 std::string node(const std::string& kind, const std::string& name, const std::string& properties)
 {
@@ -68,15 +69,20 @@ std::string condition(const std::string& name, std::uint32_t address)
     return node("IntReg", name, at(std::to_string(address)) + access("RO") + bigEndian);
 }
 
-const std::string structure =
-    "  <StructReg Comment=\"GevIPConfiguration\">\n    " + at("0x0014") + access() + bigEndian +
-    "\n    <StructEntry Name=\"LLABit\"><AccessMode>RO</AccessMode><Bit>29</Bit></StructEntry>"
-    "\n    <StructEntry Name=\"DHCPBit\"><Bit>30</Bit></StructEntry>"
-    "\n    <StructEntry Name=\"PersistentIPBit\"><LSB>31</LSB><MSB>31</MSB></StructEntry>"
-    "\n  </StructReg>\n";
+std::string structure()
+{
+    return "  <StructReg Comment=\"GevIPConfiguration\">\n    " + at("0x0014") + access() + bigEndian +
+           "\n    <StructEntry Name=\"LLABit\"><AccessMode>RO</AccessMode><Bit>29</Bit></StructEntry>"
+           "\n    <StructEntry Name=\"DHCPBit\"><Bit>30</Bit></StructEntry>"
+           "\n    <StructEntry Name=\"PersistentIPBit\"><LSB>31</LSB><MSB>31</MSB></StructEntry>"
+           "\n  </StructReg>\n";
+}
 
-const std::string usualValues = "<OnValue>1</OnValue><OffValue>0</OffValue>";
-const std::string selector = number("GevInterfaceSelector", "0");
+constexpr char usualValues[] = "<OnValue>1</OnValue><OffValue>0</OffValue>";
+std::string selector()
+{
+    return number("GevInterfaceSelector", "0");
+}
 
 std::string withOwnValues(const std::string& name, const std::string& bit)
 {
@@ -111,7 +117,7 @@ std::string resetBit(const std::string& address, const std::string& bits, const 
     return node("MaskedIntReg", "ResetReg", at(address) + access(mode) + bits + order);
 }
 
-const std::string one = "<CommandValue>1</CommandValue>";
+constexpr char one[] = "<CommandValue>1</CommandValue>";
 
 std::string nameRegister(const std::string& name, const std::string& properties = {},
                          const std::string& mode = "RW")
@@ -126,8 +132,10 @@ std::string string(const std::string& name, const std::string& target, const std
                 "<DisplayName>Name</DisplayName>" + properties + "<pValue>" + target + "</pValue>");
 }
 
-const std::string capability =
-    node("MaskedIntReg", "HasUserName", at("0x0934") + access("RO") + "<Bit>0</Bit>" + bigEndian);
+std::string capability()
+{
+    return node("MaskedIntReg", "HasUserName", at("0x0934") + access("RO") + "<Bit>0</Bit>" + bigEndian);
+}
 
 /// A feature as there are hundreds in a file, on a register that no camera here has.
 std::string feature(int number)
@@ -159,7 +167,7 @@ const std::vector<Modes>& allModes()
          modesOn(at("0x14"), {}, littleEndian, "<LSB>24</LSB><MSB>24</MSB>", "<Bit>25</Bit>"),
          {}},
         {"Structure",
-         boolean(PersistentIp, "PersistentIPBit", usualValues) + boolean(Dhcp, "DHCPBit") + structure,
+         boolean(PersistentIp, "PersistentIPBit", usualValues) + boolean(Dhcp, "DHCPBit") + structure(),
          {}},
         {"NumbersWithTheirOwnValues", withOwnValues(PersistentIp, "31") + withOwnValues(Dhcp, "30"), {}},
         {"ImplementedByTheCapability",
@@ -171,7 +179,8 @@ const std::vector<Modes>& allModes()
          modesOn(at("0x14"),
                  "<pIsImplemented>Present</pIsImplemented><pIsAvailable>Here</pIsAvailable><pIsLocked>Busy</"
                  "pIsLocked>",
-                 "<pIsImplemented>Present</pIsImplemented><pIsLocked>BusyFlag</pIsLocked>" + bigEndian) +
+                 std::string("<pIsImplemented>Present</pIsImplemented><pIsLocked>BusyFlag</pIsLocked>") +
+                     bigEndian) +
              condition("Present", Present) + formula("Here", "P", "Present", "P &lt;&gt; 0") +
              condition("Busy", Locked) + boolean("BusyFlag", "Busy", usualValues),
          {{Present, 1}, {Locked, 0}}},
@@ -180,12 +189,12 @@ const std::vector<Modes>& allModes()
              number("Eight", "8") + number("Two", "0x02"),
          {}},
         {"AddressByAFormula",
-         selector +
+         selector() +
              formula("Where", "SEL", "GevInterfaceSelector", "SEL * 0x80 + ((SEL = 0) ? 0x14 : 0x680)") +
              modesOn("<pAddress>Where</pAddress>"),
          {}},
         {"AddressByAFormulaInside",
-         selector +
+         selector() +
              modesOn(at("0x10") + "<IntSwissKnife><pVariable Name=\"SEL\">GevInterfaceSelector</pVariable>"
                                   "<Constant Name=\"STEP\">-128</Constant><Formula>4 - SEL * STEP</Formula>"
                                   "</IntSwissKnife>"),
@@ -266,11 +275,11 @@ const std::vector<Name>& allNames()
         {"StringRegister", nameRegister("DeviceUserID"), true, true},
         {"ReadOnlyStringRegister", nameRegister("DeviceUserID", {}, "RO"), true, false},
         {"StringRegisterByTheCapability",
-         capability + nameRegister("DeviceUserID", "<pIsImplemented>HasUserName</pIsImplemented>"), true,
+         capability() + nameRegister("DeviceUserID", "<pIsImplemented>HasUserName</pIsImplemented>"), true,
          true},
         {"String", string("DeviceUserID", "UserNameReg") + nameRegister("UserNameReg"), false, true},
         {"StringOverAString",
-         capability + string("DeviceUserID", "UserName", "<pIsImplemented>HasUserName</pIsImplemented>") +
+         capability() + string("DeviceUserID", "UserName", "<pIsImplemented>HasUserName</pIsImplemented>") +
              string("UserName", "UserNameReg") + nameRegister("UserNameReg"),
          false, true},
         {"ReadOnlyString",
@@ -281,7 +290,8 @@ const std::vector<Name>& allNames()
     return all;
 }
 
-std::string file(const std::string& nodes, const std::string& schemaMinor, std::size_t size)
+std::string file(const std::string& nodes, const std::string& schemaMinor, std::size_t size,
+                 const std::string& ofPort)
 {
     std::string text =
         "<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<!-- Generated, do not edit. -->\r\n"
@@ -295,7 +305,7 @@ std::string file(const std::string& nodes, const std::string& schemaMinor, std::
         "\">\r\n<Group Comment=\"Root\">\r\n  <Category Name=\"Root\" "
         "NameSpace=\"Standard\"><pFeature>DeviceReset</pFeature>"
         "<pFeature>DeviceUserID</pFeature></Category>\r\n" +
-        nodes + "</Group>\r\n<Port Name=\"Device\" NameSpace=\"Standard\"/>\r\n" +
+        nodes + "</Group>\r\n<Port Name=\"Device\" NameSpace=\"Standard\">" + ofPort + "</Port>\r\n" +
         number("TLParamsLocked", "0") + "<Group Comment=\"Custom\">\r\n";
     for (int i = 0; text.size() < size; ++i)
         text += feature(i);

@@ -45,6 +45,7 @@ const std::vector<Name>& allNames();
 
 /// The whole file of these nodes, by version 1.0 ("0") or 1.1 ("1") of the format; filled up with other
 /// features to the size (bytes) or a little more.
-std::string file(const std::string& nodes, const std::string& schemaMinor = "1", std::size_t size = 0);
+std::string file(const std::string& nodes, const std::string& schemaMinor = "1", std::size_t size = 0,
+                 const std::string& ofPort = {});
 
 } // namespace descriptions
