@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/network/OpenCamera.h"
 #include "tests/network/Sdk.h"
+#include "tests/simulator/Shown.h"
+#include "tests/support/CameraDescriptions.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
@@ -111,4 +114,48 @@ TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
                                  {"frame.number"}),
                     testing::Not(testing::IsEmpty()))
             << command;
+}
+
+TEST(ASaveOfACameraWithAnOldDescription, WritesTheModesAsTheStandardHasThem)
+{
+    const std::string mac = "02:00:00:00:01:01";
+    const std::string file = testing::TempDir() + "old-" + std::to_string(getpid()) + ".xml";
+    std::ofstream(file) << descriptions::file(descriptions::allModes()[0].nodes +
+                                                  descriptions::allResets()[0].nodes +
+                                                  descriptions::allNames()[0].nodes,
+                                              "0");
+    Site site;
+    const auto& farm =
+        site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"),
+                        R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "rebootTime": 50,
+            "resetRegister": "0x00042004", "description": ")" +
+                            file + "\"}");
+    {
+        // Bits above the modes are other features'.
+        const OpenCamera camera(site, *recordOf(enumerate(site), mac));
+        camera.write(0x14, 0xC0000006);
+    }
+    Capture capture(site, "eth0");
+    const auto save = [&](std::vector<std::string> options) {
+        options.insert(options.begin(), {CLI, "set", mac});
+        const auto output = site.host().execute(options);
+        EXPECT_EQ(output.status, 0) << output.standardError;
+    };
+    save({"--static", "--ip", "192.168.1.30", "--mask", "255.255.255.0"});
+    EXPECT_EQ(simulator_tests::runningCamera(farm, mac).at("ipConfigurationBits"), 0xC0000007);
+    save({"--dhcp"});
+    EXPECT_EQ(simulator_tests::runningCamera(farm, mac).at("ipConfigurationBits"), 0xC0000006);
+    EXPECT_EQ(simulator_tests::runningCamera(farm, mac).at("resets"), 2);
+    capture.stop("192.168.1.20");
+    std::filesystem::remove(file);
+
+    const std::string ipConfig = "gvcp.bootstrap.ipconfig.";
+    auto writes =
+        capture.read("ip.src == 192.168.1.5 && gvcp.cmd.writereg.bootstrapregister == 0x14",
+                     {ipConfig + "persistentip", ipConfig + "dhcp", ipConfig + "lla", "udp.payload"});
+    // A request that is sent again is the same to the bit.
+    writes.erase(std::unique(writes.begin(), writes.end()), writes.end());
+    EXPECT_THAT(writes, testing::ElementsAre(testing::MatchesRegex("1\t1\t1\t.*00000014c0000007"),
+                                             testing::MatchesRegex("0\t1\t1\t.*00000014c0000006"),
+                                             testing::MatchesRegex("0\t1\t1\t.*00000014c0000006")));
 }
