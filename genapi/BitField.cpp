@@ -9,6 +9,7 @@ namespace genapi {
 namespace {
 
 constexpr std::int64_t BitsInByte = 8;
+constexpr std::int64_t MaxLength = 8; ///< Bytes.
 
 bool isThereTwice(pugi::xml_node field, const char* property)
 {
@@ -29,7 +30,7 @@ std::string settleBits(pugi::xml_node field, pugi::xml_node owner)
     const auto length = parseInteger(owner.child_value("Length"));
     const auto least = parseInteger(lsb.child_value());
     const auto most = parseInteger(msb.child_value());
-    if (!length || !least || !most)
+    if (!length || *length < 1 || *length > MaxLength || !least || !most)
         return {};
     const auto size = *length * BitsInByte;
     for (const auto bit : {*least, *most})
