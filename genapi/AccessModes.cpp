@@ -3,33 +3,40 @@
 
 #include "genapi/Vocabulary.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 namespace genapi {
 namespace {
 
 constexpr char Mode[] = "AccessMode";
 
-bool isWriteOnly(pugi::xml_node element)
+/// What a register says, or an entry or else its structure, with what is imposed on it if it may then only be
+/// written. Empty when nobody says anything.
+std::string_view modeOf(pugi::xml_node element)
 {
-    return element.child_value(Mode) == std::string_view("WO");
+    auto property = element.child(Mode);
+    if (!property && element.name() == std::string_view("StructEntry"))
+        property = element.parent().child(Mode);
+    const std::string_view mode = property.child_value();
+    const bool isImposed = element.child_value("ImposedAccessMode") == std::string_view("WO");
+    return mode == "RW" && isImposed ? "WO" : mode;
 }
 
-void setMode(pugi::xml_node element, const char* mode)
+bool isWriteOnly(pugi::xml_node element)
+{
+    return modeOf(element) == "WO";
+}
+
+void setMode(pugi::xml_node element, const std::string& mode)
 {
     auto property = element.child(Mode);
     if (!property)
         property = element.append_child(Mode);
-    property.text().set(mode);
+    property.text().set(mode.c_str());
 }
 
-/// Gives a register or an entry the mode that is imposed on it, if it may then only be written.
-void applyImposed(pugi::xml_node element)
-{
-    if (element.child_value("ImposedAccessMode") == std::string_view("WO") &&
-        element.child_value(Mode) == std::string_view("RW"))
-        setMode(element, "WO");
-}
-
-/// Takes those entries out of a structure of which that can, or cannot, be said.
 void removeEntries(pugi::xml_node structure, bool areWriteOnly)
 {
     for (auto entry = structure.child("StructEntry"); entry;) {
@@ -40,23 +47,22 @@ void removeEntries(pugi::xml_node structure, bool areWriteOnly)
     }
 }
 
+/// Has entries that may only be written stand in another structure than those that may be read.
 void settleStructure(pugi::xml_node structure)
 {
-    const bool isWhollyWriteOnly = isWriteOnly(structure);
-    bool hasOthers = false;
-    for (auto entry : structure.children("StructEntry")) {
-        if (!entry.child(Mode) && structure.child(Mode))
-            setMode(entry, structure.child_value(Mode));
-        applyImposed(entry);
-        hasOthers = hasOthers || isWriteOnly(entry) != isWhollyWriteOnly;
-    }
-    if (!hasOthers)
+    const bool isWhole = isWriteOnly(structure);
+    const auto entries = structure.children("StructEntry");
+    if (std::none_of(entries.begin(), entries.end(),
+                     [isWhole](pugi::xml_node entry) { return isWriteOnly(entry) != isWhole; }))
         return;
+    for (auto entry : entries)
+        if (const std::string mode(modeOf(entry)); !mode.empty())
+            setMode(entry, mode);
     auto others = structure.parent().insert_copy_after(structure, structure);
     others.remove_attribute("Name");
-    setMode(others, isWhollyWriteOnly ? "RW" : "WO");
-    removeEntries(structure, !isWhollyWriteOnly);
-    removeEntries(others, isWhollyWriteOnly);
+    setMode(others, isWhole ? "RW" : "WO");
+    removeEntries(structure, !isWhole);
+    removeEntries(others, isWhole);
 }
 
 } // namespace
@@ -65,8 +71,8 @@ void settleAccessModes(pugi::xml_document& document)
 {
     for (auto element = document.document_element().first_child(); element;) {
         const auto next = element.next_sibling();
-        if (findNodeKind(element.name())->isRegister)
-            applyImposed(element);
+        if (findNodeKind(element.name())->isRegister && isWriteOnly(element))
+            setMode(element, "WO");
         if (element.name() == std::string_view("StructReg"))
             settleStructure(element);
         element = next;
