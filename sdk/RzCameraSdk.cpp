@@ -249,8 +249,9 @@ int RZ_XML_GetGenICamXML(void* handle, unsigned char* buffer, unsigned bufferSiz
     return withCamera(handle, [=](CameraHandle& camera) {
         *dataLength = 0;
         const auto session = camera.session();
-        const auto file = completedDescription(fetchDescription(session->channel()),
-                                               hasUserName(session->channel()), 0, bufferSize);
+        const auto file =
+            completedDescription(fetchDescription(session->channel()), hasUserName(session->channel()),
+                                 session->interface(), bufferSize);
         *dataLength = static_cast<unsigned>(file.size());
         if (file.size() > bufferSize)
             return RZ_ERROR_BUFFER;

@@ -109,3 +109,24 @@ TEST_F(FarmSaves, RenamingALeasedCameraTouchesNeitherItsStoredAddressNorItsRun)
         after[changed] = before.at(changed);
     EXPECT_EQ(after, before);
 }
+
+TEST_F(FarmSaves, ACameraThatIsHeardOnItsSecondInterfaceIsChangedThereAlone)
+{
+    build(std::string(ByDhcp) +
+          R"(, "interface": 1, "interfaceMacs": ["02:00:00:00:01:AA", "02:00:00:00:01:00"])");
+    const json first = camera(0).at("interfaces").at(0);
+    saves[0].wantStatic(newAddress(0));
+    saveAll();
+    EXPECT_THAT(saves[0].said(), ElementsAre(Rebooting, "Refresh", "End"));
+    const json after = camera(0);
+    EXPECT_EQ(after.at("interfaces").at(0), first);
+    EXPECT_EQ(after.at("interfaces").at(1).at("address"), newAddress(0));
+    EXPECT_EQ(after.at("interfaces").at(1).at("ipConfigurationBits"), 0x7);
+    EXPECT_EQ(after.at("address"), newAddress(0)) << "after its reset";
+
+    findAgain();
+    saves[0].wantType("DHCP");
+    saveAll();
+    EXPECT_EQ(camera(0).at("interfaces").at(0), first);
+    EXPECT_EQ(camera(0).at("interfaces").at(1).at("ipConfigurationBits"), 0x6);
+}
