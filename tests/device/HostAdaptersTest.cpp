@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "device/HearingAdapter.h"
 #include "device/QDevice.h"
+#include "sdk/RzCameraSdk.h"
 
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <net/if.h>
 #include <sched.h>
 #include <unistd.h>
 #include <utility>
@@ -97,4 +100,22 @@ TEST_F(HostAdaptersTest, TheSnapshotIsThatOfConstructionAndCopiesCarryIt)
     device.InitHostAdapterVector();
     EXPECT_THAT(adapters(device), IsEmpty());
     EXPECT_THAT(adapters(copy), UnorderedElementsAre(Pair(0xC0A80105, 0xFFFFFF00)));
+}
+
+TEST_F(HostAdaptersTest, TheOneThatHeardACameraIsKnownByItsIndexAndWithoutOneByItsAddress)
+{
+    run("ip link add left type veth peer name right && ip address add 192.168.1.5/24 dev left");
+    run("ip address add 192.168.1.6/24 dev right");
+    const auto indexOf = [](const char* name) { return static_cast<int>(if_nametoindex(name)); };
+    QDevice camera;
+    RZ_CC_DEVICE_INFO record{};
+    camera.m_pDeviceInfo = &record;
+    camera.m_nNetExport = 0xC0A80105;
+    EXPECT_EQ(HearingAdapterIndex(camera), indexOf("left"));
+    record.stGigEInfo.nNetExportIndex = if_nametoindex("right");
+    EXPECT_EQ(HearingAdapterIndex(camera), indexOf("right"));
+    run("ip link delete left");
+    EXPECT_EQ(HearingAdapterIndex(camera), 0);
+    record.stGigEInfo.nNetExportIndex = 0;
+    EXPECT_EQ(HearingAdapterIndex(camera), 0);
 }
