@@ -10,8 +10,8 @@ namespace cli {
 struct Session;
 
 /// Throws a Failure that says who has the address: another camera of the list, an adapter of this computer,
-/// or whoever answers a ping. An address that the camera has already is its own. When no ping can be sent,
-/// that is said on session.err and the address counts as unused.
+/// or whoever session.findOwner finds. An address that the camera has already is its own. Where nobody can be
+/// asked, that is said on session.err and the address counts as unused. Takes some seconds.
 void requireUnusedAddress(const QDevice& camera, const QVector<QDevice>& cameras, quint32 address,
                           const Session& session);
 

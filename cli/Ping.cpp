@@ -3,31 +3,65 @@
 
 #include "cli/DisplayText.h"
 
-#include <QProcess>
+#include <QThread>
 
 namespace cli {
 namespace {
 
-constexpr int PatienceMilliseconds = 10000;
+// What it ends with.
+constexpr int Answered = 0;
+constexpr int Silence = 1;
 
+} // namespace
+
+Ping::Ping(const QString& adapter, const QString& address)
+{
+    // -n: a name server that does not answer must not hold up the one that does. With -w, -c counts answers.
+    m_process.start(QStringLiteral("ping"), {"-n", "-I", adapter, "-c", "1", "-w", "6", address});
+    m_process.waitForStarted();
 }
 
-PingResult ping(const std::string& address)
+Ping::~Ping()
 {
-    QProcess process;
-    // -n: a name server that does not answer must not hold up the one that does.
-    process.start(QStringLiteral("ping"), {"-n", "-c", "1", "-W", "1", QString::fromStdString(address)});
-    if (!process.waitForFinished(PatienceMilliseconds) || process.exitStatus() != QProcess::NormalExit)
-        return {false, "ping: " + displayText(process.errorString())};
+    m_process.kill();
+    m_process.waitForFinished(); // Else Qt complains of it to the user.
+}
 
-    switch (process.exitCode()) {
-    case 0:
-        return {true, {}};
-    case 1:
-        return {false, {}};
-    default: // It could not send anything; its last words say why.
-        return {false, displayText(QString::fromLocal8Bit(process.readAllStandardError()).trimmed())};
+Ping::Outcome Ping::outcome() const
+{
+    if (m_process.state() != QProcess::NotRunning)
+        return Outcome::Pending;
+    if (hasNotRun())
+        return Outcome::Failure;
+    switch (m_process.exitCode()) {
+    case Answered:
+        return Outcome::Answered;
+    case Silence:
+        return Outcome::Silence;
+    default:
+        return Outcome::Failure;
     }
+}
+
+void Ping::wait(std::chrono::milliseconds patience)
+{
+    if (outcome() == Outcome::Pending)
+        m_process.waitForFinished(static_cast<int>(patience.count()));
+    else
+        QThread::msleep(static_cast<unsigned long>(patience.count()));
+}
+
+std::string Ping::failure()
+{
+    if (hasNotRun())
+        return "ping: " + displayText(m_process.errorString());
+    const QString said = QString::fromLocal8Bit(m_process.readAllStandardError()).trimmed();
+    return displayText(said.section(QLatin1Char('\n'), -1)); // Warnings come before it.
+}
+
+bool Ping::hasNotRun() const
+{
+    return m_process.error() == QProcess::FailedToStart || m_process.exitStatus() != QProcess::NormalExit;
 }
 
 } // namespace cli

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Ping.h"
+#include "cli/AddressOwner.h"
 
 #include <chrono>
 #include <functional>
@@ -19,7 +19,7 @@ struct Session
     bool interactive = false;  ///< Whether somebody watches `err`.
     bool hasRawSockets = true; ///< Whether cameras outside all subnets can be heard for certain.
     std::string programPath;   ///< This program's file.
-    std::function<PingResult(const std::string& address)> ping;
+    std::function<OwnerAnswer(const OwnerQuestion&)> findOwner;
     /// How long a camera may take to come back from a restart: a minute to start, then a search for a DHCP
     /// server (15 s) and for a free link-local address (40 s).
     std::chrono::seconds restartPatience{120};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/Ping.h"
+#include "cli/AddressOwner.h"
 #include "cli/Privileges.h"
 #include "cli/Program.h"
 #include "cli/Session.h"
@@ -66,7 +66,7 @@ try {
         ::isatty(STDERR_FILENO) != 0,
         cli::hasRawSocketCapability(ownStatus()),
         std::filesystem::read_symlink("/proc/self/exe", ignored).string(),
-        cli::ping,
+        cli::findAddressOwner,
     };
     return static_cast<int>(cli::runProgram(words, session));
 } catch (const std::exception& error) {

@@ -86,7 +86,7 @@ TEST_F(ForceCommandTest, SendsNothingWhenAnArgumentIsWrong)
         EXPECT_NE(err.str(), "");
     }
     EXPECT_THAT(sdk.calls(), IsEmpty());
-    EXPECT_THAT(pinged, IsEmpty());
+    EXPECT_THAT(questions, IsEmpty());
 }
 
 TEST_F(ForceCommandTest, TellsWhatIsThereWhenTheCameraIsNot)
@@ -108,25 +108,18 @@ TEST_F(ForceCommandTest, RefusesTheAddressOfAnotherCamera)
     expectRefusedUnsent("192.0.2.20", "the camera Model (00:00:00:00:00:01) has it");
 }
 
-TEST_F(ForceCommandTest, RefusesAnAddressThatAnswersPing)
+TEST_F(ForceCommandTest, RefusesAnAddressThatSomebodyHas)
 {
-    pingResult.answered = true;
-    expectRefusedUnsent("192.0.2.30", "answers ping");
-    EXPECT_THAT(pinged, ElementsAre("192.0.2.30"));
-}
-
-TEST_F(ForceCommandTest, GoesOnAndSaysSoWhenNoPingCanBeSent)
-{
-    pingResult.failure = "ping: no route";
-    EXPECT_EQ(force(), ExitStatus::Done);
-    EXPECT_THAT(err.str(), HasSubstr("another device uses 192.0.2.30 could not be checked (ping: no route)"));
+    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", true, {}};
+    expectRefusedUnsent("192.0.2.30", "the device AA:00:00:00:00:09 answers ping");
+    EXPECT_THAT(questions, ElementsAre(SdkDouble::address("192.0.2.30")));
 }
 
 TEST_F(ForceCommandTest, TakesTheCamerasOwnAddressForNoConflict)
 {
-    pingResult.answered = true;
+    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", true, {}};
     EXPECT_EQ(force("10.0.0.9", {"--gateway", "10.0.0.1"}), ExitStatus::Done);
-    EXPECT_THAT(pinged, IsEmpty());
+    EXPECT_THAT(questions, IsEmpty());
     EXPECT_EQ(camera().nDeviceGateway, SdkDouble::address("10.0.0.1"));
 }
 

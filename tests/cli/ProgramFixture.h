@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// The program on a computer of the test's own: cameras are the SDK double's, and no ping leaves it.
+/// The program on a computer of the test's own: cameras are the SDK double's, and no packet leaves it.
 class ProgramFixture : public testing::Test
 {
 protected:
@@ -34,13 +34,13 @@ protected:
     SdkDouble sdk;
     std::ostringstream out;
     std::ostringstream err;
-    std::vector<std::string> pinged;
-    cli::PingResult pingResult;
+    std::vector<quint32> questions; ///< The addresses whose owners were asked for.
+    cli::OwnerAnswer ownerAnswer;
     cli::Session session{.out = out,
                          .err = err,
                          .programPath = "/usr/bin/ip-configurator-cli",
-                         .ping = [this](const std::string& address) {
-                             pinged.push_back(address);
-                             return pingResult;
+                         .findOwner = [this](const cli::OwnerQuestion& question) {
+                             questions.push_back(question.address);
+                             return ownerAnswer;
                          }};
 };

@@ -255,9 +255,9 @@ TEST_F(SetCommandTest, SendsNothingForAnAddressThatIsTaken)
 {
     EXPECT_EQ(set({"--static", "--ip", "192.0.2.20", "--mask", "255.255.255.0"}), ExitStatus::Failed);
     EXPECT_THAT(err.str(), HasSubstr("192.0.2.20 is in use: the camera Model (00:00:00:00:00:01) has it"));
-    pingResult.answered = true;
+    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", false, {}};
     EXPECT_EQ(set(fixed), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("answers ping"));
+    EXPECT_THAT(err.str(), HasSubstr("192.0.2.30 is in use: the device AA:00:00:00:00:09 answers ARP"));
     EXPECT_THAT(forced(), IsEmpty());
 }
 
