@@ -4,6 +4,8 @@
 #include "device/QDevice.h"
 #include "sdk/RzCameraSdk.h"
 
+#include <array>
+#include <functional>
 #include <memory>
 
 namespace {
@@ -13,37 +15,91 @@ struct HandleDestroyer
     void operator()(void* handle) const { RZ_CC_DestroyHandle(handle); }
 };
 
-QString failure(int error)
+/// What failed, unless the SDK has more to say of it, and what may be done.
+struct Sentence
+{
+    QString strWhat;
+    QString strAdvice;
+};
+
+Sentence sentenceFor(int error)
 {
     switch (error) {
     case RZ_ERROR_PARAMETER:
-        return QStringLiteral("the SDK takes no such address; check address, mask and gateway");
+        return {QStringLiteral("the SDK takes no such address"),
+                QStringLiteral("check address, mask and gateway")};
     case RZ_ERROR_NETWORK:
-        return QStringLiteral("the network adapter that heard the camera cannot be used; "
-                              "check that it is up and has an address");
+        return {QStringLiteral("the network adapter that heard the camera cannot be used"),
+                QStringLiteral("check that it is up and has an address")};
     case RZ_ERROR_NO_ANSWER:
-        return QStringLiteral("the camera did not answer; check its cable and power, and try again");
+        return {QStringLiteral("the camera did not answer"),
+                QStringLiteral("check its cable and power, and try again")};
     case RZ_ERROR_ACCESS_DENIED:
-        return QStringLiteral(
-            "another application controls the camera; close that application and try again");
+        return {QStringLiteral("another application controls the camera"),
+                QStringLiteral("close that application and try again")};
     case RZ_ERROR_REFUSED:
-        return QStringLiteral("the camera answered with an error; it may not take an address this way");
+        return {QStringLiteral("the camera answered with an error"),
+                QStringLiteral("it may not take an address this way")};
     case RZ_ERROR_NOT_STORED:
-        return QStringLiteral("the camera took the address but did not store it, so it will have its old one "
-                              "after its next reset; try again, or set it with the set command");
+        return {QStringLiteral("the camera did not store the address"), QStringLiteral("try again")};
+    case RZ_ERROR_OTHER_CAMERA:
+        return {QStringLiteral("another camera answers at its address"),
+                QStringLiteral("give one of the two another address first")};
     default:
-        return QStringLiteral("the SDK failed (error %1)").arg(error);
+        return {QStringLiteral("the SDK failed (error %1)").arg(error), QStringLiteral("try again")};
     }
+}
+
+QString failure(int error, const QDevice& device)
+{
+    const Sentence sentence = sentenceFor(error);
+    const QString strReason = GetCameraError(device);
+    return (strReason.isEmpty() ? sentence.strWhat : strReason) + QStringLiteral("; ") + sentence.strAdvice;
+}
+
+/// Calls with a handle of the camera; the error code of either.
+int withHandle(const QDevice& device, const std::function<int(void*)>& call)
+{
+    void* created = nullptr;
+    if (const int error = RZ_CC_CreateHandle(&created, device.m_pDeviceInfo); error != RZ_OK)
+        return error;
+    const std::unique_ptr<void, HandleDestroyer> handle(created);
+    return call(handle.get());
 }
 
 } // namespace
 
 QString ForceAddress(const QDevice& device, quint32 nIp, quint32 nSubnetMask, quint32 nGateway)
 {
-    void* created = nullptr;
-    if (const int error = RZ_CC_CreateHandle(&created, device.m_pDeviceInfo); error != RZ_OK)
-        return failure(error);
-    const std::unique_ptr<void, HandleDestroyer> handle(created);
-    const int error = RZ_GIGE_ForceIpEx(handle.get(), nIp, nSubnetMask, nGateway);
-    return error == RZ_OK ? QString() : failure(error);
+    const int error = withHandle(
+        device, [=](void* handle) { return RZ_GIGE_ForceIpEx(handle, nIp, nSubnetMask, nGateway); });
+    return error == RZ_OK ? QString() : failure(error, device);
+}
+
+bool IsForcedAddressWaiting(const QDevice& device)
+{
+    return RZ_GIGE_IsForcedIpWaiting(device.m_pDeviceInfo);
+}
+
+QString StoreForcedAddress(const QDevice& device)
+{
+    const int error =
+        withHandle(device, [](void* handle) { return RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0); });
+    return error == RZ_OK ? QString() : failure(error, device);
+}
+
+std::optional<StoredAddress> ReadStoredAddress(const QDevice& device)
+{
+    StoredAddress stored;
+    const int error = withHandle(device, [&stored](void* handle) {
+        return RZ_GIGE_GetPersistentIp(handle, &stored.nIp, &stored.nSubnetMask, &stored.nGateway);
+    });
+    return error == RZ_OK ? std::optional(stored) : std::nullopt;
+}
+
+QString GetCameraError(const QDevice& device)
+{
+    std::array<char, 1024> text{};
+    RZ_CC_GetErrorText(device.m_pDeviceInfo, text.data(), text.size());
+    return QString::fromUtf8(text.data());
 }

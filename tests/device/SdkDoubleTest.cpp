@@ -24,14 +24,23 @@ TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
     unsigned length = 0;
     RZ_XML_GetGenICamXML(handle, buffer, sizeof buffer, &length);
     RZ_CC_GetTlProxy(handle);
+    RZ_GIGE_GetPersistentIp(handle, &length, &length, &length);
     RZ_CC_DestroyHandle(handle);
+    char text[8];
+    RZ_CC_GetEnumReport(&length, text, sizeof text);
+    RZ_CC_ExpectDevice(0xAC1A, 0x00000002);
+    RZ_CC_GetErrorText(camera, text, sizeof text);
+    RZ_GIGE_IsForcedIpWaiting(camera);
 
     EXPECT_THAT(sdk.calls(),
                 ElementsAre("EnumerateTls()", "EnumDevices(1)", "IsDeviceAccessible(AC:1A:00:00:00:01, 1)",
                             "CreateHandle(AC:1A:00:00:00:01)",
                             "ForceIpEx(AC:1A:00:00:00:01, 10.0.0.1, 255.0.0.0, 10.0.0.254)",
                             "OpenDevice(AC:1A:00:00:00:01, 1, 0)", "GetGenICamXML(AC:1A:00:00:00:01, 8)",
-                            "GetTlProxy(AC:1A:00:00:00:01)", "DestroyHandle(AC:1A:00:00:00:01)"));
+                            "GetTlProxy(AC:1A:00:00:00:01)", "GetPersistentIp(AC:1A:00:00:00:01)",
+                            "DestroyHandle(AC:1A:00:00:00:01)", "GetEnumReport()",
+                            "ExpectDevice(AC:1A:00:00:00:02)", "GetErrorText(AC:1A:00:00:00:01)",
+                            "IsForcedIpWaiting(AC:1A:00:00:00:01)"));
 }
 
 TEST(SdkDoubleTest, ListsTheStatedRecords)
@@ -80,6 +89,39 @@ TEST(SdkDoubleTest, GivesTheScriptedResults)
     EXPECT_FALSE(RZ_CC_IsDeviceAccessible(sdk.record({}), RZ_ACCESS_EXCLUSIVE));
     EXPECT_EQ(RZ_CC_CreateHandle(&handle, sdk.record({})), RZ_ERROR_INTERNAL);
     EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST(SdkDoubleTest, TellsWhatIsStatedBeyondTheResults)
+{
+    SdkDouble sdk;
+    RZ_CC_DEVICE_INFO* const camera = sdk.record({.ip = "192.0.2.20"});
+    char text[5] = "none";
+    unsigned unlisted = 7;
+    EXPECT_EQ(RZ_CC_GetEnumReport(&unlisted, text, sizeof text), RZ_OK);
+    EXPECT_EQ(unlisted, 0u);
+    EXPECT_STREQ(text, "");
+    RZ_CC_GetErrorText(camera, text, sizeof text);
+    EXPECT_STREQ(text, "");
+    EXPECT_FALSE(RZ_GIGE_IsForcedIpWaiting(camera));
+
+    sdk.unlisted = 3;
+    sdk.notSearched = "eth1: down";
+    sdk.getErrorText = [](const RZ_CC_DEVICE_INFO*) { return "silent"; };
+    sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
+    RZ_CC_GetEnumReport(&unlisted, text, sizeof text);
+    EXPECT_EQ(unlisted, 3u);
+    EXPECT_STREQ(text, "eth1") << "cut to the buffer";
+    RZ_CC_GetErrorText(camera, text, sizeof text);
+    EXPECT_STREQ(text, "sile");
+    EXPECT_TRUE(RZ_GIGE_IsForcedIpWaiting(camera));
+
+    void* handle = nullptr;
+    ASSERT_EQ(RZ_CC_CreateHandle(&handle, camera), RZ_OK);
+    unsigned ip = 0, mask = 0, gateway = 1;
+    EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK);
+    EXPECT_EQ(ip, SdkDouble::address("192.0.2.20"));
+    EXPECT_EQ(mask, SdkDouble::address("255.255.255.0"));
+    EXPECT_EQ(gateway, 0u);
 }
 
 TEST(SdkDoubleTest, HandsOutTheStatedDescriptionAndPort)

@@ -20,15 +20,23 @@ std::string dotted(uint32_t address)
     return inet_ntop(AF_INET, &networkOrder, text, sizeof text);
 }
 
+std::string macText(unsigned high, unsigned low)
+{
+    char text[18];
+    std::snprintf(text, sizeof text, "%02X:%02X:%02X:%02X:%02X:%02X", (high >> 8) & 0xFF, high & 0xFF,
+                  low >> 24, (low >> 16) & 0xFF, (low >> 8) & 0xFF, low & 0xFF);
+    return text;
+}
+
 std::string macOf(const RZ_CC_DEVICE_INFO* record)
 {
-    if (!record)
-        return "none";
-    char text[18];
-    std::snprintf(text, sizeof text, "%02X:%02X:%02X:%02X:%02X:%02X", (record->nMacHigh >> 8) & 0xFF,
-                  record->nMacHigh & 0xFF, record->nMacLow >> 24, (record->nMacLow >> 16) & 0xFF,
-                  (record->nMacLow >> 8) & 0xFF, record->nMacLow & 0xFF);
-    return text;
+    return record ? macText(record->nMacHigh, record->nMacLow) : "none";
+}
+
+/// As a caller of the C interface gets it, cut to the buffer.
+void copyText(const std::string& text, char* buffer, unsigned bufferSize)
+{
+    buffer[text.copy(buffer, bufferSize - 1)] = '\0';
 }
 
 template <size_t Size>
@@ -94,7 +102,15 @@ SdkDouble::SdkDouble()
       }),
       openDevice([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
       getGenICamXml([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
-      getTlProxy([this](RZ_CC_DEVICE_INFO*) { return port; })
+      getTlProxy([this](RZ_CC_DEVICE_INFO*) { return port; }),
+      getErrorText([](const RZ_CC_DEVICE_INFO*) { return std::string(); }),
+      isForcedIpWaiting([](const RZ_CC_DEVICE_INFO*) { return false; }),
+      getPersistentIp([](RZ_CC_DEVICE_INFO* info, unsigned& ip, unsigned& mask, unsigned& gateway) {
+          ip = info->stGigEInfo.nDeviceIp;
+          mask = info->stGigEInfo.nDeviceSubnetMask;
+          gateway = info->stGigEInfo.nDeviceGateway;
+          return RZ_OK;
+      })
 {
     if (s_double)
         throw std::logic_error("one SdkDouble at a time");
@@ -178,10 +194,30 @@ int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
     return SdkCalls::begin("EnumDevices(" + std::to_string(tlMask) + ")").enumDevices(*list);
 }
 
+int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize)
+{
+    const SdkDouble& sdk = SdkCalls::begin("GetEnumReport()");
+    *unlisted = sdk.unlisted;
+    copyText(sdk.notSearched, buffer, bufferSize);
+    return RZ_OK;
+}
+
+int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow)
+{
+    SdkCalls::begin("ExpectDevice(" + macText(macHigh, macLow) + ")");
+    return RZ_OK;
+}
+
 bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode)
 {
     return SdkCalls::begin("IsDeviceAccessible(" + macOf(info) + ", " + std::to_string(accessMode) + ")")
         .isDeviceAccessible(info);
+}
+
+int RZ_CC_GetErrorText(const RZ_CC_DEVICE_INFO* info, char* buffer, unsigned bufferSize)
+{
+    copyText(SdkCalls::begin("GetErrorText(" + macOf(info) + ")").getErrorText(info), buffer, bufferSize);
+    return RZ_OK;
 }
 
 int RZ_CC_CreateHandle(void** handle, const RZ_CC_DEVICE_INFO* info)
@@ -231,6 +267,18 @@ int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned g
     SdkDouble& sdk = SdkCalls::begin("ForceIpEx(" + macOf(record) + ", " + dotted(ip) + ", " +
                                      dotted(subnetMask) + ", " + dotted(gateway) + ")");
     return record ? sdk.forceIp(record, ip, subnetMask, gateway) : RZ_ERROR_HANDLE;
+}
+
+bool RZ_GIGE_IsForcedIpWaiting(const RZ_CC_DEVICE_INFO* info)
+{
+    return SdkCalls::begin("IsForcedIpWaiting(" + macOf(info) + ")").isForcedIpWaiting(info);
+}
+
+int RZ_GIGE_GetPersistentIp(void* handle, unsigned* ip, unsigned* subnetMask, unsigned* gateway)
+{
+    RZ_CC_DEVICE_INFO* const record = SdkCalls::recordOf(handle);
+    SdkDouble& sdk = SdkCalls::begin("GetPersistentIp(" + macOf(record) + ")");
+    return record ? sdk.getPersistentIp(record, *ip, *subnetMask, *gateway) : RZ_ERROR_HANDLE;
 }
 
 } // extern "C"

@@ -61,13 +61,22 @@ public:
     /// Its result, and the two things below.
     std::function<int(RZ_CC_DEVICE_INFO*)> getGenICamXml;
     std::function<GenApi::IPort*(RZ_CC_DEVICE_INFO*)> getTlProxy;
+    std::function<std::string(const RZ_CC_DEVICE_INFO*)> getErrorText;
+    std::function<bool(const RZ_CC_DEVICE_INFO*)> isForcedIpWaiting;
+    /// With a living handle's record.
+    std::function<int(RZ_CC_DEVICE_INFO*, unsigned& ip, unsigned& mask, unsigned& gateway)> getPersistentIp;
+
+    // What enumerations report to have left out.
+    unsigned unlisted = 0;
+    std::string notSearched;
 
     std::string description; ///< Is copied into the caller's buffer, as much of it as fits.
     /// What is reported as its length, when that is not the truth.
     std::optional<unsigned> reportedLength;
     GenApi::IPort* port = nullptr; ///< What getTlProxy gives unless it is set to something else.
 
-    /// The calls so far: "EnumDevices(1)", "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
+    /// The calls so far: "EnumDevices(1)", "ExpectDevice(00:1A:2B:3C:4D:5E)",
+    /// "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
     /// "ForceIpEx(00:1A:2B:3C:4D:5E, 192.168.1.20, 255.255.255.0, 0.0.0.0)". A handle shows as its camera's
     /// MAC; "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)", "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)".
     std::vector<std::string> calls() const;
