@@ -6,6 +6,7 @@
 #include "cli/IpSettings.h"
 #include "cli/Privileges.h"
 #include "cli/Session.h"
+#include "device/CameraSearch.h"
 #include "device/QDeviceManager.h"
 
 #include <QObject>
@@ -17,11 +18,16 @@ namespace cli {
 
 namespace {
 
-constexpr int Looks = 5;
+constexpr int LooksForCamera = 3;
+constexpr int LooksForChange = 5;
 
 std::string notFound(const QString& macAddress, const QVector<QDevice>& cameras)
 {
-    std::string text = "no camera has the MAC address " + macAddress.toStdString();
+    const QString notSearched = GetSearchReport().strNotSearched;
+    std::string text = notSearched.isEmpty()
+                           ? "no camera has the MAC address " + macAddress.toStdString()
+                           : "no camera that answered has the MAC address " + macAddress.toStdString() +
+                                 ", but not all networks were searched (" + displayText(notSearched) + ")";
     if (cameras.isEmpty())
         return text + "; no camera answered at all";
     text += "; found:";
@@ -29,6 +35,14 @@ std::string notFound(const QString& macAddress, const QVector<QDevice>& cameras)
         text += "\n    " + camera.m_strMacAddress.toStdString() + "  " + displayText(camera.m_strModelName) +
                 "  " + camera.m_strIpAddress.toStdString();
     return text;
+}
+
+QVector<QDevice> findCameras(QDeviceManager& manager)
+{
+    manager.EnumGigEDevices();
+    QVector<QDevice> cameras;
+    manager.GetAllDevices(cameras);
+    return cameras;
 }
 
 } // namespace
@@ -40,14 +54,6 @@ QVector<QDevice> findCameras()
     return findCameras(manager);
 }
 
-QVector<QDevice> findCameras(QDeviceManager& manager)
-{
-    manager.EnumGigEDevices();
-    QVector<QDevice> cameras;
-    manager.GetAllDevices(cameras);
-    return cameras;
-}
-
 const QDevice* cameraByMac(const QVector<QDevice>& cameras, const QString& macAddress)
 {
     const auto found = std::find_if(cameras.begin(), cameras.end(), [&macAddress](const QDevice& camera) {
@@ -56,11 +62,17 @@ const QDevice* cameraByMac(const QVector<QDevice>& cameras, const QString& macAd
     return found == cameras.end() ? nullptr : found;
 }
 
-const QDevice& requireCamera(const QVector<QDevice>& cameras, const QString& macAddress,
-                             const Session& session)
+QVector<QDevice> findCamerasWith(const QString& macAddress, QDeviceManager& manager, const Session& session)
 {
-    if (const QDevice* const camera = cameraByMac(cameras, macAddress))
-        return *camera;
+    if (session.interactive)
+        session.err << "Looking for cameras ...\n" << std::flush;
+    ExpectCamera(macAddress);
+    QVector<QDevice> cameras;
+    for (int i = 0; i < LooksForCamera; ++i) {
+        cameras = findCameras(manager);
+        if (cameraByMac(cameras, macAddress))
+            return cameras;
+    }
     if (!session.hasRawSockets)
         session.err << rawSocketHint(session.programPath);
     throw Failure(ExitStatus::NoSuchCamera, notFound(macAddress, cameras));
@@ -70,7 +82,7 @@ std::optional<QDevice> awaitChange(const QString& macAddress,
                                    const std::function<bool(const QDevice&)>& isAsWanted)
 {
     std::optional<QDevice> last;
-    for (int i = 0; i < Looks; ++i) {
+    for (int i = 0; i < LooksForChange; ++i) {
         const QVector<QDevice> cameras = findCameras();
         if (const QDevice* const camera = cameraByMac(cameras, macAddress)) {
             last = *camera;

@@ -17,15 +17,13 @@ struct Session;
 /// The cameras that answer now, as QDeviceManager lists them. Takes a little more than a second.
 QVector<QDevice> findCameras();
 
-/// The same with the manager's help, whose list it then is.
-QVector<QDevice> findCameras(QDeviceManager& manager);
-
 /// The camera with that MAC address; null when it is not among them.
 const QDevice* cameraByMac(const QVector<QDevice>& cameras, const QString& macAddress);
 
-/// The same; throws a Failure (no such camera) that says which ones there are.
-const QDevice& requireCamera(const QVector<QDevice>& cameras, const QString& macAddress,
-                             const Session& session);
+/// The cameras that answer now, that of the MAC address among them: looks for it a few times, as answers get
+/// lost. The manager's list is theirs then. Throws a Failure (no such camera) that says which ones there are,
+/// and where nobody could be asked.
+QVector<QDevice> findCamerasWith(const QString& macAddress, QDeviceManager& manager, const Session& session);
 
 /// Looks for a camera that changes at once until it is as wanted: a few times, as answers get lost. Gives
 /// what it reported last, no value when it was never heard.

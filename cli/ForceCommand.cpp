@@ -9,6 +9,7 @@
 #include "cli/MacAddress.h"
 #include "cli/Session.h"
 #include "device/CameraAddress.h"
+#include "device/QDeviceManager.h"
 
 #include <ostream>
 
@@ -33,10 +34,9 @@ void force(const Arguments& arguments, Session& session)
         parseIpSettings(arguments.options.at("--ip"), arguments.options.at("--mask"),
                         arguments.has("--gateway") ? arguments.options.at("--gateway") : "0.0.0.0");
 
-    if (session.interactive)
-        session.err << "Looking for cameras ...\n" << std::flush;
-    const QVector<QDevice> cameras = findCameras();
-    const QDevice& camera = requireCamera(cameras, macAddress, session);
+    QDeviceManager manager;
+    const QVector<QDevice> cameras = findCamerasWith(macAddress, manager, session);
+    const QDevice& camera = *cameraByMac(cameras, macAddress);
     requireUnusedAddress(camera, cameras, wanted.address, session);
 
     announce(camera, wanted, session.err);

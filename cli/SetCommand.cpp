@@ -98,11 +98,9 @@ void set(const Arguments& arguments, Session& session)
 {
     const SetRequest request = parseSetRequest(arguments);
 
-    if (session.interactive)
-        session.err << "Looking for cameras ...\n" << std::flush;
     auto manager = std::make_unique<QDeviceManager>();
-    const QVector<QDevice> cameras = findCameras(*manager);
-    const QDevice& before = requireCamera(cameras, request.macAddress, session);
+    const QVector<QDevice> cameras = findCamerasWith(request.macAddress, *manager, session);
+    const QDevice& before = *cameraByMac(cameras, request.macAddress);
     if (request.addressing == Addressing::Static)
         requireUnusedAddress(before, cameras, request.settings.address, session);
 

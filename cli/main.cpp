@@ -58,13 +58,14 @@ try {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     // The workers' notes for developers; QT_LOGGING_RULES brings them back.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    std::error_code ignored; // The path is only for a hint.
+    std::error_code ignored;                // The path is only for a hint.
+    const std::string status = ownStatus(); // Empty where no more files can be opened: no reason for a hint.
     cli::Session session{
         std::cout,
         std::cerr,
         wantsColour(),
         ::isatty(STDERR_FILENO) != 0,
-        cli::hasRawSocketCapability(ownStatus()),
+        status.empty() || cli::hasRawSocketCapability(status),
         std::filesystem::read_symlink("/proc/self/exe", ignored).string(),
         cli::findAddressOwner,
     };

@@ -200,6 +200,37 @@ TEST_F(ForceCommandTest, FailsWithTheDifferenceWhenTheCameraReportsSomethingElse
     }
 }
 
+TEST_F(ForceCommandTest, NamesTheCameraToTheSdkAndLooksForItThreeTimes)
+{
+    int looks = 0;
+    sdk.enumDevices = [&](RZ_CC_DEVICE_INFO_LIST& list) {
+        list.nDeviceCount = ++looks < 3 ? 1 : 2;
+        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
+        return RZ_OK;
+    };
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_EQ(sdk.calls().front(), "ExpectDevice(00:00:00:00:00:02)");
+
+    sdk.enumDevices = [&](RZ_CC_DEVICE_INFO_LIST&) {
+        ++looks;
+        return RZ_OK;
+    };
+    looks = 0;
+    EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
+    EXPECT_EQ(looks, 3);
+}
+
+TEST_F(ForceCommandTest, TellsWhereTheCameraCouldNotBeLookedFor)
+{
+    sdk.listed.pop_back();
+    sdk.notSearched = "eth1: Too many open files";
+    EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
+    EXPECT_EQ(err.str(),
+              "ip-configurator-cli: no camera that answered has the MAC address 00:00:00:00:00:02, but not "
+              "all networks were searched (eth1: Too many open files); found:\n"
+              "    00:00:00:00:00:01  Model  192.0.2.20\n");
+}
+
 TEST_F(ForceCommandTest, FailsWhenTheCameraIsNotHeardAgain)
 {
     sdk.forceIp = [this](auto...) {

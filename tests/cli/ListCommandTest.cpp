@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 using cli::ExitStatus;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
@@ -153,4 +154,46 @@ TEST_F(ListCommandTest, TellsSomebodyWhoWatchesThatItIsLooking)
     sdk.listed = {sdk.record({})};
     EXPECT_EQ(json().size(), 1u);
     EXPECT_EQ(err.str(), "Looking for cameras ...\n");
+}
+
+TEST_F(ListCommandTest, PrintsWhatItHasAndFailsWhenAdaptersWereNotSearched)
+{
+    sdk.listed = {sdk.record({})};
+    sdk.notSearched = "eth1: Too many open files";
+    for (const std::vector<std::string>& words : {std::vector<std::string>{"list"}, {"list", "--json"}}) {
+        EXPECT_EQ(run(words), ExitStatus::Failed);
+        EXPECT_THAT(out.str(), HasSubstr("00:1A:2B:3C:4D:5E"));
+        EXPECT_EQ(err.str(),
+                  "ip-configurator-cli: cameras may be missing, as not all networks were searched (eth1: "
+                  "Too many open files)\n");
+    }
+}
+
+TEST_F(ListCommandTest, FailsWithTheReasonWhenNothingWasSearched)
+{
+    sdk.enumDevices = [](RZ_CC_DEVICE_INFO_LIST&) { return RZ_ERROR_NETWORK; };
+    sdk.notSearched = "the network adapters: Too many open files";
+    EXPECT_EQ(run({"list", "--json"}), ExitStatus::Failed);
+    EXPECT_EQ(out.str(), "[]\n");
+    EXPECT_THAT(err.str(),
+                AllOf(HasSubstr("the network adapters: Too many open files"), Not(HasSubstr("No camera"))))
+        << "who was asked then?";
+}
+
+TEST_F(ListCommandTest, TellsHowManyCamerasAreBeyondTheList)
+{
+    sdk.listed = {sdk.record({})};
+    sdk.unlisted = 44;
+    EXPECT_EQ(run({"list"}), ExitStatus::Done);
+    EXPECT_THAT(err.str(), HasSubstr("note: 44 more cameras answered"));
+    sdk.unlisted = 1;
+    EXPECT_EQ(run({"list"}), ExitStatus::Done);
+    EXPECT_THAT(err.str(), HasSubstr("note: 1 more camera answered"));
+}
+
+TEST_F(ListCommandTest, SpeaksOfThePrivilegeBeforePowerAndCables)
+{
+    session.hasRawSockets = false;
+    EXPECT_EQ(run({"list"}), ExitStatus::Done);
+    EXPECT_LT(err.str().find("sudo setcap"), err.str().find("No camera "));
 }

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tests/cli/AtOnce.h"
+#include "tests/network/Site.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+using nlohmann::json;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+/// The program with so many files that it may have open, none of them inherited but the standard ones.
+std::vector<std::string> withFiles(int limit, const std::string& arguments)
+{
+    return {"sh", "-c",
+            "exec 3>&- 4>&- 5>&- 6>&- 7>&- 8>&- 9>&-; ulimit -n " + std::to_string(limit) +
+                "; exec " PROGRAM " " + arguments};
+}
+
+} // namespace
+
+TEST(IncompleteSearch, TellsWhichAdaptersWereNotSearchedAndWhy)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizers need files of their own to look at an object's type";
+#endif
+    Site site;
+    site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"), R"(
+        {"mac": "02:00:00:00:01:01", "address": "192.168.1.20"})");
+    site.addAdapter("eth1", "172.16.0.5/16");
+    // The program has four open without any of the search; each adapter takes two.
+    const auto outputs =
+        runAtOnce(site.host(), {withFiles(6, "list --json"), withFiles(4, "list --json"),
+                                withFiles(6, "force 02:00:00:00:02:01 --ip 172.16.9.9 --mask 255.255.0.0"),
+                                withFiles(6, "set 02:00:00:00:02:01 --dhcp")});
+    const lab::Output& part = outputs[0];
+    EXPECT_EQ(part.status, 1);
+    EXPECT_EQ(json::parse(part.standardOutput).size(), 1u);
+    EXPECT_EQ(part.standardError,
+              "ip-configurator-cli: cameras may be missing, as not all networks were searched "
+              "(eth1: Too many open files)\n");
+
+    const lab::Output& nothing = outputs[1];
+    EXPECT_EQ(nothing.status, 1);
+    EXPECT_EQ(nothing.standardOutput, "[]\n");
+    EXPECT_THAT(nothing.standardError,
+                AllOf(HasSubstr("not all networks were searched"), HasSubstr("Too many open files"),
+                      Not(HasSubstr("sudo setcap"))));
+
+    for (const lab::Output& missing : {outputs[2], outputs[3]}) {
+        EXPECT_EQ(missing.status, 3);
+        EXPECT_THAT(missing.standardError,
+                    AllOf(HasSubstr("not all networks were searched (eth1: Too many open files); found:\n"),
+                          HasSubstr("02:00:00:00:01:01")));
+    }
+}
+
+TEST(IncompleteSearch, CountsTheCamerasBeyondTheListAndFindsThemByTheirMac)
+{
+    Site site;
+    lab::Switch& lan = site.addAdapter("eth0", "192.168.1.5/16");
+    site.addCameras(lan, R"({"mac": "02:00:00:00:01:00", "address": "192.168.2.1", "repeat": 250})");
+    site.addCameras(lan, R"({"mac": "02:00:00:00:02:00", "address": "192.168.3.1", "repeat": 16})");
+    const lab::Output list = site.host().execute({PROGRAM, "list"});
+    EXPECT_EQ(list.status, 0);
+    EXPECT_THAT(list.standardError, HasSubstr("note: 10 more cameras answered"));
+
+    std::vector<std::vector<std::string>> commands;
+    for (int i = 0; i < 16; ++i) {
+        const std::string mac = "02:00:00:00:02:0" + std::string(1, "0123456789ABCDEF"[i]);
+        if (list.standardOutput.find(mac) == std::string::npos && commands.size() < 3)
+            commands.push_back({PROGRAM, "force", mac, "--ip", "192.168.3." + std::to_string(1 + i), "--mask",
+                                "255.255.0.0"});
+    }
+    ASSERT_EQ(commands.size(), 3u);
+    for (const lab::Output& output : runAtOnce(site.host(), commands))
+        EXPECT_EQ(output.status, 0) << output.standardError;
+}
