@@ -116,4 +116,12 @@ std::string describe(const QDevice& camera)
     return displayText(camera.m_strModelName) + " (" + displayText(camera.m_strMacAddress) + ")";
 }
 
+std::string withModels(const std::string& text, const QVector<QDevice>& cameras)
+{
+    QString result = QString::fromStdString(text);
+    for (const QDevice& camera : cameras)
+        result.replace(camera.m_strMacAddress, QString::fromStdString(describe(camera)));
+    return result.toStdString();
+}
+
 } // namespace cli

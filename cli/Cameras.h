@@ -40,4 +40,7 @@ bool isStatic(const QDevice& camera);
 /// "FC-2400M (00:1A:2B:3C:4D:5E)", fit for a terminal.
 std::string describe(const QDevice& camera);
 
+/// The text, which is fit for a terminal, with these cameras' models before their MAC addresses.
+std::string withModels(const std::string& text, const QVector<QDevice>& cameras);
+
 } // namespace cli

@@ -39,7 +39,7 @@ Sentence sentenceFor(int error)
                 QStringLiteral("close that application and try again")};
     case RZ_ERROR_REFUSED:
         return {QStringLiteral("the camera answered with an error"),
-                QStringLiteral("it may not take an address this way")};
+                QStringLiteral("switch it off and on, and try again")};
     case RZ_ERROR_NOT_STORED:
         return {QStringLiteral("the camera did not store the address"), QStringLiteral("try again")};
     case RZ_ERROR_OTHER_CAMERA:

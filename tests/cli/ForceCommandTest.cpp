@@ -38,6 +38,16 @@ protected:
         EXPECT_THAT(forced(), IsEmpty());
     }
 
+    /// From now on the camera takes an address and then makes this of it.
+    void forceAs(const std::function<void(RZ_GIGE_DEVICE_INFO&)>& change)
+    {
+        sdk.forceIp = [obey = sdk.forceIp, change](RZ_CC_DEVICE_INFO* info, auto... addresses) {
+            const int result = obey(info, addresses...);
+            change(info->stGigEInfo);
+            return result;
+        };
+    }
+
     RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
 };
 
@@ -176,28 +186,87 @@ TEST_F(ForceCommandTest, WaitsForACameraThatIsMissedAtFirst)
     EXPECT_EQ(forced().size(), 1u);
 }
 
-TEST_F(ForceCommandTest, FailsWithTheDifferenceWhenTheCameraReportsSomethingElse)
+TEST_F(ForceCommandTest, FailsWithTheDifferenceWhenTheCameraReportsAnotherAddress)
 {
-    uint32_t RZ_GIGE_DEVICE_INFO::*const members[] = {&RZ_GIGE_DEVICE_INFO::nDeviceIp,
-                                                      &RZ_GIGE_DEVICE_INFO::nDeviceSubnetMask,
-                                                      &RZ_GIGE_DEVICE_INFO::nDeviceGateway};
-    for (const auto member : members) {
-        sdk.forceIp = [member](RZ_CC_DEVICE_INFO* info, uint32_t ip, uint32_t mask, uint32_t gateway) {
-            info->stGigEInfo.nDeviceIp = ip;
-            info->stGigEInfo.nDeviceSubnetMask = mask;
-            info->stGigEInfo.nDeviceGateway = gateway;
-            info->stGigEInfo.*member ^= 1u << 8;
-            return RZ_OK;
-        };
-        camera().nDeviceIp = SdkDouble::address("10.0.0.9");
-        EXPECT_EQ(force(), ExitStatus::Failed);
-        EXPECT_EQ(out.str(), "");
-        EXPECT_THAT(err.str(),
-                    AllOf(HasSubstr("asked for 192.0.2.30, mask 255.255.255.0, no gateway; it reports "),
-                          HasSubstr(member == members[0]   ? "reports 192.0.3.30, mask"
-                                    : member == members[1] ? "mask 255.255.254.0, no gateway\n"
-                                                           : "gateway 0.0.1.0\n")));
-    }
+    forceAs([](RZ_GIGE_DEVICE_INFO& camera) { camera.nDeviceIp ^= 1u << 8; });
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_THAT(err.str(), HasSubstr("asked for 192.0.2.30, mask 255.255.255.0, no gateway; it reports "
+                                     "192.0.3.30, mask 255.255.255.0, no gateway\n"));
+}
+
+TEST_F(ForceCommandTest, NotesTheMaskAndTheGatewayThatTheCameraMakesOfThem)
+{
+    forceAs([](RZ_GIGE_DEVICE_INFO& camera) {
+        camera.nDeviceSubnetMask = SdkDouble::address("255.255.0.0");
+        camera.nDeviceGateway = SdkDouble::address("192.0.2.254");
+    });
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_THAT(err.str(),
+                AllOf(HasSubstr("note: the camera uses the mask 255.255.0.0 instead of 255.255.255.0\n"),
+                      HasSubstr("note: the camera uses the gateway 192.0.2.254 instead of 0.0.0.0\n")));
+    EXPECT_THAT(out.str(), HasSubstr("192.0.2.30  255.255.0.0    192.0.2.254\n"));
+}
+
+TEST_F(ForceCommandTest, HasAnAddressStoredThatStillWaitsForIt)
+{
+    bool isWaiting = true;
+    sdk.isForcedIpWaiting = [&](const RZ_CC_DEVICE_INFO*) { return isWaiting; };
+    sdk.openDevice = [&](RZ_CC_DEVICE_INFO* info) {
+        EXPECT_EQ(info->stGigEInfo.nDeviceIp, SdkDouble::address("192.0.2.30"));
+        isWaiting = false;
+        return RZ_OK;
+    };
+    EXPECT_EQ(force(), ExitStatus::Done);
+    EXPECT_FALSE(isWaiting);
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
+TEST_F(ForceCommandTest, FailsWithTheReasonAndWhatIsStoredWhenTheAddressIsNot)
+{
+    camera().nIpConfigCurrent = 1;
+    sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
+    sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_NOT_STORED; };
+    sdk.getErrorText = [](const RZ_CC_DEVICE_INFO*) {
+        return "its address could not be stored (write protect)";
+    };
+    sdk.getPersistentIp = [](RZ_CC_DEVICE_INFO*, unsigned& ip, unsigned& mask, unsigned& gateway) {
+        ip = SdkDouble::address("10.0.0.9");
+        mask = SdkDouble::address("255.0.0.0");
+        gateway = SdkDouble::address("10.0.0.1");
+        return RZ_OK;
+    };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_THAT(
+        err.str(),
+        HasSubstr("Model (00:00:00:00:00:02) took the address but has not stored it, or not all of it, and "
+                  "starts with what it has stored after its next reset: its address could not be stored "
+                  "(write protect); try again; its stored address is 10.0.0.9, mask 255.0.0.0, gateway "
+                  "10.0.0.1\n"));
+
+    sdk.getPersistentIp = [](auto&&...) { return RZ_ERROR_NO_ANSWER; };
+    EXPECT_EQ(force("192.0.2.31"), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("it may have stored some of the old settings and some of the new\n"));
+}
+
+TEST_F(ForceCommandTest, NamesTheCameraThatAnswersInItsPlace)
+{
+    sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
+    sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_OTHER_CAMERA; };
+    sdk.getErrorText = [](const RZ_CC_DEVICE_INFO*) { return "at its address 00:00:00:00:00:01 answers"; };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("at its address Model (00:00:00:00:00:01) answers; give one of the two "
+                                     "another address first"));
+}
+
+TEST_F(ForceCommandTest, TellsWhatTheCameraHasWhenTheReportOfItCannotBeWritten)
+{
+    out.setstate(std::ios::badbit);
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), AllOf(HasSubstr("Model (00:00:00:00:00:02) has what was asked for"),
+                                 HasSubstr("192.0.2.30, mask 255.255.255.0, no gateway"),
+                                 HasSubstr("the report of it cannot be written")));
 }
 
 TEST_F(ForceCommandTest, NamesTheCameraToTheSdkAndLooksForItThreeTimes)
