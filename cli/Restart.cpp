@@ -6,6 +6,7 @@
 #include "cli/Interruption.h"
 #include "cli/Session.h"
 #include "cli/SetRequest.h"
+#include "cli/StoredSettings.h"
 
 #include <ostream>
 
@@ -17,9 +18,6 @@ using Clock = std::chrono::steady_clock;
 /// One alone may be the last answer of a camera that is slow to go down.
 constexpr int AgreeingLooks = 2;
 
-/// So often in a row it says the same when it has settled for something else.
-constexpr int SettledLooks = 10;
-
 /// A look takes its time, but none when the adapter is gone for as long as its only camera restarts.
 constexpr std::chrono::milliseconds Pause{500};
 
@@ -30,6 +28,16 @@ std::string stateOf(const std::optional<QDevice>& camera, const SetRequest& requ
     if (!addressingDifference(*camera, request).empty())
         return "The camera answers, not yet as asked: " + describeAddressing(*camera);
     return "The camera answers as asked: " + describeAddressing(*camera);
+}
+
+std::string interrupted(const std::optional<QDevice>& camera, const SetRequest& request)
+{
+    std::string text = ": interrupted while it restarts; it was given the new settings, but whether it comes "
+                       "back with them was not seen";
+    if (camera && request.addressing == SetRequest::Addressing::Static)
+        if (const std::string stored = describeStored(*camera); !stored.empty())
+            text += "; " + stored;
+    return text;
 }
 
 } // namespace
@@ -53,15 +61,10 @@ std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& req
         shown = state;
 
         const bool isAsAsked = camera && addressingDifference(*camera, request).empty();
-        const bool hasSettled = camera && !mayLookForAddress(*camera, request) && alike >= SettledLooks;
-        if (isAsAsked ? alike >= AgreeingLooks : hasSettled || Clock::now() >= end)
+        if (isAsAsked ? alike >= AgreeingLooks : Clock::now() >= end)
             return camera;
         if (interruption.arrives(Pause))
-            throw Failure(
-                ExitStatus::Interrupted,
-                describe(before) +
-                    ": interrupted while it restarts; it was given the new settings, but whether it "
-                    "comes back with them was not seen");
+            throw Failure(ExitStatus::Interrupted, describe(before) + interrupted(camera, request));
     }
 }
 

@@ -12,8 +12,8 @@ struct Session;
 struct SetRequest;
 
 /// Waits until a camera that was told to restart is back and has the addressing that was asked for, and says
-/// on session.err whenever what it hears of it changes. A camera that sticks to something else is not waited
-/// for until the end of session.restartPatience.
+/// on session.err whenever what it hears of it changes. Any other camera is waited for until the end of
+/// session.restartPatience.
 ///
 /// Gives what the camera reported last; no value when it did not answer then. Throws a Failure when it is
 /// interrupted.

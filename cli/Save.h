@@ -18,6 +18,7 @@ struct SaveOutcome
 {
     bool restarts = false;             ///< The camera was told to restart.
     std::vector<std::string> failures; ///< What went wrong, in the worker's words, fit for a terminal.
+    std::string reason;                ///< Why the SDK failed, likewise; empty when it has no more to say.
     bool interrupted = false;          ///< By a signal, some time before the worker's end.
 };
 

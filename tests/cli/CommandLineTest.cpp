@@ -228,6 +228,20 @@ TEST_F(CommandLine, FailsWhenItsOutputCannotBeWritten)
     }
 }
 
+TEST_F(CommandLine, SaysThatTheCameraHasWhatWasAskedWhenTheReportOfItCannotBeWritten)
+{
+    const auto outputs =
+        runAtOnce(site.host(),
+                  {{"sh", "-c", PROGRAM " force 02:00:00:00:01:03 --ip 10.0.0.9 --mask 255.0.0.0 >/dev/full"},
+                   {"sh", "-c", PROGRAM " set 02:00:00:00:01:01 --user-id New >/dev/full"}});
+    for (const lab::Output& output : outputs) {
+        EXPECT_EQ(output.status, 1);
+        EXPECT_THAT(output.standardError, AllOf(HasSubstr("has what was asked for"),
+                                                HasSubstr("the report of it cannot be written")));
+    }
+    EXPECT_EQ(listed(Free)["DeviceUserID"], "New");
+}
+
 TEST(CommandLineWithoutCameras, SaysWhichAdaptersItAskedOn)
 {
     Site site;

@@ -1,12 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/cli/ProgramFixture.h"
-#include "tests/save/NodeMapDouble.h"
-#include "tests/support/ScriptedProgram.h"
+#include "tests/cli/SetFixture.h"
 
-#include <QCoreApplication>
 #include <QTimer>
 
-#include <algorithm>
 #include <atomic>
 #include <csignal>
 #include <gmock/gmock.h>
@@ -22,72 +18,8 @@ using testing::Not;
 
 namespace {
 
-constexpr const char* Mac = "00:00:00:00:00:02";
-
-struct IgnorantPort : GenApi::IPort
-{
-    GenApi::EAccessMode GetAccessMode() const override { return GenApi::RW; }
-    void Read(void*, int64_t, int64_t) override {}
-    void Write(const void*, int64_t, int64_t) override {}
-};
-
-/// Two cameras, the second of which obeys what is written to its features. Nobody answers the worker's ping.
-class SetCommandTest : public ProgramFixture
-{
-protected:
-    SetCommandTest()
-    {
-        ping.set("exit 1");
-        sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01"}),
-                      sdk.record({.mac = Mac, .ip = "192.0.2.21", .ipConfig = 2})};
-        sdk.description = "<xml/>";
-        sdk.port = &port;
-        nodes.addBoolean("GevCurrentIPConfigurationPersistentIP");
-        nodes.addBoolean("GevCurrentIPConfigurationDHCP");
-        nodes.addRegister("DeviceUserID", 16, [this] { setName("New"); });
-        nodes.addCommand("DeviceReset", [this] { restart(); });
-    }
-
-    ExitStatus set(const std::vector<std::string>& options)
-    {
-        std::vector<std::string> words{"set", Mac};
-        words.insert(words.end(), options.begin(), options.end());
-        return run(words);
-    }
-
-    void write(const std::string& event)
-    {
-        written.push_back(event);
-        if (event == "GevCurrentIPConfigurationPersistentIP = 1")
-            camera().nIpConfigCurrent |= 1;
-        else if (event == "GevCurrentIPConfigurationPersistentIP = 0")
-            camera().nIpConfigCurrent &= ~1u;
-        else if (event == "GevCurrentIPConfigurationDHCP = 1")
-            camera().nIpConfigCurrent |= 2;
-        else if (event == "GevCurrentIPConfigurationDHCP = 0")
-            camera().nIpConfigCurrent &= ~2u;
-    }
-
-    void setName(const std::string& name)
-    {
-        std::copy_n(name.c_str(), name.size() + 1, camera().szUserDefinedName);
-    }
-
-    RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
-
-    const std::vector<std::string> fixed{"--static", "--ip", "192.0.2.30", "--mask", "255.255.255.0"};
-    std::vector<std::string> written; ///< Through the node map, and what became of the node map.
-    std::function<void()> restart = [] {};
-    ScriptedProgram ping{"ping"};
-    NodeMapDouble nodes{[this](const std::string& event) { write(event); }};
-    IgnorantPort port;
-
-private:
-    int m_argumentCount = 1;
-    char m_programName[6] = "tests";
-    char* m_arguments[2] = {m_programName, nullptr};
-    QCoreApplication m_application{m_argumentCount, m_arguments};
-};
+class SetCommandTest : public SetFixture
+{};
 
 } // namespace
 
@@ -139,98 +71,64 @@ TEST_F(SetCommandTest, WaitsForACameraThatIsAwayAndSaysWhatItSees)
     EXPECT_EQ(text.find("does not answer"), text.rfind("does not answer")) << "each state is told once";
 }
 
-TEST_F(SetCommandTest, FailsWithTheDifferenceWhenTheCameraComesBackOtherwise)
-{
-    session.restartPatience = std::chrono::seconds(0);
-    restart = [this] {
-        camera().nIpConfigCurrent = 2;
-        camera().nDeviceIp = SdkDouble::address("192.0.2.21");
-    };
-    EXPECT_EQ(set(fixed), ExitStatus::Failed);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_THAT(
-        err.str(),
-        HasSubstr("ip-configurator-cli: Model (00:00:00:00:00:02): asked for Static IP, 192.0.2.30, mask "
-                  "255.255.255.0, no gateway; it reports DHCP, 192.0.2.21, mask 255.255.255.0, no "
-                  "gateway\n"));
-}
-
-TEST_F(SetCommandTest, FailsWhenTheCameraDoesNotComeBack)
-{
-    session.restartPatience = std::chrono::seconds(0);
-    restart = [this] { sdk.listed.pop_back(); };
-    EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("Model (00:00:00:00:00:02): it was not heard again\n"));
-}
-
-TEST_F(SetCommandTest, TellsWhatTheWorkerComplainsOfAndWhatTheCameraReports)
-{
-    sdk.forceIp = [](auto...) { return RZ_ERROR_ACCESS_DENIED; };
-    EXPECT_EQ(set(fixed), ExitStatus::Failed);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_THAT(
-        err.str(),
-        AllOf(HasSubstr("Error: Failed to modify the IP address.The camera may be in use at present.\n"),
-              HasSubstr(
-                  "Model (00:00:00:00:00:02): Failed to modify the IP address.The camera may be in use at "
-                  "present. Asked for Static IP, 192.0.2.30")));
-    EXPECT_THAT(written, IsEmpty());
-}
-
-TEST_F(SetCommandTest, FailsWhenTheWorkerComplainsThoughTheCameraReportsWhatWasAsked)
-{
-    nodes.addCommand("DeviceReset", [] { throw 7; });
-    EXPECT_EQ(set(fixed), ExitStatus::Failed);
-    EXPECT_EQ(out.str(), "");
-    EXPECT_THAT(err.str(), AllOf(HasSubstr("Error: Restart Device Error: code 0x7\n"),
-                                 HasSubstr("Model (00:00:00:00:00:02): Restart Device Error: code 0x7\n")));
-}
-
-TEST_F(SetCommandTest, DoesNotWaitForARestartThatWasNotOrdered)
-{
-    nodes.remove("DeviceUserID");
-    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(),
-                AllOf(HasSubstr("Set UserID Error: code 0x0; asked for the user name \"New\"; it reports "
-                                "\"Name\"\n"),
-                      Not(HasSubstr("come back"))));
-}
-
-TEST_F(SetCommandTest, NamesALikelyCauseWhenTheWorkerHasNothingToSay)
-{
-    sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return RZ_ERROR_NO_ANSWER; };
-    EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("it may lack a usable description"));
-
-    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
-    EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("another application controls it"));
-
-    camera().nDeviceIp = SdkDouble::address("10.0.0.9");
-    EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("give it an address of that subnet first"));
-}
-
-TEST_F(SetCommandTest, NamesTheOtherApplicationBesideWhatTheWorkerSays)
-{
-    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
-    sdk.forceIp = [](auto...) { return RZ_ERROR_ACCESS_DENIED; };
-    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(),
-                HasSubstr("Failed to modify. Asked for the user name \"New\"; it reports \"Name\"; "
-                          "another application controls it\n"));
-
-    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return true; };
-    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Failed);
-    EXPECT_THAT(err.str(), HasSubstr("it reports \"Name\"\n")) << "no guess beside what is known";
-}
-
 TEST_F(SetCommandTest, SendsNothingWhenTheCameraIsAsAskedAlready)
 {
+    store("192.0.2.99");
     EXPECT_EQ(set({"--dhcp", "--user-id", "Name"}), ExitStatus::Done);
     EXPECT_THAT(err.str(), HasSubstr("reports all of this already; nothing was sent to it\n"));
     EXPECT_THAT(out.str(), HasSubstr("after   Free    Name       DHCP       192.0.2.21"));
     EXPECT_THAT(forced(), IsEmpty());
+}
+
+TEST_F(SetCommandTest, RestartsACameraThatDoesNotHaveTheAddressOfItsKind)
+{
+    const struct
+    {
+        const char* option;
+        uint32_t ipConfig;
+        const char* address;
+        const char* stored;
+        const char* reason; ///< Empty where nothing is sent.
+    } table[] = {
+        {"--lla", 4, "192.0.2.21", "192.0.2.21", "has no link-local address"},
+        {"--lla", 4, "169.254.1.2", "169.254.1.2", ""},
+        {"--dhcp", 2, "169.254.1.2", "192.0.2.99", "has a link-local address"},
+        {"--dhcp", 2, "192.0.2.21", "192.0.2.21", "still has its stored address"},
+        {"--dhcp", 2, "192.0.2.21", "192.0.2.99", ""},
+    };
+    restart = [this] { camera().nDeviceIp = SdkDouble::address("169.254.9.9"); };
+    for (const auto& each : table) {
+        written.clear();
+        camera().nIpConfigCurrent = each.ipConfig;
+        camera().nDeviceIp = SdkDouble::address(each.address);
+        store(each.stored);
+        EXPECT_EQ(set({each.option}), ExitStatus::Done) << err.str();
+        const bool isRestarted = std::count(written.begin(), written.end(), "DeviceReset()") == 1;
+        EXPECT_EQ(isRestarted, *each.reason != '\0') << each.option << ' ' << each.address;
+        EXPECT_THAT(err.str(),
+                    HasSubstr(isRestarted ? std::string("note: Model (00:00:00:00:00:02) ") + each.reason
+                                          : "nothing was sent to it"));
+    }
+}
+
+TEST_F(SetCommandTest, SendsNothingWhenTheCameraDoesNotTellWhatItHasStored)
+{
+    sdk.getPersistentIp = [](auto&&...) { return RZ_ERROR_NO_ANSWER; };
+    EXPECT_EQ(set({"--dhcp"}), ExitStatus::Done);
+    EXPECT_THAT(err.str(), HasSubstr("nothing was sent to it"));
+}
+
+TEST_F(SetCommandTest, WaitsOnForACameraThatSaysSomethingElseForLong)
+{
+    restart = [this] {
+        auto looks = std::make_shared<int>(0);
+        sdk.enumDevices = [this, looks, list = sdk.enumDevices](RZ_CC_DEVICE_INFO_LIST& found) {
+            camera().nIpConfigCurrent = ++*looks <= 11 ? 2 : 4;
+            camera().nDeviceIp = SdkDouble::address("169.254.9.9");
+            return list(found);
+        };
+    };
+    EXPECT_EQ(set({"--lla"}), ExitStatus::Done) << err.str();
 }
 
 TEST_F(SetCommandTest, SendsAStaticAddressAgainSoThatItIsStored)
@@ -297,6 +195,29 @@ TEST_F(SetCommandTest, GivesTheCameraBackWhenItIsInterrupted)
     EXPECT_EQ(out.str(), "");
     EXPECT_THAT(err.str(), AllOf(HasSubstr("Interrupted; giving the camera back ...\n"),
                                  HasSubstr("may have the old ones, the new ones or some of each")));
+}
+
+TEST_F(SetCommandTest, TellsWhatIsStoredWhenAStaticAddressIsInterrupted)
+{
+    std::atomic<bool> told{false};
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout,
+                     [&] { told = err.str().find("Interrupted") != std::string::npos; });
+    watch.start(1);
+    sdk.openDevice = [&told](RZ_CC_DEVICE_INFO*) {
+        ::kill(::getpid(), SIGINT);
+        while (!told)
+            std::this_thread::yield();
+        return RZ_OK;
+    };
+    store("192.0.2.30");
+    EXPECT_EQ(set(fixed), ExitStatus::Interrupted);
+    EXPECT_THAT(err.str(), HasSubstr("the camera is given back; its stored address is 192.0.2.30, mask "
+                                     "255.255.255.0, no gateway\n"));
+    told = false;
+    sdk.getPersistentIp = [](auto&&...) { return RZ_ERROR_NO_ANSWER; };
+    EXPECT_EQ(set(fixed), ExitStatus::Interrupted);
+    EXPECT_THAT(err.str(), HasSubstr("may have the old ones, the new ones or some of each\n"));
 }
 
 TEST_F(SetCommandTest, StopsWaitingWhenItIsInterrupted)

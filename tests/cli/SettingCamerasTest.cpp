@@ -164,9 +164,11 @@ TEST_F(SettingCameras, TellsThatAnotherApplicationTookTheCameraMeanwhile)
     const lab::Output output = set({"--user-id", "Right"});
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.standardOutput, "");
-    EXPECT_THAT(output.standardError,
-                HasSubstr("FC-1 (02:00:00:00:01:01): asked for the user name \"Right\"; it "
-                          "reports \"Left\"; another application controls it\n"));
+    EXPECT_THAT(
+        output.standardError,
+        HasSubstr("FC-1 (02:00:00:00:01:01): asked for the user name \"Right\"; it "
+                  "reports \"Left\"; another application controls it; writing 0x00000A00: 192.168.1.20 "
+                  "answers access denied (0x8006)\n"));
     EXPECT_EQ(camera()["userName"], "Left");
 }
 
@@ -177,19 +179,24 @@ TEST_F(SettingCameras, TellsThatTheCameraVanishedWhileItWasBeingSet)
     const lab::Output output = set({"--lla"});
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.standardOutput, "");
-    EXPECT_THAT(output.standardError, HasSubstr("FC-1 (02:00:00:00:01:01): it was not heard again\n"));
+    EXPECT_THAT(output.standardError, AllOf(HasSubstr("FC-1 (02:00:00:00:01:01): it was not heard again; "),
+                                            HasSubstr(": 192.168.1.20 does not answer\n")));
     EXPECT_EQ(camera()["ipConfiguration"], "dhcp");
     expectNeighbourUntouched();
 }
 
-TEST_F(SettingCameras, TellsTheDifferenceWhenTheCameraDoesNotTakeTheSetting)
+TEST_F(SettingCameras, WaitsAsLongAsItSaysForACameraThatDoesNotTakeTheSetting)
 {
     addCamera(R"("address": "192.168.1.20", "rebootTime": 500, "hasPersistentIp": false)");
-    const lab::Output output = set(fixed);
-    EXPECT_EQ(output.status, 1);
-    EXPECT_EQ(output.standardOutput, "");
-    EXPECT_THAT(output.standardError,
-                AllOf(HasSubstr("asked for Static IP, 192.168.1.50"), HasSubstr("it reports DHCP, ")));
+    lab::Process program = site.host().start(
+        {"sh", "-c",
+         "exec " PROGRAM " set " + Mac + " --static --ip 192.168.1.50 --mask 255.255.255.0 2>&1"});
+    while (program.readLine().find("for 120 seconds at most") == std::string::npos) {
+    }
+    while (program.readLine().find("answers, not yet as asked: DHCP, ") == std::string::npos) {
+    }
+    ::kill(program.id(), SIGINT);
+    EXPECT_EQ(program.wait(), 130);
 }
 
 TEST_F(SettingCameras, TellsTheDifferenceWhenTheCamerasNameIsNotToBeChanged)
