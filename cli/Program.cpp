@@ -14,6 +14,12 @@ namespace {
 
 const std::string Name = "ip-configurator-cli";
 
+constexpr const char* ExitStatuses =
+    R"(
+exit status: 0 done and seen to be so; 1 failed or refused; 2 wrong arguments; 3 no such camera; 130 interrupted by a
+signal while a camera was being set.
+)";
+
 std::string usage()
 {
     std::string text = "usage:\n";
@@ -24,13 +30,9 @@ std::string usage()
         summaries.addRow({{"  " + command.name, {}}, {command.summary, {}}});
     }
     return text + "  " + Name + " [COMMAND] --help\n  " + Name + " --version\n\n" +
-           "Finds GigE Vision cameras and changes their addresses.\n\n" + "commands:\n" + summaries.text();
+           "Finds GigE Vision cameras and changes their addresses.\n\n" + "commands:\n" + summaries.text() +
+           ExitStatuses;
 }
-
-constexpr const char* ExitStatuses =
-    R"(
-exit status: 0 done and seen to be so; 1 failed or refused; 2 wrong arguments; 3 no such camera.
-)";
 
 std::string helpOf(const Command& command)
 {
@@ -59,7 +61,7 @@ const Command& commandNamed(const std::string& name)
 void run(const std::vector<std::string>& words, Session& session)
 {
     if (isHelp(words[0])) {
-        session.out << usage() << ExitStatuses;
+        session.out << usage();
         return;
     }
     if (words[0] == "--version") {

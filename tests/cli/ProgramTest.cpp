@@ -25,7 +25,7 @@ TEST_F(ProgramTest, WithoutACommandTellsItsUsageAsAnError)
 {
     EXPECT_EQ(run({}), ExitStatus::WrongArguments);
     EXPECT_EQ(out.str(), "");
-    EXPECT_THAT(err.str(), StartsWith("usage:\n"));
+    EXPECT_THAT(err.str(), testing::AllOf(StartsWith("usage:\n"), HasSubstr("130 interrupted")));
 }
 
 TEST_F(ProgramTest, TellsItsUsageAndItsVersionAsDataWhenAsked)
@@ -34,7 +34,7 @@ TEST_F(ProgramTest, TellsItsUsageAndItsVersionAsDataWhenAsked)
         EXPECT_EQ(run({option}), ExitStatus::Done);
         for (const char* text :
              {"  list ", "  force ", "  set ", "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
-              "3 no such camera"})
+              "3 no such camera", "130 interrupted"})
             EXPECT_THAT(out.str(), HasSubstr(text));
         EXPECT_EQ(err.str(), "");
     }
@@ -48,6 +48,10 @@ TEST_F(ProgramTest, TellsACommandsUsageWhateverElseIsGiven)
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli list [--json]\n"));
     EXPECT_EQ(run({"force", "nonsense", "--ip", "--help"}), ExitStatus::Done);
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli force MAC "));
+    for (const char* command : {"list", "force", "set"}) {
+        EXPECT_EQ(run({command, "--help"}), ExitStatus::Done);
+        EXPECT_THAT(out.str(), HasSubstr("130 interrupted")) << command;
+    }
     EXPECT_THAT(sdk.calls(), IsEmpty());
 }
 
