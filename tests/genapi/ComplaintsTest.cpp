@@ -13,7 +13,6 @@
 #include <thread>
 
 using genapi::Complaints;
-using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;

@@ -10,7 +10,6 @@
 
 using namespace GenApi;
 using genapi::parseInteger;
-using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -162,7 +161,7 @@ std::string faultOf(const std::string& nodes)
         if (auto* bytes = dynamic_cast<IRegister*>(any))
             bytes->GetLength();
     };
-    const auto fault = textOf<GenICam::AccessException>(use);
+    auto fault = textOf<GenICam::AccessException>(use);
     EXPECT_THAT(camera.port.accesses, IsEmpty()) << nodes;
     return fault;
 }
