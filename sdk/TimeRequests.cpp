@@ -15,7 +15,9 @@ TimeRequests::TimeRequests(ControlChannel& channel) : m_channel(channel)
     if (!before || (*before & gvcp::Configuration::PendingAck) != 0)
         return;
     try {
-        channel.writeRegister(gvcp::reg::GvcpConfiguration, *before | gvcp::Configuration::PendingAck);
+        // Until it is switched on, a camera that is slow to write has no way to say so.
+        channel.writeRegister(gvcp::reg::GvcpConfiguration, *before | gvcp::Configuration::PendingAck,
+                              ControlChannel::ManyTries);
         m_before = before;
     } catch (const CameraError& error) {
         // One that does not let it be switched on does without.

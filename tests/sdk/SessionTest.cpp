@@ -220,3 +220,18 @@ TEST_F(SessionTest, WaitsForACameraThatIsChangingItsAddressAsLongAsItMayTake)
     EXPECT_TRUE(
         Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac, ControlChannel::ManyTries).isOpen());
 }
+
+TEST_F(SessionTest, WaitsUntilASlowCameraIsSwitchedOnToAskForTime)
+{
+    camera.words[gvcp::reg::GvcpCapability] |= 1u << 5;
+    camera.words[0x0954] = 0;
+    std::optional<Clock::duration> first;
+    camera.onCommand = [&](const gvcp::CommandPacket& command) {
+        const bool isSwitch =
+            command.command == gvcp::Command::WriteRegister && gvcp::readU32(command.payload, 0) == 0x0954;
+        if (isSwitch && !first)
+            first = camera.network.elapsed();
+        return isSwitch && camera.network.elapsed() - *first < 3s;
+    };
+    EXPECT_TRUE(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac).isOpen());
+}
