@@ -79,12 +79,16 @@ std::uint16_t portOf(const FileDescriptor& udp)
 }
 
 /// A packet socket for what comes from a camera's port to `localPort`. It takes nothing until it is bound,
-/// and that happens after the filter is in place.
+/// and that happens after the filter is in place. None when the process may not have one; throws
+/// std::system_error when it may, and the computer has no room for it.
 FileDescriptor openPackets(const Adapter& adapter, std::uint16_t localPort)
 {
     FileDescriptor socket(::socket(AF_PACKET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    if (!socket)
+    if (!socket) {
+        if (errno == EMFILE || errno == ENFILE || errno == ENOBUFS || errno == ENOMEM)
+            throw std::system_error(errno, std::generic_category(), "packet socket");
         return FileDescriptor();
+    }
 
     constexpr std::uint8_t Refuse = 0;
     sock_filter code[] = {
