@@ -18,6 +18,9 @@ using Clock = std::chrono::steady_clock;
 /// One alone may be the last answer of a camera that is slow to go down.
 constexpr int AgreeingLooks = 2;
 
+/// A camera that answers from where it was may have missed that it is to restart, or still be about to.
+constexpr int LooksWhereItWas = 10;
+
 /// A look takes its time, but none when the adapter is gone for as long as its only camera restarts.
 constexpr std::chrono::milliseconds Pause{500};
 
@@ -42,7 +45,7 @@ std::string interrupted(const std::optional<QDevice>& camera, const SetRequest& 
 
 } // namespace
 
-std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& request,
+std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& request, bool mayRestartAgain,
                                     Interruption& interruption, const Session& session)
 {
     session.err << "Waiting for " << describe(before) << " to come back with " << describeAddressing(request)
@@ -61,7 +64,11 @@ std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& req
         shown = state;
 
         const bool isAsAsked = camera && addressingDifference(*camera, request).empty();
-        if (isAsAsked ? alike >= AgreeingLooks : Clock::now() >= end)
+        const bool isWhereItWas =
+            camera && mayLookForAddress(*camera, request) && camera->m_strIpAddress == before.m_strIpAddress;
+        const bool isConvincing = alike >= (isWhereItWas ? LooksWhereItWas : AgreeingLooks) &&
+                                  (isAsAsked || (isWhereItWas && mayRestartAgain));
+        if (isConvincing || (!isAsAsked && Clock::now() >= end))
             return camera;
         if (interruption.arrives(Pause))
             throw Failure(ExitStatus::Interrupted, describe(before) + interrupted(camera, request));

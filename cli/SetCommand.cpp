@@ -70,6 +70,44 @@ std::string leftBehind(const SetRequest& request)
     return stored.empty() ? " and may have the old ones, the new ones or some of each" : "; " + stored;
 }
 
+/// A change that was written, and what the camera reported then.
+struct Change
+{
+    QDevice sent; ///< The camera as the worker got it.
+    SaveOutcome outcome;
+    std::optional<QDevice> after;
+};
+
+/// Writes what is asked, to a camera that the manager lists, and waits for the camera to show it. Throws a
+/// Failure when it is interrupted.
+Change change(const QDevice& sent, std::unique_ptr<QDeviceManager> manager, const SetRequest& request,
+              bool mayRestartAgain, Interruption& interruption, const Session& session)
+{
+    Change change{sent, save(std::move(manager), sent, changed(sent, request), interruption, session), {}};
+    if (change.outcome.interrupted) {
+        interruption.arrives({});
+        throw Failure(ExitStatus::Interrupted,
+                      describe(sent) +
+                          ": interrupted while the settings were being written; the camera is given back" +
+                          leftBehind(request));
+    }
+    change.after = change.outcome.restarts
+                       ? awaitRestart(sent, request, mayRestartAgain, interruption, session)
+                       : awaitChange(request.macAddress, [&request](const QDevice& each) {
+                             return differences(each, request).empty();
+                         });
+    return change;
+}
+
+/// Whether a camera that was told to restart to get another address still has the one of before, and the
+/// reason to restart.
+bool hasMissedRestart(const Change& change, const SetRequest& request)
+{
+    return change.outcome.restarts && change.after &&
+           change.after->m_strIpAddress == change.sent.m_strIpAddress &&
+           !reasonToRestart(*change.after, request).empty();
+}
+
 void set(const Arguments& arguments, Session& session)
 {
     const SetRequest request = parseSetRequest(arguments);
@@ -85,24 +123,20 @@ void set(const Arguments& arguments, Session& session)
     announce(before, request, session.err);
 
     Interruption interruption;
-    const SaveOutcome outcome =
-        save(std::move(manager), found, changed(before, request), interruption, session);
-    if (outcome.interrupted) {
-        interruption.arrives({});
-        throw Failure(ExitStatus::Interrupted,
-                      describe(before) +
-                          ": interrupted while the settings were being written; the camera is given back" +
-                          leftBehind(request));
+    Change done = change(found, std::move(manager), request, true, interruption, session);
+    if (hasMissedRestart(done, request)) {
+        manager = std::make_unique<QDeviceManager>();
+        const QVector<QDevice> now = findCamerasWith(request.macAddress, *manager, session);
+        const QDevice again = asFound(*cameraByMac(now, request.macAddress), request, session.err);
+        if (isSettled(again, request))
+            done.after = again;
+        else
+            done = change(again, std::move(manager), request, false, interruption, session);
     }
-    const std::optional<QDevice> after =
-        outcome.restarts ? awaitRestart(before, request, interruption, session)
-                         : awaitChange(request.macAddress, [&request](const QDevice& each) {
-                               return differences(each, request).empty();
-                           });
-    requireDone(found, after, request, outcome, cameras, session);
-    if (request.addressing == Addressing::Dhcp && isLinkLocal(*after))
+    requireDone(done.sent, done.after, request, done.outcome, cameras, session);
+    if (request.addressing == Addressing::Dhcp && isLinkLocal(*done.after))
         session.err << "note: no DHCP server gave the camera an address, so it took a link-local one\n";
-    reportChange(before, *after, session);
+    reportChange(before, *done.after, session);
 }
 
 } // namespace

@@ -111,6 +111,47 @@ TEST_F(SetCommandTest, RestartsACameraThatDoesNotHaveTheAddressOfItsKind)
     }
 }
 
+TEST_F(SetCommandTest, RestartsACameraThatMissedItsRestartAgain)
+{
+    const struct
+    {
+        const char* option;
+        uint32_t ipConfig;
+        const char* address;
+        const char* reason;
+    } table[] = {
+        {"--lla", 1, "192.0.2.21", "has no link-local address"},
+        {"--dhcp", 1, "192.0.2.21", "still has its stored address"},
+        {"--dhcp", 4, "169.254.1.2", "has a link-local address"},
+    };
+    store("192.0.2.21");
+    for (const auto& each : table) {
+        SCOPED_TRACE(each.reason);
+        written.clear();
+        camera().nIpConfigCurrent = each.ipConfig;
+        camera().nDeviceIp = SdkDouble::address(each.address);
+        restart = [this] { restart = [this] { camera().nDeviceIp = SdkDouble::address("169.254.9.9"); }; };
+        EXPECT_EQ(set({each.option}), ExitStatus::Done) << err.str();
+        EXPECT_EQ(std::count(written.begin(), written.end(), "DeviceReset()"), 2);
+        EXPECT_THAT(err.str(), HasSubstr(std::string("note: Model (00:00:00:00:00:02) ") + each.reason));
+        EXPECT_THAT(out.str(), testing::ContainsRegex("after .*169.254.9.9"));
+    }
+}
+
+TEST_F(SetCommandTest, GivesACameraThatIsSlowToGoDownTimeBeforeItRestartsItAgain)
+{
+    restart = [this] {
+        auto looks = std::make_shared<int>(0);
+        sdk.enumDevices = [this, looks, list = sdk.enumDevices](RZ_CC_DEVICE_INFO_LIST& found) {
+            if (++*looks == 9)
+                camera().nDeviceIp = SdkDouble::address("169.254.9.9");
+            return list(found);
+        };
+    };
+    EXPECT_EQ(set({"--lla"}), ExitStatus::Done) << err.str();
+    EXPECT_EQ(std::count(written.begin(), written.end(), "DeviceReset()"), 1);
+}
+
 TEST_F(SetCommandTest, SendsNothingWhenTheCameraDoesNotTellWhatItHasStored)
 {
     sdk.getPersistentIp = [](auto&&...) { return RZ_ERROR_NO_ANSWER; };

@@ -41,6 +41,16 @@ TEST_F(SetFailureTest, FailsWhenTheCameraDoesNotComeBack)
     EXPECT_THAT(err.str(), HasSubstr("Model (00:00:00:00:00:02): it was not heard again\n"));
 }
 
+TEST_F(SetFailureTest, FailsWhenTheCameraDoesNotRestartThoughToldTwice)
+{
+    session.restartPatience = std::chrono::seconds(0);
+    EXPECT_EQ(set({"--lla"}), ExitStatus::Failed);
+    EXPECT_EQ(std::count(written.begin(), written.end(), "DeviceReset()"), 2);
+    EXPECT_THAT(err.str(),
+                HasSubstr("asked for LLA with an address that begins with 169.254; it reports LLA, "
+                          "192.0.2.21, mask 255.255.255.0, no gateway\n"));
+}
+
 TEST_F(SetFailureTest, TellsWhatTheWorkerComplainsOfAndWhatTheCameraReports)
 {
     sdk.forceIp = [](auto...) { return RZ_ERROR_ACCESS_DENIED; };
