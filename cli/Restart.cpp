@@ -45,13 +45,14 @@ std::string interrupted(const std::optional<QDevice>& camera, const SetRequest& 
 
 } // namespace
 
-std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& request, bool mayRestartAgain,
-                                    Interruption& interruption, const Session& session)
+AwaitedCamera awaitRestart(const QDevice& before, const SetRequest& request, bool mayRestartAgain,
+                           Interruption& interruption, const Session& session)
 {
     session.err << "Waiting for " << describe(before) << " to come back with " << describeAddressing(request)
                 << ", for " << session.restartPatience.count() << " seconds at most ...\n"
                 << std::flush;
     const auto end = Clock::now() + session.restartPatience;
+    bool wasAway = false;
     std::string shown;
     for (int alike = 0;;) {
         const QVector<QDevice> cameras = findCameras();
@@ -62,14 +63,16 @@ std::optional<QDevice> awaitRestart(const QDevice& before, const SetRequest& req
             session.err << state << '\n' << std::flush;
         alike = state == shown ? alike + 1 : 1;
         shown = state;
+        wasAway = wasAway || !camera;
 
         const bool isAsAsked = camera && addressingDifference(*camera, request).empty();
         const bool isWhereItWas =
             camera && mayLookForAddress(*camera, request) && camera->m_strIpAddress == before.m_strIpAddress;
-        const bool isConvincing = alike >= (isWhereItWas ? LooksWhereItWas : AgreeingLooks) &&
-                                  (isAsAsked || (isWhereItWas && mayRestartAgain));
+        const bool mayBeUnmoved = isWhereItWas && !(isAsAsked && wasAway);
+        const bool isConvincing = alike >= (mayBeUnmoved ? LooksWhereItWas : AgreeingLooks) &&
+                                  (isAsAsked || (mayBeUnmoved && mayRestartAgain));
         if (isConvincing || (!isAsAsked && Clock::now() >= end))
-            return camera;
+            return {std::move(camera), wasAway};
         if (interruption.arrives(Pause))
             throw Failure(ExitStatus::Interrupted, describe(before) + interrupted(camera, request));
     }

@@ -76,6 +76,7 @@ struct Change
     QDevice sent; ///< The camera as the worker got it.
     SaveOutcome outcome;
     std::optional<QDevice> after;
+    bool wasAway; ///< Meanwhile, as a camera is that restarts.
 };
 
 /// Writes what is asked, to a camera that the manager lists, and waits for the camera to show it. Throws a
@@ -83,29 +84,42 @@ struct Change
 Change change(const QDevice& sent, std::unique_ptr<QDeviceManager> manager, const SetRequest& request,
               bool mayRestartAgain, Interruption& interruption, const Session& session)
 {
-    Change change{sent, save(std::move(manager), sent, changed(sent, request), interruption, session), {}};
-    if (change.outcome.interrupted) {
+    const SaveOutcome outcome = save(std::move(manager), sent, changed(sent, request), interruption, session);
+    if (outcome.interrupted) {
         interruption.arrives({});
         throw Failure(ExitStatus::Interrupted,
                       describe(sent) +
                           ": interrupted while the settings were being written; the camera is given back" +
                           leftBehind(request));
     }
-    change.after = change.outcome.restarts
-                       ? awaitRestart(sent, request, mayRestartAgain, interruption, session)
-                       : awaitChange(request.macAddress, [&request](const QDevice& each) {
-                             return differences(each, request).empty();
-                         });
-    return change;
+    if (outcome.restarts) {
+        const auto [after, wasAway] = awaitRestart(sent, request, mayRestartAgain, interruption, session);
+        return {sent, outcome, after, wasAway};
+    }
+    const auto isAsAsked = [&request](const QDevice& each) { return differences(each, request).empty(); };
+    return {sent, outcome, awaitChange(request.macAddress, isAsAsked), false};
 }
 
 /// Whether a camera that was told to restart to get another address still has the one of before, and the
 /// reason to restart.
-bool hasMissedRestart(const Change& change, const SetRequest& request)
+bool mayHaveMissedRestart(const Change& change, const SetRequest& request)
 {
     return change.outcome.restarts && change.after &&
            change.after->m_strIpAddress == change.sent.m_strIpAddress &&
            !reasonToRestart(*change.after, request).empty();
+}
+
+/// What a camera that was set to DHCP does not tell of its address.
+void noteDoubts(const Change& done, const SetRequest& request, std::ostream& err)
+{
+    if (request.addressing != Addressing::Dhcp)
+        return;
+    if (isLinkLocal(*done.after))
+        err << "note: no DHCP server gave the camera an address, so it took a link-local one\n";
+    else if (mayHaveMissedRestart(done, request))
+        err << "note: the camera has the same address as before, which it has stored; if the DHCP server is "
+               "not "
+               "to give it that one, run the command again, which restarts the camera\n";
 }
 
 void set(const Arguments& arguments, Session& session)
@@ -124,7 +138,9 @@ void set(const Arguments& arguments, Session& session)
 
     Interruption interruption;
     Change done = change(found, std::move(manager), request, true, interruption, session);
-    if (hasMissedRestart(done, request)) {
+    // A server may give a camera that was away the address of before.
+    const bool isDoubtful = request.addressing == Addressing::Dhcp && done.wasAway;
+    if (!isDoubtful && mayHaveMissedRestart(done, request)) {
         manager = std::make_unique<QDeviceManager>();
         const QVector<QDevice> now = findCamerasWith(request.macAddress, *manager, session);
         const QDevice again = asFound(*cameraByMac(now, request.macAddress), request, session.err);
@@ -134,8 +150,7 @@ void set(const Arguments& arguments, Session& session)
             done = change(again, std::move(manager), request, false, interruption, session);
     }
     requireDone(done.sent, done.after, request, done.outcome, cameras, session);
-    if (request.addressing == Addressing::Dhcp && isLinkLocal(*done.after))
-        session.err << "note: no DHCP server gave the camera an address, so it took a link-local one\n";
+    noteDoubts(done, request, session.err);
     reportChange(before, *done.after, session);
 }
 

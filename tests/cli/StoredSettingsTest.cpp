@@ -30,7 +30,7 @@ protected:
 TEST_F(StoredSettings, RestartCamerasThatWereNotRestartedAfterAChange)
 {
     const lab::Farm& farm = site.addCameras(lan, R"(
-        {"mac": "02:00:00:00:01:01", "address": "192.168.1.21", "ipConfiguration": "dhcp", "rebootTime": 500,
+        {"mac": "02:00:00:00:01:01", "address": "192.168.1.21", "ipConfiguration": "dhcp", "rebootTime": 3000,
          "persistent": {"address": "192.168.1.21"}},
         {"mac": "02:00:00:00:01:02", "address": "192.168.1.22", "ipConfiguration": "lla", "rebootTime": 500},
         {"mac": "02:00:00:00:01:03", "address": "192.168.1.23", "ipConfiguration": "dhcp", "rebootTime": 500,
@@ -41,6 +41,8 @@ TEST_F(StoredSettings, RestartCamerasThatWereNotRestartedAfterAChange)
     for (const lab::Output& output : outputs)
         EXPECT_EQ(output.status, 0) << output.standardError;
     EXPECT_THAT(outputs[0].standardError, HasSubstr("still has its stored address"));
+    EXPECT_THAT(outputs[0].standardError, HasSubstr("note: the camera has the same address as before"))
+        << "its address comes from nobody who would give it another";
     EXPECT_THAT(outputs[1].standardError, HasSubstr("has no link-local address"));
     EXPECT_THAT(outputs[1].standardOutput, HasSubstr("LLA        169.254."));
     EXPECT_THAT(outputs[2].standardError, HasSubstr("nothing was sent to it"));
