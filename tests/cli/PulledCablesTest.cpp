@@ -42,6 +42,11 @@ struct Change
     const char* userName;        ///< and the name.
 };
 
+void PrintTo(const Change& change, std::ostream* out)
+{
+    *out << change.name;
+}
+
 const std::vector<std::string> ToStatic{"--static", "--ip", "192.168.2.@", "--mask", "255.255.0.0"};
 
 /// What a camera holds changes with no other packets than these; so a cable is pulled at each of them, and at
@@ -57,13 +62,6 @@ constexpr Pull Pulls[] = {
     {"WRITEREG", 9}, {"WRITEREG", 12}, {"WRITEMEM", 0},
 };
 constexpr int Cameras = static_cast<int>(std::size(Pulls));
-
-std::string macOf(int camera)
-{
-    char text[18];
-    std::snprintf(text, sizeof text, "02:00:00:00:01:%02X", static_cast<unsigned>(camera) & 0xFF);
-    return text;
-}
 
 std::string filledIn(std::string text, int camera)
 {

@@ -19,7 +19,25 @@ using testing::Not;
 namespace {
 
 class SetCommandTest : public SetFixture
-{};
+{
+protected:
+    /// Interrupts the command when it has opened the camera.
+    ExitStatus setInterrupted(const std::vector<std::string>& options)
+    {
+        std::atomic<bool> told{false};
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout,
+                         [&] { told = err.str().find("Interrupted") != std::string::npos; });
+        watch.start(1);
+        sdk.openDevice = [&told](RZ_CC_DEVICE_INFO*) {
+            ::kill(::getpid(), SIGINT);
+            while (!told)
+                std::this_thread::yield();
+            return RZ_OK;
+        };
+        return set(options);
+    }
+};
 
 } // namespace
 
@@ -220,18 +238,7 @@ TEST_F(SetCommandTest, TouchesNoCameraWhenAnArgumentIsWrong)
 
 TEST_F(SetCommandTest, GivesTheCameraBackWhenItIsInterrupted)
 {
-    std::atomic<bool> told{false};
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout,
-                     [&] { told = err.str().find("Interrupted") != std::string::npos; });
-    watch.start(1);
-    sdk.openDevice = [&told](RZ_CC_DEVICE_INFO*) {
-        ::kill(::getpid(), SIGINT);
-        while (!told)
-            std::this_thread::yield();
-        return RZ_OK;
-    };
-    EXPECT_EQ(set({"--user-id", "New"}), ExitStatus::Interrupted);
+    EXPECT_EQ(setInterrupted({"--user-id", "New"}), ExitStatus::Interrupted);
     EXPECT_EQ(sdk.livingHandles(), 0u);
     EXPECT_EQ(out.str(), "");
     EXPECT_THAT(err.str(), AllOf(HasSubstr("Interrupted; giving the camera back ...\n"),
@@ -240,24 +247,12 @@ TEST_F(SetCommandTest, GivesTheCameraBackWhenItIsInterrupted)
 
 TEST_F(SetCommandTest, TellsWhatIsStoredWhenAStaticAddressIsInterrupted)
 {
-    std::atomic<bool> told{false};
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout,
-                     [&] { told = err.str().find("Interrupted") != std::string::npos; });
-    watch.start(1);
-    sdk.openDevice = [&told](RZ_CC_DEVICE_INFO*) {
-        ::kill(::getpid(), SIGINT);
-        while (!told)
-            std::this_thread::yield();
-        return RZ_OK;
-    };
     store("192.0.2.30");
-    EXPECT_EQ(set(fixed), ExitStatus::Interrupted);
+    EXPECT_EQ(setInterrupted(fixed), ExitStatus::Interrupted);
     EXPECT_THAT(err.str(), HasSubstr("the camera is given back; its stored address is 192.0.2.30, mask "
                                      "255.255.255.0, no gateway\n"));
-    told = false;
     sdk.getPersistentIp = [](auto&&...) { return RZ_ERROR_NO_ANSWER; };
-    EXPECT_EQ(set(fixed), ExitStatus::Interrupted);
+    EXPECT_EQ(setInterrupted(fixed), ExitStatus::Interrupted);
     EXPECT_THAT(err.str(), HasSubstr("may have the old ones, the new ones or some of each\n"));
 }
 

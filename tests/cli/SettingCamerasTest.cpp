@@ -95,6 +95,22 @@ TEST_F(SettingCameras, RenamesACameraInAnyLocaleAndLeavesItRunning)
     expectNeighbourUntouched();
 }
 
+TEST_F(SettingCameras, LeavesTheBytesOfANameThatIsNoUtf8OrHasNoEndWhenOnlyTheAddressChanges)
+{
+    addCamera(R"("address": "192.168.1.20", "rebootTime": 500, "userNameBytes": "E9 74 E9")");
+    const std::string full = "4C 69 6E 6B 73 20 6F 62 65 6E 20 E7 AB AF 20 41";
+    lab::Farm& other = site.addCameras(lan, R"({"mac": "02:00:00:00:03:01", "address": "192.168.1.21",
+        "rebootTime": 500, "userNameBytes": ")" +
+                                                full + R"("})");
+    EXPECT_EQ(set(fixed).status, 0);
+    EXPECT_EQ(camera()["userNameBytes"], "E9 74 E9");
+    const lab::Output output = site.host().execute(
+        {PROGRAM, "set", "02:00:00:00:03:01", "--static", "--ip", "192.168.1.51", "--mask", "255.255.255.0"});
+    EXPECT_EQ(output.status, 0) << output.standardError;
+    EXPECT_EQ(shown(other, "02:00:00:00:03:01")["userNameBytes"], full);
+    EXPECT_EQ(shown(other, "02:00:00:00:03:01")["address"], "192.168.1.51");
+}
+
 TEST_F(SettingCameras, MakesAStaticCameraTakeALease)
 {
     const simulator_tests::DhcpServer server(site.host(), "192.168.1.100,192.168.1.200,255.255.255.0");

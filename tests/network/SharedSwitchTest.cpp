@@ -16,13 +16,6 @@ constexpr int Cameras = 12;
 constexpr unsigned FirstAdapter = 0xC0A80105;  // 192.168.1.5
 constexpr unsigned SecondAdapter = 0xC0A80106; // 192.168.1.6
 
-std::string macOf(int camera)
-{
-    char text[18];
-    std::snprintf(text, sizeof text, "02:00:00:00:01:%02X", camera);
-    return text;
-}
-
 /// By reverse-path filter.
 class SharedSwitch : public testing::TestWithParam<int>
 {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/network/Site.h"
 
+#include <cstdio>
+
 lab::Switch& Site::addAdapter(const std::string& interface, const std::string& address)
 {
     m_switches.push_back(std::make_unique<lab::Switch>());
@@ -26,4 +28,11 @@ void Site::raiseFirewall()
     m_host.run("nft 'add table inet filter;"
                " add chain inet filter input { type filter hook input priority 0; policy drop; };"
                " add rule inet filter input ct state established,related accept'");
+}
+
+std::string macOf(int camera)
+{
+    char text[18];
+    std::snprintf(text, sizeof text, "02:00:00:00:01:%02X", static_cast<unsigned>(camera) & 0xFF);
+    return text;
 }

@@ -33,3 +33,6 @@ private:
     std::vector<std::unique_ptr<lab::Switch>> m_switches;
     std::vector<std::unique_ptr<lab::Farm>> m_farms;
 };
+
+/// The MAC address of camera 0 to 255 where they are counted up from 02:00:00:00:01:00.
+std::string macOf(int camera);

@@ -63,7 +63,7 @@ protected:
         buildEach(members);
         const auto records = enumerate(site);
         for (int i = 0; i < count(); ++i) {
-            const OpenCamera camera(site, *recordOf(records, mac(i)));
+            const OpenCamera camera(site, *recordOf(records, macOf(i)));
             camera.write(IpConfiguration, UpperBits | 0x6);
         }
         findAgain();

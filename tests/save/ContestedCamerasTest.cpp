@@ -20,7 +20,7 @@ class ContestedCameras : public FarmSaves
 protected:
     void expectNothingWritten(int number)
     {
-        const auto after = shown(*farm, mac(number));
+        const auto after = shown(*farm, macOf(number));
         EXPECT_EQ(after.at("address"), oldAddress(number));
         EXPECT_EQ(after.at("ipConfiguration"), "dhcp");
         EXPECT_EQ(after.at("persistent").at("address"), "0.0.0.0");
@@ -35,7 +35,7 @@ TEST_F(ContestedCameras, AnotherApplicationsCameraStaysAsItIs)
 {
     build(ByDhcp, 2);
     for (int i = 0; i < 2; ++i)
-        farm->control("hold " + mac(i));
+        farm->control("hold " + macOf(i));
     saves[0].wantStatic(newAddress(0));
     saves[0].wantName("New");
     saves[1].wantName("New");
@@ -44,19 +44,19 @@ TEST_F(ContestedCameras, AnotherApplicationsCameraStaysAsItIs)
     EXPECT_THAT(saves[1].said(), ElementsAre(FailedUnchanged, "End"));
     for (int i = 0; i < 2; ++i) {
         expectNothingWritten(i);
-        EXPECT_EQ(shown(*farm, mac(i)).at("controller"), "192.0.2.1");
+        EXPECT_EQ(shown(*farm, macOf(i)).at("controller"), "192.0.2.1");
     }
 }
 
 TEST_F(ContestedCameras, ACameraThatIsTakenAfterItsNewAddressKeepsAllElse)
 {
     build();
-    farm->control("fault " + mac(0) + " FORCEIP seize 1");
+    farm->control("fault " + macOf(0) + " FORCEIP seize 1");
     saves[0].wantStatic(newAddress(0));
     saves[0].wantName("New");
     saveAll();
     EXPECT_THAT(saves[0].said(), ElementsAre("Refresh", "End"));
-    EXPECT_EQ(shown(*farm, mac(0)).at("controller"), "192.0.2.1");
+    EXPECT_EQ(shown(*farm, macOf(0)).at("controller"), "192.0.2.1");
     EXPECT_EQ(camera(0).at("resets"), 0);
     // What it has been forced to does not last.
     const auto after = afterPowerCycle(0);
@@ -89,7 +89,7 @@ TEST_F(ContestedCameras, AMessageThatStaysOpenLongerThanTheHeartbeatLosesNeither
     saves[0].atMessage = [&] {
         // Time is the matter here: the camera drops whoever is silent for three seconds.
         std::this_thread::sleep_for(std::chrono::seconds(7));
-        controller = shown(*farm, mac(0)).at("controller");
+        controller = shown(*farm, macOf(0)).at("controller");
     };
     saveAll();
     EXPECT_EQ(controller, "192.168.0.5") << "the host";
@@ -108,7 +108,7 @@ TEST_F(ContestedCameras, AnAddressOfAnotherListedCameraIsRefusedBeforeAnythingIs
     EXPECT_THAT(saves[0].said(), ElementsAre(Used, "End"));
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(commands(i), before[i]);
-        EXPECT_EQ(shown(*farm, mac(i)).at("received").at("PING"), 0);
+        EXPECT_EQ(shown(*farm, macOf(i)).at("received").at("PING"), 0);
         expectNothingWritten(i);
     }
 }

@@ -32,7 +32,7 @@ void FarmSaves::buildEach(const std::vector<std::string>& members)
     std::string json;
     for (int i = 0; i < cameras; ++i)
         json += (i == 0 ? "" : ", ") +
-                (R"({"rebootTime": 50, "mask": "255.255.0.0", "mac": ")" + mac(i) + R"(", "address": ")" +
+                (R"({"rebootTime": 50, "mask": "255.255.0.0", "mac": ")" + macOf(i) + R"(", "address": ")" +
                  oldAddress(i) + "\", ") +
                 members[static_cast<std::size_t>(i)] + "}";
     farm = &site.addCameras(network, json);
@@ -61,30 +61,23 @@ std::vector<const RZ_CC_DEVICE_INFO*> FarmSaves::find(int cameras) const
         const auto listed = enumerate(site);
         std::vector<const RZ_CC_DEVICE_INFO*> found;
         for (int i = 0; i < cameras; ++i)
-            found.push_back(recordOf(listed, mac(i)));
+            found.push_back(recordOf(listed, macOf(i)));
         if (std::find(found.begin(), found.end(), nullptr) == found.end())
             return found;
     }
     throw std::runtime_error("not all cameras are found");
 }
 
-std::string FarmSaves::mac(int camera)
-{
-    char text[18];
-    std::snprintf(text, sizeof text, "02:00:00:00:01:%02X", static_cast<unsigned>(camera) & 0xFF);
-    return text;
-}
-
 nlohmann::json FarmSaves::afterPowerCycle(int number)
 {
-    farm->control("reset " + mac(number));
+    farm->control("reset " + macOf(number));
     return camera(number);
 }
 
 int FarmSaves::commands(int number) const
 {
     int all = 0;
-    const auto camera = simulator_tests::shown(*farm, mac(number));
+    const auto camera = simulator_tests::shown(*farm, macOf(number));
     for (const char* kind : {"DISCOVERY", "FORCEIP", "READREG", "WRITEREG", "READMEM", "WRITEMEM"})
         all += camera.at("received").at(kind).get<int>();
     return all;
@@ -93,7 +86,7 @@ int FarmSaves::commands(int number) const
 bool FarmSaves::becomesFree(int number) const
 {
     for (int tries = 0; tries < 200; ++tries) {
-        if (!simulator_tests::shown(*farm, mac(number)).at("held"))
+        if (!simulator_tests::shown(*farm, macOf(number)).at("held"))
             return true;
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }

@@ -31,12 +31,11 @@ protected:
     /// Looks for the cameras anew, and makes the save of each from what is found now.
     void findAgain();
 
-    static std::string mac(int camera);
     static std::string oldAddress(int camera) { return "192.168.1." + std::to_string(20 + camera); }
     static std::string newAddress(int camera) { return "192.168.2." + std::to_string(20 + camera); }
 
     /// What the farm shows of it once it has booted.
-    nlohmann::json camera(int number) { return simulator_tests::runningCamera(*farm, mac(number)); }
+    nlohmann::json camera(int number) { return simulator_tests::runningCamera(*farm, macOf(number)); }
     /// The same after it was off and on again.
     nlohmann::json afterPowerCycle(int number);
     /// How many of the control protocol's commands have reached it.

@@ -17,18 +17,18 @@ protected:
     void startAndVanishAfter(int number, int passed)
     {
         saves[number].wantStatic(newAddress(number));
-        farm->control("fault " + mac(number) + " ANY vanish" +
+        farm->control("fault " + macOf(number) + " ANY vanish" +
                       (passed > 0 ? " after " + std::to_string(passed) : ""));
         saves[number].start();
     }
 
-    bool hasVanished(int number) const { return !shown(*farm, mac(number)).at("plugged"); }
+    bool hasVanished(int number) const { return !shown(*farm, macOf(number)).at("plugged"); }
 
     /// Whether a camera that is plugged in again holds the new configuration; else it holds the old one.
     bool isChangedWhenItReturns(int number)
     {
-        farm->control("heal " + mac(number));
-        farm->control("plug " + mac(number));
+        farm->control("heal " + macOf(number));
+        farm->control("plug " + macOf(number));
         EXPECT_TRUE(becomesFree(number));
         const auto after = afterPowerCycle(number);
         const bool isStatic = after.at("ipConfiguration") == "persistent";
@@ -81,7 +81,7 @@ TEST_F(FaultySaves, LostRequestsAndAcknowledgesCostARetryAndNotTheSave)
     for (int i = 0; i < 18; ++i) {
         saves[i].wantStatic(newAddress(i));
         saves[i].wantName("New");
-        farm->control("fault " + mac(i) + " ANY " + (i < 9 ? "drop" : "mute") + " every " +
+        farm->control("fault " + macOf(i) + " ANY " + (i < 9 ? "drop" : "mute") + " every " +
                       std::to_string(2 + i % 9));
     }
     saveAll();
@@ -98,10 +98,10 @@ TEST_F(FaultySaves, LostRequestsAndAcknowledgesCostARetryAndNotTheSave)
 TEST_F(FaultySaves, CamerasThatAskForTimeOrAnswerTwiceOrAreBusyAreSavedAsAnyOther)
 {
     build(std::string(ByDhcp) + R"(, "pendingAckOn": true)", 4);
-    farm->control("fault " + mac(0) + " WRITEREG pending time 300");
-    farm->control("fault " + mac(1) + " ANY twice");
-    farm->control("fault " + mac(2) + " WRITEREG busy 2");
-    farm->control("fault " + mac(3) + " READMEM badAlignment 1");
+    farm->control("fault " + macOf(0) + " WRITEREG pending time 300");
+    farm->control("fault " + macOf(1) + " ANY twice");
+    farm->control("fault " + macOf(2) + " WRITEREG busy 2");
+    farm->control("fault " + macOf(3) + " READMEM badAlignment 1");
     for (int i = 0; i < 4; ++i)
         saves[i].wantStatic(newAddress(i));
     saveAll();

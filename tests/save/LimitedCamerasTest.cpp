@@ -91,7 +91,7 @@ TEST_F(LimitedCameras, WhatADescriptionLeavesOutIsChangedAllTheSame)
     auto after = camera(0);
     EXPECT_EQ(after.at("resets"), 0);
     EXPECT_EQ(after.at("userName"), "New");
-    EXPECT_EQ(after.at("address"), server.leases().at(mac(0)));
+    EXPECT_EQ(after.at("address"), server.leases().at(macOf(0)));
     EXPECT_TRUE(becomesFree(0));
 
     findAgain();

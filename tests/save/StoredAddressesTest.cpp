@@ -47,7 +47,7 @@ protected:
         EXPECT_EQ(after.at("persistent").at("mask"), isStored ? "255.255.0.0" : "0.0.0.0");
         EXPECT_EQ(after.at("persistent").at("gateway"), isStored ? "192.168.0.1" : "0.0.0.0");
         if (GetParam().afterwards == LeasedAddress) {
-            EXPECT_EQ(server.leases().at(mac(0)), after.at("address"));
+            EXPECT_EQ(server.leases().at(macOf(0)), after.at("address"));
         }
     }
 
