@@ -89,7 +89,7 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
     SKIP_WHERE_QT_ORDERS_THREADS();
     build(ByDhcp, (Rounds + 1) * AtOnce);
     const Resources before = resources();
-    const auto lastMoment = timeToTheReset(Rounds) * 3 / 2;
+    auto lastMoment = timeToTheReset(Rounds) * 3 / 2;
     int cutOff = 0;
     for (int round = 0; round < Rounds; ++round) {
         for (int i = first(round); i < end(round); ++i) {
@@ -100,6 +100,7 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
                 saves[i].wantAddress(newAddress(i));
         }
         saveAndTerminate(round, lastMoment);
+        const int cutOffBefore = cutOff;
         for (int i = first(round); i < end(round); ++i) {
             EXPECT_TRUE(becomesFree(i)) << i;
             if (isStartedAnew(i))
@@ -107,6 +108,9 @@ TEST_F(TerminatedSaves, AtAHundredMomentsLeaveTheCamerasFreeAndTheNextSavesWork)
             else
                 cutOff += saves[i].said().empty();
         }
+        // Of five, three or four, unless the computer is less busy than when the time was taken.
+        if (cutOff < cutOffBefore + 2)
+            lastMoment /= 2;
 
         findAgain();
         for (int i = first(round); i < end(round); ++i) {
