@@ -118,8 +118,7 @@ void noteDoubts(const Change& done, const SetRequest& request, std::ostream& err
         err << "note: no DHCP server gave the camera an address, so it took a link-local one\n";
     else if (mayHaveMissedRestart(done, request))
         err << "note: the camera has the same address as before, which it has stored; if the DHCP server is "
-               "not "
-               "to give it that one, run the command again, which restarts the camera\n";
+               "not to give it that one, run the command again, which restarts the camera\n";
 }
 
 void set(const Arguments& arguments, Session& session)

@@ -55,10 +55,15 @@ constexpr Feature Features[] = {
 };
 static_assert(IpRestartAddress == 0x100000000);
 
+/// Neither white space nor NUL nor another control character.
+bool isText(char c)
+{
+    return static_cast<unsigned char>(c) > ' ';
+}
+
 /// Real descriptions have white space around names.
 std::string trimmed(std::string_view text)
 {
-    const auto isText = [](unsigned char c) { return c > ' '; };
     const auto begin = std::find_if(text.begin(), text.end(), isText);
     const auto end = std::find_if(text.rbegin(), std::make_reverse_iterator(begin), isText).base();
     return {begin, end};
@@ -289,7 +294,6 @@ std::string edited(std::string_view text, std::vector<Edit> edits)
 std::string_view withoutPadding(gvcp::ByteView file)
 {
     std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
-    const auto isText = [](unsigned char c) { return c > ' '; };
     const auto end = std::find_if(text.rbegin(), text.rend(), isText).base();
     text = text.substr(0, text.find('\0', static_cast<std::size_t>(end - text.begin())));
     if (text.starts_with('\0'))
