@@ -4,6 +4,8 @@
 #include "widgets/QImageButton.h"
 
 #include <QBoxLayout>
+#include <QGuiApplication>
+#include <QWindow>
 
 namespace {
 
@@ -41,6 +43,19 @@ QImageButton* CreateFrameButton(const QString& strPicture)
                          strFile.arg(strPicture, QStringLiteral("_dis")));
     pButton->setFocusPolicy(Qt::NoFocus);
     return pButton;
+}
+
+void KeepAboveOwner(QWidget& window, const QWidget& owner)
+{
+    QWindow& native = *window.windowHandle();
+    native.setFlags(Qt::Dialog | Qt::FramelessWindowHint);
+    native.setTransientParent(owner.window()->windowHandle());
+}
+
+bool DragByCompositor(const QWidget& window)
+{
+    return QGuiApplication::platformName().startsWith(QLatin1String("wayland")) &&
+           window.windowHandle()->startSystemMove();
 }
 
 QHBoxLayout* CreateFrameRow(std::initializer_list<QWidget*> pieces)

@@ -21,6 +21,15 @@ QWidget* CreateFramePiece(const QString& strName, const QString& strSheet, const
 /// pressed and disabled, the same with "_hov", "_sel" and "_dis" (":/Dorn/Resources/dialog/").
 QImageButton* CreateFrameButton(const QString& strPicture);
 
+/// Has the window stay above its owner and be raised with it. For its showEvent(): window systems do so only
+/// for what they know as a dialog of the owner's, which a window without a parent and one of the type
+/// Qt::Window are not. The widget's own flags stay as they are.
+void KeepAboveOwner(QWidget& window, const QWidget& owner);
+
+/// On Wayland only the compositor moves windows: hands the drag with the pointer over to it, until the button
+/// is released. False elsewhere, where windows move themselves.
+bool DragByCompositor(const QWidget& window);
+
 /// No margins, no spacing.
 QHBoxLayout* CreateFrameRow(std::initializer_list<QWidget*> pieces);
 QVBoxLayout* CreateFrameColumn(std::initializer_list<QBoxLayout*> rows);

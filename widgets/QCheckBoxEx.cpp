@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "widgets/QCheckBoxEx.h"
 
+#include "widgets/FocusRing.h"
 #include "widgets/StyleRules.h"
+
+#include <QStyleOptionButton>
 
 QCheckBoxEx::QCheckBoxEx(QWidget* pParent) : QCheckBox(pParent)
 {
@@ -31,4 +34,11 @@ void QCheckBoxEx::SetIndex(int nIndex)
 void QCheckBoxEx::OnToggled(bool bChecked)
 {
     emit Toggled(m_nIndex, bChecked);
+}
+
+void QCheckBoxEx::paintEvent(QPaintEvent* /*pEvent*/)
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    DrawButton(*this, QStyle::CE_CheckBox, option);
 }

@@ -21,6 +21,9 @@ signals:
 public slots:
     void OnToggled(bool bChecked);
 
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+
 private:
     int m_nIndex = -1;
 };

@@ -47,6 +47,7 @@ constexpr std::array<std::array<Piece, 3>, 3> BottomStrips = {{
     }},
 }};
 
+constexpr int TitleHeight = 30;
 constexpr int ThinBottom = 0;
 constexpr int ActiveGrey = 195;
 constexpr int InactiveGrey = 200;
@@ -59,7 +60,7 @@ QWidget* CreatePiece(const Piece& piece, const QSize& size)
 QLabel* CreateTitleCorner(const QString& strPicture)
 {
     auto* const pCorner = new QLabel;
-    pCorner->setFixedSize(6, 30);
+    pCorner->setFixedSize(6, TitleHeight);
     pCorner->setPixmap(QPixmap(strPicture));
     return pCorner;
 }
@@ -104,7 +105,7 @@ void QDialogEx::CreateTitle()
     m_pTitleRight = CreateTitleCorner(QStringLiteral(":/Dorn/Resources/dialog/dialog_title_right.png"));
 
     m_pTitleMiddle = new QLabel;
-    m_pTitleMiddle->setFixedHeight(30);
+    m_pTitleMiddle->setFixedHeight(TitleHeight);
     QPalette palette;
     palette.setBrush(backgroundRole(),
                      QPixmap(QStringLiteral(":/Dorn/Resources/dialog/dialog_title_middle.png")));
@@ -115,6 +116,11 @@ void QDialogEx::CreateTitle()
     m_pBtnClose->setAccessibleName(tr("Close"));
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
+    // The application's font is given in points, the strip in pixels.
+    QFont font = m_pTitle->font();
+    for (int nPixels = QFontInfo(font).pixelSize(); QFontMetrics(font).height() > TitleHeight;)
+        font.setPixelSize(--nPixels);
+    m_pTitle->setFont(font);
     // As on the other windows. Of its own: what it inherits goes when the strip around it is restyled.
     palette = m_pTitle->palette();
     palette.setColor(m_pTitle->foregroundRole(), Qt::white);
@@ -287,11 +293,22 @@ void QDialogEx::mouseMoveEvent(QMouseEvent* pEvent)
         m_bMove = false;
     const QPoint position = pEvent->globalPos() - m_pressPosition;
     emit SigMoveDialog(position);
-    if (m_bMove)
+    if (!m_bMove)
+        return;
+    if (DragByCompositor(*this))
+        m_bMove = false; // It does not tell when the button is released.
+    else
         move(position);
 }
 
 void QDialogEx::mouseReleaseEvent(QMouseEvent* /*pEvent*/)
 {
     m_bMove = false;
+}
+
+void QDialogEx::showEvent(QShowEvent* pEvent)
+{
+    if (parentWidget())
+        KeepAboveOwner(*this, *parentWidget());
+    QDialog::showEvent(pEvent);
 }

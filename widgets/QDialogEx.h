@@ -67,6 +67,7 @@ protected:
     void mousePressEvent(QMouseEvent* pEvent) override;
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void mouseReleaseEvent(QMouseEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
 
 private:
     void CreateCtrl();

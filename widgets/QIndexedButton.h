@@ -21,6 +21,8 @@ public slots:
 protected:
     QIndexedButton(const QIcon& icon, const QString& strText, QWidget* pParent);
 
+    void paintEvent(QPaintEvent* pEvent) override;
+
 private:
     int m_nIndex = 0;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "widgets/QLineEditEx.h"
 
+#include "widgets/FocusRing.h"
 #include "widgets/StyleRules.h"
 
 #include <QKeyEvent>
@@ -21,6 +22,10 @@ QLineEditEx::QLineEditEx(const QString& strText, QWidget* pParent) : QLineEdit(s
 void QLineEditEx::Init()
 {
     setObjectName(QStringLiteral("QLineEditEx"));
+    // The ground is the picture's, whatever the desktop's colours are.
+    QPalette palette;
+    palette.setColor(QPalette::Text, QColor(0x66, 0x66, 0x66));
+    setPalette(palette);
     setStyleSheet(
         ImageRule(QStringLiteral("QLineEditEx"), QStringLiteral("inputbox/inputbox.png")) +
         ImageRule(QStringLiteral("QLineEditEx:hover:focus"), QStringLiteral("inputbox/inputbox_hov.png")) +
@@ -38,4 +43,10 @@ void QLineEditEx::focusOutEvent(QFocusEvent* pEvent)
 {
     QLineEdit::focusOutEvent(pEvent);
     emit SigFocusOutEvent(text());
+}
+
+void QLineEditEx::paintEvent(QPaintEvent* pEvent)
+{
+    QLineEdit::paintEvent(pEvent);
+    DrawFocusRing(*this);
 }

@@ -23,6 +23,7 @@ signals:
 protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
     void focusOutEvent(QFocusEvent* pEvent) override;
+    void paintEvent(QPaintEvent* pEvent) override;
 
 private:
     void Init();

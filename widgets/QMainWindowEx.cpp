@@ -34,7 +34,9 @@ constexpr const char* White = "rgb(255, 255, 255)";
 
 } // namespace
 
-QMainWindowEx::QMainWindowEx(QWidget* /*pParent*/, bool bShowMinButton) : m_bShowMinButton(bShowMinButton)
+QMainWindowEx::QMainWindowEx(QWidget* pParent, bool bShowMinButton)
+    : m_pOwner(pParent),
+      m_bShowMinButton(bShowMinButton)
 {
     setObjectName(QStringLiteral("QMainWindowEx"));
     setStyleSheet(QStringLiteral("#QMainWindowEx{\t\t\t\t\t background-color: rgb(255, 255, 255);}"));
@@ -107,4 +109,11 @@ void QMainWindowEx::keyPressEvent(QKeyEvent* pEvent)
 {
     if (pEvent->key() != Qt::Key_Escape)
         QDialog::keyPressEvent(pEvent);
+}
+
+void QMainWindowEx::showEvent(QShowEvent* pEvent)
+{
+    if (m_pOwner)
+        KeepAboveOwner(*this, *m_pOwner);
+    QDialog::showEvent(pEvent);
 }

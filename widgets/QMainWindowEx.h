@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 
 class QLabel;
 class QMenuBar;
@@ -14,7 +15,7 @@ class QMainWindowEx : public QDialog
     Q_OBJECT
 
 public:
-    /// Made without a parent, whichever is given.
+    /// Made without a parent, whichever is given: a window that is given is only stayed above of.
     QMainWindowEx(QWidget* pParent, bool bShowMinButton);
 
     void SetTitleText(QString& strText);
@@ -33,10 +34,14 @@ protected slots:
     void resizeEvent(QResizeEvent* pEvent) override;
     void keyPressEvent(QKeyEvent* pEvent) override;
 
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+
 private:
     void CreateCtrl();
     void CreateLayout();
 
+    QPointer<QWidget> m_pOwner;
     QTitleBar* m_pTitleBar = nullptr;
     QLabel* m_pIcon = nullptr; ///< For a picture of the window's own; there is none yet, and it is not shown.
     QWidget* m_pTitleLeft = nullptr;

@@ -58,14 +58,14 @@ void QMessageBoxDlg::CreateCtrl()
     if (m_bShowCancel) {
         m_pBtnCancel = CreateButton(tr("Cancel"));
         connect(m_pBtnCancel, &QPushButtonEx::clicked, this, &QMessageBoxDlg::OnCancelBtnClicked);
-        // Which of the two Return is for.
-        for (QPushButtonEx* const pButton : {m_pBtnOk, m_pBtnCancel})
-            pButton->setStyleSheet(pButton->styleSheet() +
-                                   QStringLiteral("#QPushButtonEx:focus{text-decoration:underline;}"));
     }
 
     m_pMessage = new QLabel;
     m_pMessage->setTextFormat(Qt::PlainText);
+    // The ground is the frame's own, whatever the desktop's colours are.
+    QPalette palette;
+    palette.setColor(m_pMessage->foregroundRole(), QColor(0x33, 0x33, 0x33));
+    m_pMessage->setPalette(palette);
     m_pMessage->setText(m_strText);
     m_pMessage->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     m_pMessage->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "widgets/QRadioButtonEx.h"
 
+#include "widgets/FocusRing.h"
 #include "widgets/StyleRules.h"
+
+#include <QStyleOptionButton>
 
 QRadioButtonEx::QRadioButtonEx(QWidget* pParent) : QRadioButton(pParent)
 {
@@ -22,4 +25,11 @@ QRadioButtonEx::QRadioButtonEx(const QString& strText, QWidget* pParent) : QRadi
                   QStringLiteral("#QRadioButtonEx{color:#666666;                                 "
                                  "font-size:13px;                                 "
                                  "font-family: FZShuSong-Z01S;}"));
+}
+
+void QRadioButtonEx::paintEvent(QPaintEvent* /*pEvent*/)
+{
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    DrawButton(*this, QStyle::CE_RadioButton, option);
 }

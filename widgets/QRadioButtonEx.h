@@ -11,4 +11,7 @@ class QRadioButtonEx : public QRadioButton
 public:
     explicit QRadioButtonEx(QWidget* pParent = nullptr);
     explicit QRadioButtonEx(const QString& strText, QWidget* pParent = nullptr);
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
 };

@@ -207,7 +207,11 @@ void QTitleBar::mousePressEvent(QMouseEvent* pEvent)
 void QTitleBar::mouseMoveEvent(QMouseEvent* pEvent)
 {
     QWidget* const pOwner = window();
-    if (m_bMove && !pOwner->isMaximized())
+    if (!m_bMove || pOwner->isMaximized())
+        return;
+    if (DragByCompositor(*pOwner))
+        m_bMove = false; // It does not tell when the button is released.
+    else
         pOwner->move(pEvent->globalPos() - m_pressPosition);
 }
 
