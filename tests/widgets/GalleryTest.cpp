@@ -202,6 +202,31 @@ TEST_F(GalleryTest, TitleButtons)
     }
 }
 
+TEST_F(GalleryTest, ATitleButtonIsShownInAllOfItsPixels)
+{
+    const int ratio = static_cast<int>(QGuiApplication::primaryScreen()->devicePixelRatio());
+    for (const char* const picture : {"title_close", "min", "recovery"}) {
+        const QString path = QStringLiteral(":/Dorn/Resources/dialog/%1%2.png").arg(picture);
+        QImageButton button(false);
+        button.setFixedSize(30, 30);
+        button.SetBtnImage(path.arg(QString()), {}, {}, {});
+        // Of the edge, which style sheets stretch, the sign has nothing.
+        const QRect middle(QPoint(5, 5) * ratio, QSize(20, 20) * ratio);
+        QImage drawn(path.arg(ratio > 1 ? "@2x" : ""));
+        drawn = drawn.copy(QRect(QPoint(5, 5), middle.size()));
+        drawn.setDevicePixelRatio(1); // What follows counts pixels.
+        QImage expected(middle.size(), QImage::Format_RGB32);
+        expected.fill(TitleBlue);
+        QPainter(&expected).drawImage(0, 0, drawn);
+        QImage seen(QSize(30, 30) * ratio, QImage::Format_RGB32);
+        seen.setDevicePixelRatio(ratio);
+        seen.fill(TitleBlue);
+        button.render(&seen, QPoint(), QRegion(), QWidget::DrawChildren);
+        seen.setDevicePixelRatio(1);
+        EXPECT_EQ(seen.copy(middle), expected) << picture;
+    }
+}
+
 TEST_F(GalleryTest, ColourButtons)
 {
     saveStates("colour-button", ButtonStates, White, [] {
