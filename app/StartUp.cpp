@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QDebug>
-#include <QDesktopWidget>
 #include <QFontDatabase>
 
 void InstallApplicationFont(const QString& strFile)
@@ -45,10 +44,4 @@ void ChooseLanguage(int argc, const char* const* argv)
 void InitializeCodec()
 {
     QCoreApplication::addLibraryPath(QStringLiteral("./plugins"));
-}
-
-void MoveToDesktopCentre(QWidget& window)
-{
-    const QWidget& desktop = *QApplication::desktop();
-    window.move((desktop.width() - window.width()) / 2, (desktop.height() - window.height()) / 2);
 }

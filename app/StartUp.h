@@ -2,7 +2,6 @@
 #pragma once
 
 class QString;
-class QWidget;
 
 // The steps between the application object and its window. All of it on the main thread.
 
@@ -15,6 +14,3 @@ void ChooseLanguage(int argc, const char* const* argv);
 
 /// Lets Qt look for plug-ins in the folder "plugins" of the working directory too. It sets no codec.
 void InitializeCodec();
-
-/// Moves the window to the middle of the desktop.
-void MoveToDesktopCentre(QWidget& window);

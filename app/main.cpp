@@ -3,6 +3,7 @@
 #include "app/StartUp.h"
 #include "resources/Fonts.h"
 #include "ui/MainWidget.h"
+#include "ui/Placement.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -16,7 +17,6 @@ int main(int argc, char** argv)
         return 1;
     }
 
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // Icons in full sharpness on a scaled screen.
     const QApplication application(argc, argv);
     const QString strFont = QCoreApplication::applicationDirPath() + QStringLiteral("/segoeui.ttf");
     InstallFontSubstitutes();

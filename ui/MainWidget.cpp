@@ -22,8 +22,8 @@
 
 namespace {
 
-constexpr int Margin = 16;
-constexpr int TableMargin = 5; // Leaves the last column room for a mask beside a scroll bar.
+constexpr int TableMargin = 5;          // Leaves the last column room for a mask beside a scroll bar.
+constexpr int Margin = TableMargin + 3; // In line with the texts in the table.
 
 /// A text on white beside a picture: `picture`.png and, for its states, the same with "_hov", "_sel", "_dis".
 QString ToolButtonSheet(const char* picture)
@@ -34,7 +34,6 @@ QString ToolButtonSheet(const char* picture)
                "background-image:url(:/Dorn/Resources/btn/%1.png);"
                "background-repeat:no-repeat;background-position:left center;}"
                "#QPushButtonEx:hover{color:#2C88E5;background-image:url(:/Dorn/Resources/btn/%1_hov.png);}"
-               "#QPushButtonEx:focus{text-decoration:underline;}"
                "#QPushButtonEx:pressed{background-image:url(:/Dorn/Resources/btn/%1_sel.png);}"
                "#QPushButtonEx:disabled{color:#EDEDED;"
                "background-image:url(:/Dorn/Resources/btn/%1_dis.png);}")
@@ -134,7 +133,7 @@ bool MainWidget::InitLayout()
     pTable->addWidget(m_pDeviceTable);
 
     QBoxLayout* const pDevice = createLayout(Qt::Horizontal);
-    pDevice->setContentsMargins(Margin, 8, Margin, Margin);
+    pDevice->setContentsMargins(Margin, 8, Margin, 16);
     pDevice->setSpacing(24);
     pDevice->addWidget(m_pEditPanel);
     pDevice->addWidget(m_pDetailPanel, 1);
@@ -185,6 +184,7 @@ void MainWidget::OnBtnRefresh()
 {
     if (!m_pRefreshThread || !m_pDeviceTable)
         return;
+    m_bRefreshing = true;
     EnabledRefreshBtn(false);
     StartRefresh();
     m_pDeviceTable->setFocus();
@@ -202,8 +202,9 @@ void MainWidget::StartRefresh()
 
 void MainWidget::OnEndRefreshThread()
 {
+    m_bRefreshing = m_bRefreshAgain;
     UpdateListShow();
-    EnabledRefreshBtn(!m_bRefreshAgain);
+    EnabledRefreshBtn(true);
 }
 
 void MainWidget::OnBtnSave()
@@ -256,7 +257,7 @@ void MainWidget::OnForceIpBtn()
         return;
     m_deviceInDialog = CurrentDevice();
     m_pSetIpAddrDlg->SetCurDevice(*m_deviceInDialog);
-    MoveToScreenCentre(*m_pSetIpAddrDlg, *this);
+    MoveToDesktopCentre(*m_pSetIpAddrDlg);
     m_pSetIpAddrDlg->exec();
     m_deviceInDialog.reset();
 }
@@ -277,7 +278,7 @@ void MainWidget::OnSetIpDlgBtnOk()
 void MainWidget::OnShowMsg(const QString& strTitle, const QString& strText)
 {
     QMessageBoxDlg box(this, strTitle, strText, false);
-    MoveToScreenCentre(box, *this);
+    MoveToDesktopCentre(box);
     box.exec(false);
 }
 

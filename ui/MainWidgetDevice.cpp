@@ -147,6 +147,8 @@ void MainWidget::ShowNoDevices()
         return;
     m_pEditPanel->m_pStaticIpRadio->setChecked(true);
     m_pDetailPanel->Clear();
+    ShowAddresses(QString(), QString(), QString());
+    m_pEditPanel->m_UserId.Edit()->clear();
     EnabledRadio(false);
     EnabledUserIDEdit(false);
     EnabledSaveBtn(false);
@@ -312,5 +314,5 @@ void MainWidget::EnabledEditIPBtn(bool bEnable)
 void MainWidget::EnabledRefreshBtn(bool bEnable)
 {
     if (m_pRefreshBtn)
-        m_pRefreshBtn->setEnabled(bEnable && !m_bSaving);
+        m_pRefreshBtn->setEnabled(bEnable && !m_bSaving && !m_bRefreshing);
 }

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/Placement.h"
 
+#include <QApplication>
+#include <QDesktopWidget>
 #include <QLayout>
-#include <QScreen>
-#include <QWidget>
 
-void MoveToScreenCentre(QWidget& window, const QWidget& owner)
+void MoveToDesktopCentre(QWidget& window)
 {
     // A window that is not shown yet has the size of what it held before.
     window.ensurePolished();
     if (window.layout())
         window.layout()->activate();
 
-    const QRect screen = owner.screen()->geometry();
-    window.move(screen.x() + (screen.width() - window.width()) / 2,
-                screen.y() + (screen.height() - window.height()) / 2);
+    const QWidget& desktop = *QApplication::desktop();
+    window.move((desktop.width() - window.width()) / 2, (desktop.height() - window.height()) / 2);
 }

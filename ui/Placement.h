@@ -3,5 +3,5 @@
 
 class QWidget;
 
-/// Moves a window to the centre of the screen that its owner is on.
-void MoveToScreenCentre(QWidget& window, const QWidget& owner);
+/// Moves a window to the centre of the desktop, which is all screens together.
+void MoveToDesktopCentre(QWidget& window);

@@ -13,7 +13,6 @@ QString FieldSheet(const char* color, const char* disabledColor)
 {
     return QStringLiteral("#QLineEditEx{color:%1;font-size:13px;font-family:FZShuSong-Z01S;"
                           "border:none;background:transparent;}"
-                          "#QLineEditEx:focus{image:url(:/Dorn/Resources/inputbox/inputbox_hov.png);}"
                           "#QLineEditEx:disabled{color:%2;}")
         .arg(QLatin1String(color), QLatin1String(disabledColor));
 }

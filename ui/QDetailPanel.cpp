@@ -2,8 +2,8 @@
 #include "ui/QDetailPanel.h"
 
 #include "device/QDevice.h"
-#include "ui/InOneLine.h"
 #include "ui/QValueLabel.h"
+#include "ui/ShownText.h"
 #include "widgets/QStaticLabel.h"
 
 #include <QGridLayout>
@@ -38,7 +38,8 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
         pCaption = new QStaticLabel(this);
         auto* const pValue = new QValueLabel(this);
         pValue->setStyleSheet(
-            QStringLiteral("QLabel{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;}"));
+            QStringLiteral("QLabel{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;}") +
+            ToolTipSheet());
         m_values[static_cast<std::size_t>(nRow)] = pValue;
         m_pGrid->addWidget(pCaption, nRow, 0);
         m_pGrid->addWidget(pValue, nRow, 1);

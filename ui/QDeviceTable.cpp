@@ -2,12 +2,14 @@
 #include "ui/QDeviceTable.h"
 
 #include "device/QDevice.h"
-#include "ui/InOneLine.h"
+#include "ui/ShownText.h"
+#include "widgets/FocusRing.h"
 
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QIconEngine>
 #include <QPainter>
 #include <QStyledItemDelegate>
-#include <QTextDocument>
 
 #include <array>
 
@@ -36,7 +38,7 @@ QString Sheet()
 {
     return QStringLiteral(
                "QTableWidget{background-color:white;alternate-background-color:#f7f7f7;color:#666666;"
-               "font-size:13px;font-family:FZShuSong-Z01S;"
+               "font-size:13px;font-family:FZShuSong-Z01S;outline:none;"
                "selection-color:#2C88E5;selection-background-color:#d0e0f9;}"
                "QTableWidget::item:selected{color:#2C88E5;background-color:#d0e0f9;}"
                "QHeaderView{background-color:#879aad;}"
@@ -56,20 +58,45 @@ QString Sheet()
                           "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_sel.png);min-width:24px;}"
                           "QScrollBar::handle:horizontal:hover{"
                           "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_hov.png);}"
-                          "QScrollBar::add-line,QScrollBar::sub-line{width:0;height:0;}");
+                          "QScrollBar::add-line,QScrollBar::sub-line{width:0;height:0;}") +
+           ToolTipSheet();
 }
 
-/// In its own colours also where the row is selected.
-QIcon StatusPicture(const char* name)
+/// An icon that is one picture, in its own colours also where the row is selected, and on a screen scaled up
+/// in twice the pixels: Qt's icons from files are so only when the whole application asks for it.
+class StatusPicture : public QIconEngine
 {
-    const QString strFile = QStringLiteral(":/Dorn/Resources/%1.png").arg(QLatin1String(name));
-    QIcon icon(strFile);
-    icon.addFile(strFile, QSize(), QIcon::Selected);
-    return icon;
-}
+public:
+    static constexpr QSize Size{16, 16};
 
-/// Shows each text in one line, and marks the whole selected row as the one that the keyboard acts on,
-/// instead of one of its cells.
+    explicit StatusPicture(const char* name) : m_plain(Load(name, "")), m_fine(Load(name, "@2x")) {}
+
+    void paint(QPainter* pPainter, const QRect& rect, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    {
+        pPainter->setRenderHint(QPainter::SmoothPixmapTransform);
+        pPainter->drawPixmap(rect, pPainter->device()->devicePixelRatioF() > 1 ? m_fine : m_plain);
+    }
+
+    QPixmap pixmap(const QSize& /*size*/, QIcon::Mode /*mode*/, QIcon::State /*state*/) override
+    {
+        return m_plain;
+    }
+
+    QIconEngine* clone() const override { return new StatusPicture(*this); }
+
+private:
+    static QPixmap Load(const char* name, const char* ratio)
+    {
+        return QPixmap(
+            QStringLiteral(":/Dorn/Resources/%1%2.png").arg(QLatin1String(name), QLatin1String(ratio)));
+    }
+
+    QPixmap m_plain;
+    QPixmap m_fine;
+};
+
+/// Shows each text in one line, as a whole in a tool tip if it was cut, and draws the ring of the focus round
+/// the selected row.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
@@ -78,13 +105,30 @@ public:
     void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
     {
-        QStyleOptionViewItem cell = option;
-        cell.state &= ~QStyle::State_HasFocus;
-        QStyledItemDelegate::paint(pPainter, cell, index);
+        QStyledItemDelegate::paint(pPainter, option, index);
         if (!(option.state & QStyle::State_Selected) || !option.widget || !option.widget->hasFocus())
             return;
-        pPainter->fillRect(option.rect.x(), option.rect.top(), option.rect.width(), 1, QColor(FocusColor));
-        pPainter->fillRect(option.rect.x(), option.rect.bottom(), option.rect.width(), 1, QColor(FocusColor));
+        const QHeaderView& columns = *static_cast<const QTableView*>(option.widget)->horizontalHeader();
+        pPainter->save();
+        pPainter->setClipRect(option.rect);
+        DrawFocusRing(*pPainter, QRect(columns.sectionViewportPosition(0), option.rect.y(), columns.length(),
+                                       option.rect.height()));
+        pPainter->restore();
+    }
+
+    bool helpEvent(QHelpEvent* pEvent, QAbstractItemView* pView, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override
+    {
+        if (pEvent->type() != QEvent::ToolTip)
+            return QStyledItemDelegate::helpEvent(pEvent, pView, option, index);
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QRect room = pView->style()
+                               ->subElementRect(QStyle::SE_ItemViewItemText, &cell, pView)
+                               .adjusted(TextMargin, 0, -TextMargin, 0);
+        const bool bCut = QFontMetrics(cell.font).horizontalAdvance(cell.text) > room.width();
+        ShowToolTipOfCutText(*pEvent, *pView->viewport(), index.data().toString(), bCut);
+        return true;
     }
 
     QString displayText(const QVariant& value, const QLocale& /*locale*/) const override
@@ -103,16 +147,15 @@ protected:
 
 private:
     static constexpr int TextMargin = 3;
-    static constexpr QRgb FocusColor = 0xFF2C88E5;
 };
 
 } // namespace
 
 QDeviceTable::QDeviceTable(QWidget* pParent)
     : QTableWidget(0, ColumnCount, pParent),
-      m_freeIcon(StatusPicture("use")),
-      m_inUseIcon(StatusPicture("notuse")),
-      m_unreachableIcon(StatusPicture("notreach"))
+      m_freeIcon(new StatusPicture("use")),
+      m_inUseIcon(new StatusPicture("notuse")),
+      m_unreachableIcon(new StatusPicture("notreach"))
 {
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
@@ -120,6 +163,7 @@ QDeviceTable::QDeviceTable(QWidget* pParent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     setTabKeyNavigation(false); // Tab leaves the table.
     setWordWrap(false);
+    setIconSize(StatusPicture::Size); // Else a fine screen makes them larger.
     setItemDelegate(new RowDelegate(this));
 
     horizontalHeader()->setHighlightSections(false);
@@ -129,6 +173,8 @@ QDeviceTable::QDeviceTable(QWidget* pParent)
     for (int nColumn = 0; nColumn < ColumnCount; ++nColumn)
         setColumnWidth(nColumn, ColumnWidths[static_cast<std::size_t>(nColumn)]);
     verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(
+        RowHeight); // Else a large font of the application's makes them higher.
     verticalHeader()->setDefaultSectionSize(RowHeight);
 
     setShowGrid(false);
@@ -158,9 +204,6 @@ void QDeviceTable::AddRow(const QDevice& device)
         pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
         if (nColumn == Status)
             pItem->setIcon(StatusIcon(device.m_strStatus));
-        // Only these may be too long for their column. Qt would take a tool tip of a camera's for markup.
-        if (nColumn <= SerialNumber && !pItem->text().isEmpty())
-            pItem->setToolTip(Qt::convertFromPlainText(pItem->text(), Qt::WhiteSpaceNormal));
         setItem(nRow, nColumn, pItem);
     }
 }

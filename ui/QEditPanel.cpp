@@ -21,12 +21,9 @@ QEditPanel::QEditPanel(QWidget* pParent)
       m_pSaveBtn(new QPushButtonExColor(tr("Save"), this))
 {
     m_pSaveBtn->setFixedSize(90, 30);
-    m_pSaveBtn->setStyleSheet(m_pSaveBtn->styleSheet() +
-                              QStringLiteral("#QPushButtonExColor:focus{text-decoration:underline;}"));
     for (auto* pRadio : {m_pStaticIpRadio, m_pDhcpRadio, m_pLlaRadio})
         pRadio->setStyleSheet(pRadio->styleSheet() +
                               QStringLiteral("#QRadioButtonEx{padding-right:4px;}"
-                                             "#QRadioButtonEx:focus{outline:1px solid #2C88E5;}"
                                              "#QRadioButtonEx:disabled{color:#b0b0b0;}"));
     RefreshTexts();
     CreateLayout();

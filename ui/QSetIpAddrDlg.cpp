@@ -45,10 +45,10 @@ bool QSetIpAddrDlg::CreatCtrls()
     m_pOkBtn->setFixedSize(90, 30);
     m_pCancelBtn = new QPushButtonEx(tr("Cancel"), this);
     m_pCancelBtn->setFixedSize(90, 30);
-    m_pOkBtn->setStyleSheet(m_pOkBtn->styleSheet() +
-                            QStringLiteral("#QPushButtonExColor:focus{text-decoration:underline;}"));
+    // As large as "OK": Qt cuts half of a border's width off a button with round corners.
     m_pCancelBtn->setStyleSheet(m_pCancelBtn->styleSheet() +
-                                QStringLiteral("#QPushButtonEx:focus{text-decoration:underline;}"));
+                                QStringLiteral("#QPushButtonEx,#QPushButtonEx:hover,#QPushButtonEx:pressed,"
+                                               "#QPushButtonEx:disabled{border-width:1;border-radius:0;}"));
     RefreshWidgetInfo();
     return true;
 }

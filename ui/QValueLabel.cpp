@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/QValueLabel.h"
 
-#include "ui/InOneLine.h"
+#include "ui/ShownText.h"
 
 #include <QHelpEvent>
 #include <QPainter>
 #include <QStyle>
-#include <QTextDocument>
-#include <QToolTip>
 
 QValueLabel::QValueLabel(QWidget* pParent) : QStaticLabel(pParent)
 {
@@ -28,9 +26,8 @@ bool QValueLabel::event(QEvent* pEvent)
 {
     if (pEvent->type() != QEvent::ToolTip)
         return QStaticLabel::event(pEvent);
-    if (fontMetrics().horizontalAdvance(text()) > contentsRect().width())
-        QToolTip::showText(static_cast<QHelpEvent*>(pEvent)->globalPos(),
-                           Qt::convertFromPlainText(text(), Qt::WhiteSpaceNormal), this);
+    const bool bCut = fontMetrics().horizontalAdvance(InOneLine(text())) > contentsRect().width();
+    ShowToolTipOfCutText(*static_cast<QHelpEvent*>(pEvent), *this, text(), bCut);
     return true;
 }
 

@@ -2,12 +2,10 @@
 #include "app/StartUp.h"
 
 #include <QApplication>
-#include <QDesktopWidget>
 #include <QDir>
 #include <QFileInfo>
 #include <QFont>
 #include <QTemporaryDir>
-#include <QWidget>
 
 #include <gtest/gtest.h>
 
@@ -41,21 +39,4 @@ TEST(InitializeCodec, LetsQtLookForPlugInsInTheWorkingDirectory)
     EXPECT_TRUE(QDir::setCurrent(strBefore));
     EXPECT_TRUE(QCoreApplication::libraryPaths().contains(strPlugins));
     QCoreApplication::removeLibraryPath(strPlugins);
-}
-
-TEST(MoveToDesktopCentre, HalvesWhatTheWindowLeavesOfTheDesktop)
-{
-    const QSize desktop = QApplication::desktop()->size();
-    const QSize sizes[] = {{890, 650}, {891, 651}, desktop, desktop + QSize(3, 7)};
-    for (const QSize& size : sizes) {
-        QWidget window;
-        window.resize(size);
-        MoveToDesktopCentre(window);
-        EXPECT_EQ(window.x(), (desktop.width() - size.width()) / 2);
-        EXPECT_EQ(window.y(), (desktop.height() - size.height()) / 2);
-    }
-    QWidget wide;
-    wide.resize(desktop + QSize(3, 7));
-    MoveToDesktopCentre(wide);
-    EXPECT_EQ(wide.pos(), QPoint(-1, -3));
 }

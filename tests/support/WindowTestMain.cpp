@@ -7,8 +7,7 @@ int main(int argumentCount, char** arguments)
 {
     testing::InitGoogleTest(&argumentCount, arguments);
     if (testing::GTEST_FLAG(list_tests))
-        return RUN_ALL_TESTS();                               // The build asks, where there is no display.
-    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps); // As the program does.
+        return RUN_ALL_TESTS(); // The build asks, where there is no display.
     const QApplication application(argumentCount, arguments);
     return RUN_ALL_TESTS();
 }

@@ -116,6 +116,25 @@ TEST_F(WhileJobsRunTest, TheWindowAnswersWhileASaveRuns)
     EXPECT_EQ(messages.size(), 1U);
 }
 
+TEST_F(WhileJobsRunTest, AfterAGoodSaveRefreshIsInUseAgainAtTheEndOfItsRefreshOnly)
+{
+    openWithCameras();
+    type("IP Address:", "192.0.2.20");
+    sdk.enumDevices = [this, all = sdk.listed](RZ_CC_DEVICE_INFO_LIST& list) {
+        hold();
+        list.nDeviceCount = static_cast<uint32_t>(all.size());
+        std::copy(all.begin(), all.end(), list.apDeviceInfo);
+        return RZ_OK;
+    };
+    click("Save");
+    ASSERT_TRUE(jobIsHeld());
+    ASSERT_TRUE(eventually([this] { return button("Save")->isEnabled(); }));
+    EXPECT_TRUE(button("Modify IP")->isEnabled());
+    EXPECT_FALSE(button("Refresh")->isEnabled());
+    go.release(100);
+    EXPECT_TRUE(eventually([this] { return button("Refresh")->isEnabled(); }));
+}
+
 TEST_F(WhileJobsRunTest, ADialogThatIsOpenWhileItsCameraVanishesForcesNoOtherOne)
 {
     addCamera({.mac = "00:00:00:00:00:01", .ip = "10.0.0.8", .ipConfig = StaticIp});

@@ -239,8 +239,12 @@ void WindowFixture::saveScreenshot(QWidget& window, const QString& name)
 {
     const QDir folder(QCoreApplication::applicationDirPath() + QStringLiteral("/../screenshots"));
     ASSERT_TRUE(folder.mkpath(QStringLiteral(".")));
-    const QString scale = window.devicePixelRatio() > 1 ? QStringLiteral("@2x") : QString();
-    const QString file = folder.filePath(QStringLiteral("ui-%1%2.png").arg(name, scale));
+    QString display;
+    if (window.devicePixelRatioF() != 1)
+        display += QStringLiteral("@%1x").arg(window.devicePixelRatioF());
+    if (!qEnvironmentVariableIsEmpty("DISPLAY_DPI"))
+        display += QStringLiteral("-%1dpi").arg(qEnvironmentVariable("DISPLAY_DPI"));
+    const QString file = folder.filePath(QStringLiteral("ui-%1%2.png").arg(name, display));
     QCoreApplication::processEvents(); // Layouts are brought up to date by events.
     ASSERT_TRUE(window.grab().save(file));
 }

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "ui/ShownText.h"
+
+#include <QHelpEvent>
+#include <QTextDocument>
+#include <QToolTip>
+
+#include <algorithm>
+
+QString InOneLine(QString strText)
+{
+    const auto isBreak = [](QChar character) {
+        return (character >= QLatin1Char('\t') && character <= QLatin1Char('\r')) ||
+               character == QChar::LineSeparator || character == QChar::ParagraphSeparator;
+    };
+    std::replace_if(strText.begin(), strText.end(), isBreak, QLatin1Char(' '));
+    return strText;
+}
+
+QString ToolTipSheet()
+{
+    return QStringLiteral(
+        "QToolTip{color:#333333;background-color:#ffffff;border:1px solid #879aad;padding:2px;"
+        "font-size:13px;font-family:FZShuSong-Z01S;}");
+}
+
+void ShowToolTipOfCutText(const QHelpEvent& event, QWidget& widget, const QString& strText, bool bCut)
+{
+    // Qt would take a text of a camera's for markup.
+    const QString strShown = bCut ? Qt::convertFromPlainText(strText, Qt::WhiteSpaceNormal) : QString();
+    QToolTip::showText(event.globalPos(), strShown, &widget);
+}
