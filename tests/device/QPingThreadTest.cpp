@@ -151,8 +151,11 @@ TEST_F(QPingThreadTest, ARunDuringAJobReturnsWithoutASignalOrAPing)
         &thread, &QPingThread::SigEndThread, &thread, [&] { ++ends; }, Qt::DirectConnection);
     thread.SetIPAddress("10.0.0.1");
     thread.start();
-    // A pipe opens when its other end does.
-    close(open(started, O_RDONLY | O_CLOEXEC));
+    // A pipe opens when its other end does, which breaks when this one is closed before it is written to.
+    const int start = open(started, O_RDONLY | O_CLOEXEC);
+    char newline = 0;
+    ASSERT_EQ(read(start, &newline, 1), 1);
+    close(start);
 
     thread.run();
     thread.start();
