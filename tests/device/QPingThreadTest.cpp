@@ -2,12 +2,20 @@
 #include "device/QPingThread.h"
 
 #include "tests/device/QtFixture.h"
+#include "tests/support/PollTimeouts.h"
 #include "tests/support/ScriptedProgram.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+using testing::AllOf;
+using testing::Each;
+using testing::Gt;
+using testing::IsEmpty;
+using testing::Le;
+using testing::Not;
 
 namespace {
 
@@ -86,6 +94,15 @@ TEST_F(QPingThreadTest, TheExitStatusDoesNotMatter)
 {
     cmd.set("echo time=1ms; exit 3");
     EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+}
+
+TEST_F(QPingThreadTest, HasThirtySecondsToStartAndThirtyToFinish)
+{
+    cmd.set("echo time=1ms");
+    forgetPollTimeouts();
+    EXPECT_TRUE(QPingThread::PingIPAddr("10.0.0.1"));
+    // What is left of them when it begins to wait, and again when something was printed.
+    EXPECT_THAT(pollTimeouts(), AllOf(Not(IsEmpty()), Each(AllOf(Gt(15000), Le(30000)))));
 }
 
 TEST_F(QPingThreadTest, ACrashIsNoAnswerWhateverWasPrinted)

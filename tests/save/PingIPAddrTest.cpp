@@ -2,9 +2,12 @@
 #include "save/QSaveThread.h"
 
 #include "tests/device/QtFixture.h"
+#include "tests/support/PollTimeouts.h"
 #include "tests/support/ScriptedProgram.h"
 
 #include <QDir>
+
+#include <algorithm>
 
 namespace {
 
@@ -60,6 +63,23 @@ TEST_F(PingIPAddrTest, WhatTakesLongerThanItMayIsNoAnswerAndIsEndedWithoutAWord)
     EXPECT_FALSE(QDir("/proc/" + pid).exists());
     qInstallMessageHandler(before);
     EXPECT_EQ(spoken, 0) << "what the user would read on the terminal";
+}
+
+TEST_F(PingIPAddrTest, HasATenthOfASecondToFinish)
+{
+    ping.set("exec sleep 1000");
+    // On a busy machine some of it has passed when it begins to wait.
+    long longest = 0;
+    for (int i = 0; i < 50 && longest <= 90; ++i) {
+        forgetPollTimeouts();
+        EXPECT_FALSE(QSaveThread::PingIPAddr("192.0.2.30"));
+        // The others are its 30 seconds to start, and to end when it is killed.
+        for (const long timeout : pollTimeouts())
+            if (timeout <= 15000)
+                longest = std::max(longest, timeout);
+    }
+    EXPECT_GT(longest, 90);
+    EXPECT_LE(longest, 100);
 }
 
 TEST_F(PingIPAddrTest, WithoutAProgramThereIsNoAnswer)
