@@ -10,9 +10,11 @@
 #include <gmock/gmock.h>
 #include <net/if.h>
 #include <sched.h>
+#include <string>
 #include <unistd.h>
 #include <utility>
 
+using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
 using testing::UnorderedElementsAre;
@@ -72,6 +74,15 @@ TEST_F(HostAdaptersTest, EveryIpv4AddressWithABroadcastAddressIsOne)
     EXPECT_THAT(adapters(QDevice()),
                 UnorderedElementsAre(Pair(0xC0A80105, 0xFFFF0000), Pair(0x0A000001, 0xFF000000),
                                      Pair(0xAC100001, 0xFFFFFFFC)));
+}
+
+TEST_F(HostAdaptersTest, TheyStandInTheHostsOrder)
+{
+    run("ip link add left type veth peer name right && ip link set left up");
+    for (const char* address : {"192.168.1.5/24", "10.0.0.1/8", "172.16.0.1/30"})
+        run(("ip address add " + std::string(address) + " broadcast + dev left").c_str());
+    EXPECT_THAT(adapters(QDevice()), ElementsAre(Pair(0xC0A80105, 0xFFFFFF00), Pair(0x0A000001, 0xFF000000),
+                                                 Pair(0xAC100001, 0xFFFFFFFC)));
 }
 
 TEST_F(HostAdaptersTest, AnAdapterThatIsDownCountsToo)

@@ -286,6 +286,20 @@ TEST_F(QDeviceManagerTest, ACameraHeardOnTwoAdaptersIsListedOnceAsTheOneThatReac
     EXPECT_EQ(device.m_pDeviceInfo, sdk.listed[1]);
 }
 
+TEST_F(QDeviceManagerTest, RepeatsAreRemovedInTheOrderInWhichTheyWereReported)
+{
+    // Sorting turns two equal ones round.
+    enumerate({report(MacA, InUse, "1"), report(MacA, Free, "2")});
+    EXPECT_THAT(rows(), ElementsAre("1 In Use"));
+}
+
+TEST_F(QDeviceManagerTest, CamerasThatSortEquallyMoveAsThePartitionMovesThem)
+{
+    enumerate({report("00:00:00:00:00:0A", Free, "a"), report("00:00:00:00:00:0B", Free, "b"),
+               report("00:00:00:00:00:0C", Free, "c")});
+    EXPECT_THAT(rows(), ElementsAre("b Free", "c Free", "a Free"));
+}
+
 TEST_F(QDeviceManagerTest, StatusIsComparedAsTranslated)
 {
     /// Gives the one text that filtering compares another face; what a device was decoded with must fit it.

@@ -5,6 +5,7 @@
 #include "tests/device/QtFixture.h"
 #include "tests/support/SdkDouble.h"
 
+#include <QTextCodec>
 #include <QTranslator>
 
 #include <cstring>
@@ -116,9 +117,12 @@ TEST_F(QDeviceTest, NamesTheIpConfigurationStaticBeforeDhcpBeforeLla)
     EXPECT_EQ(decoded({.ipConfig = 4}).m_strIpConfigType, "LLA");
 }
 
-TEST_F(QDeviceTest, DecodesTextsAsUtf8)
+TEST_F(QDeviceTest, DecodesTextsAsUtf8WhateverTheLocale)
 {
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
     const QDevice device = decoded({.model = "工业相机", .serial = "№7", .userName = "Größe"});
+    QTextCodec::setCodecForLocale(before);
     EXPECT_EQ(device.m_strModelName, QStringLiteral("工业相机"));
     EXPECT_EQ(device.m_strSerialNumber, QStringLiteral("№7"));
     EXPECT_EQ(device.m_strUserDefinedName, QStringLiteral("Größe"));
@@ -187,10 +191,12 @@ TEST_F(QDeviceTest, TheCamerasOwnMaskPlaysNoPartInReachability)
 {
     QDevice device;
     device.m_vecHostAdapter = {{0xC0A80105, 0xFFFFFF00}};
-    EXPECT_FALSE(device.IsReachable(
-        sdk.record({.ip = "192.168.2.20", .mask = "255.0.0.0", .adapter = "192.168.1.5"})));
+    const SdkDouble::Camera wide{.ip = "192.168.2.20", .mask = "255.0.0.0", .adapter = "192.168.1.5"};
+    EXPECT_FALSE(device.IsReachable(sdk.record(wide)));
     EXPECT_TRUE(device.IsReachable(
         sdk.record({.ip = "192.168.1.20", .mask = "255.255.255.255", .adapter = "192.168.1.5"})));
+    device.m_vecHostAdapter.clear();
+    EXPECT_FALSE(device.IsReachable(sdk.record(wide)));
 }
 
 TEST_F(QDeviceTest, NoRecordIsNeitherReachableNorInAnyState)

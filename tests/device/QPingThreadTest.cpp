@@ -152,6 +152,26 @@ TEST_F(QPingThreadTest, ExitThreadSignalsTheEndItself)
     EXPECT_EQ(ends, 1);
 }
 
+TEST_F(QPingThreadTest, IsFreeForTheNextJobWhenItSignalsTheEnd)
+{
+    cmd.set("echo $2 >> \"$(dirname \"$0\")/pings\"");
+    QPingThread thread;
+    int ends = 0;
+    QObject::connect(
+        &thread, &QPingThread::SigEndThread, &thread,
+        [&] {
+            if (++ends == 1) {
+                thread.SetIPAddress("10.0.0.2");
+                thread.run();
+            }
+        },
+        Qt::DirectConnection);
+    thread.SetIPAddress("10.0.0.1");
+    runOnce(thread);
+    EXPECT_EQ(ends, 2);
+    EXPECT_EQ(cmd.file("pings"), "ping 10.0.0.1 -n 1\nping 10.0.0.2 -n 1\n");
+}
+
 TEST_F(QPingThreadTest, ARunDuringAJobReturnsWithoutASignalOrAPing)
 {
 #ifdef __SANITIZE_THREAD__

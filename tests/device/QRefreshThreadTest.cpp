@@ -136,6 +136,23 @@ TEST_F(QRefreshThreadTest, ExitThreadDeclaresTheJobEndedWithoutASignal)
     EXPECT_EQ(ends, 2);
 }
 
+TEST_F(QRefreshThreadTest, IsFreeForTheNextJobWhenItSignalsTheEnd)
+{
+    QRefreshThread thread;
+    countEnds(thread);
+    thread.SetThreadInfo(&manager);
+    QObject::connect(
+        &thread, &QRefreshThread::SigEndThread, &thread,
+        [&] {
+            if (ends == 1)
+                thread.run();
+        },
+        Qt::DirectConnection);
+    thread.start();
+    ASSERT_TRUE(awaitEnd(thread));
+    EXPECT_EQ(ends, 2);
+}
+
 TEST_F(QRefreshThreadTest, DestructionCutsARunningEnumerationOff)
 {
 #ifdef __SANITIZE_THREAD__

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <initializer_list>
 #include <string>
+#include <utility>
 
 using testing::ElementsAre;
 
@@ -53,10 +54,29 @@ TEST(CompareFuncTest, ReadsPartsAsDecimalNumbers)
     EXPECT_FALSE(sortsAfter("00:00:00:00:00:09", "00:00:00:00:00:10"));
 }
 
+TEST(CompareFuncTest, ReadsEachPartAsADecimalNumber)
+{
+    // Ten counts ten and not sixteen: a little less than the other half.
+    const std::pair<const char*, const char*> halves[] = {
+        {"10:00:00", "00:99:99"}, {"00:10:00", "01:00:01"}, {"00:00:10", "00:01:01"}};
+    for (const auto& [ten, more] : halves) {
+        for (const bool isHigh : {true, false}) {
+            const auto macOf = [isHigh](const std::string& half) {
+                return isHigh ? half + ":00:00:00" : "00:00:00:" + half;
+            };
+            EXPECT_TRUE(sortsAfter(macOf(more).c_str(), macOf(ten).c_str())) << macOf(ten);
+            EXPECT_FALSE(sortsAfter(macOf(ten).c_str(), macOf(more).c_str())) << macOf(ten);
+        }
+    }
+}
+
 TEST(CompareFuncTest, APartWithALetterCountsZero)
 {
     EXPECT_TRUE(sortsAfter("00:00:00:00:00:01", "00:00:00:00:00:0A"));
     EXPECT_FALSE(sortsAfter("00:00:00:00:00:0A", "00:00:00:00:00:01"));
+    // Also one that begins with a digit other than zero.
+    EXPECT_TRUE(sortsAfter("00:00:00:00:00:01", "00:00:00:00:00:9A"));
+    EXPECT_FALSE(sortsAfter("00:00:00:00:00:9A", "00:00:00:00:00:01"));
     // Two parts with letters are equal, whatever they say.
     EXPECT_FALSE(sortsAfter("00:00:00:00:00:FF", "00:00:00:00:00:A0"));
     EXPECT_FALSE(sortsAfter("00:00:00:00:00:A0", "00:00:00:00:00:FF"));
