@@ -80,6 +80,15 @@ struct CommandDouble : NodeDouble, GenApi::ICommand
 /// The factory's way into the double.
 struct NodeMapCalls : GenApi::INodeMap
 {
+    NodeMapCalls() = default;
+    NodeMapCalls(const NodeMapCalls&) = delete;
+    NodeMapCalls& operator=(const NodeMapCalls&) = delete;
+    ~NodeMapCalls() override
+    {
+        if (s_double)
+            s_double->onDelete();
+    }
+
     static NodeMapDouble& existing()
     {
         if (!s_double) {
@@ -89,8 +98,9 @@ struct NodeMapCalls : GenApi::INodeMap
         return *s_double;
     }
 
-    static void made(const std::string& text)
+    static void made(const std::string& text, const GenICam::gcstring& deviceName)
     {
+        existing().deviceName = deviceName.c_str();
         existing().m_note("Make(" + text + ")");
         existing().onMake();
     }
@@ -154,9 +164,9 @@ CNodeMapFactory::CNodeMapFactory(EContentType_t, const void* data, std::size_t s
     : m_text(static_cast<const char*>(data), size)
 {}
 
-std::unique_ptr<INodeMap> CNodeMapFactory::CreateNodeMap(const GenICam::gcstring&, bool)
+std::unique_ptr<INodeMap> CNodeMapFactory::CreateNodeMap(const GenICam::gcstring& DeviceName, bool)
 {
-    NodeMapCalls::made(m_text);
+    NodeMapCalls::made(m_text, DeviceName);
     return std::make_unique<NodeMapCalls>();
 }
 

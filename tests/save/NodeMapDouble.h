@@ -37,6 +37,8 @@ public:
     /// Called while a node map is made and connected; may throw.
     Write onMake = [] {};
     Write onConnect = [] {};
+    std::function<void()> onDelete = [] {};
+    std::string deviceName; ///< The last node map was made for.
     GenApi::IPort* connectedTo = nullptr;
 
 private:

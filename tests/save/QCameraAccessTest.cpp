@@ -72,6 +72,7 @@ TEST_F(QCameraAccessTest, LoadingOpensExclusivelyAndConnectsTheDescriptionsNodeM
                             "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)", "GetTlProxy(00:1A:2B:3C:4D:5E)"));
     EXPECT_THAT(events, ElementsAre("Make(<xml/>)", "Connect(Device)"));
     EXPECT_EQ(nodes.connectedTo, &port);
+    EXPECT_EQ(nodes.deviceName, "Device");
     EXPECT_NE(camera.GetNodeMap(), nullptr);
     EXPECT_THAT(debug.lines(), IsEmpty());
 }
@@ -133,7 +134,7 @@ TEST_F(QCameraAccessTest, EachFailureOfLoadingEndsItThereWithALine)
         std::string lastCall;
     };
     const Row rows[] = {
-        {[&] { sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return 5; }; }, "open device fail 5",
+        {[&] { sdk.openDevice = [](RZ_CC_DEVICE_INFO*) { return 26; }; }, "open device fail 26",
          "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)"},
         {[&] { sdk.getGenICamXml = [](RZ_CC_DEVICE_INFO*) { return 4; }; }, "RZ_XML_GetGenICamXML",
          "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)"},
@@ -153,6 +154,7 @@ TEST_F(QCameraAccessTest, EachFailureOfLoadingEndsItThereWithALine)
         EXPECT_THAT(debug.lines(), ElementsAre(row.line));
         EXPECT_EQ(sdk.calls().back(), row.lastCall);
         EXPECT_EQ(sdk.livingHandles(), 1u) << "Released later, by Release().";
+        EXPECT_EQ(camera.GetNodeMap() != nullptr, row.line == "catch") << "Released later, too.";
         camera.Release();
         EXPECT_EQ(sdk.livingHandles(), 0u);
         EXPECT_EQ(camera.GetNodeMap(), nullptr);
@@ -170,12 +172,25 @@ TEST_F(QCameraAccessTest, ReleasingTwiceIsReleasingOnce)
     EXPECT_EQ(sdk.calls().size(), 5u);
 }
 
-TEST_F(QCameraAccessTest, DestructionGivesTheHandleBack)
+TEST_F(QCameraAccessTest, ReleasingGivesTheHandleBackBeforeTheNodeMapIsDeleted)
 {
+    ASSERT_TRUE(camera.Create(sdk.record({})));
+    ASSERT_TRUE(camera.Load());
+    std::vector<size_t> handles;
+    nodes.onDelete = [&] { handles.push_back(sdk.livingHandles()); };
+    camera.Release();
+    EXPECT_THAT(handles, ElementsAre(0u));
+}
+
+TEST_F(QCameraAccessTest, DestructionGivesTheHandleBackAfterTheNodeMapIsDeleted)
+{
+    std::vector<size_t> handles;
     {
         QCameraAccess other;
         ASSERT_TRUE(other.Create(sdk.record({})));
         ASSERT_TRUE(other.Load());
+        nodes.onDelete = [&] { handles.push_back(sdk.livingHandles()); };
     }
+    EXPECT_THAT(handles, ElementsAre(1u));
     EXPECT_EQ(sdk.livingHandles(), 0u);
 }

@@ -2,8 +2,10 @@
 #include "tests/save/DebugLines.h"
 #include "tests/save/SavedCamera.h"
 
+#include <QElapsedTimer>
 #include <QTranslator>
 
+#include <cstring>
 #include <gmock/gmock.h>
 
 using testing::Contains;
@@ -35,10 +37,15 @@ struct TypeRow
 class QSaveThreadTypeTest : public QSaveThreadTest, public testing::WithParamInterface<TypeRow>
 {};
 
-/// Translates what is said in one context.
+/// Translates what is said in one context, as long as it lives.
 class ContextTranslator : public QTranslator
 {
 public:
+    ContextTranslator() { QCoreApplication::installTranslator(this); }
+    ContextTranslator(const ContextTranslator&) = delete;
+    ContextTranslator& operator=(const ContextTranslator&) = delete;
+    ~ContextTranslator() override { QCoreApplication::removeTranslator(this); }
+
     QString translate(const char* context, const char* text, const char*, int) const override
     {
         return qstrcmp(context, "QThread") == 0 ? "<" + QString(text) + ">" : QString();
@@ -112,6 +119,20 @@ TEST_F(QSaveThreadTest, TheSecondHandleFindsTheCameraAtItsNewAddress)
     };
     save(cur, modified);
     EXPECT_THAT(addresses, ElementsAre(SdkDouble::address("192.0.2.20"), SdkDouble::address("192.0.2.30")));
+}
+
+TEST_F(QSaveThreadTest, NothingButTheAddressOfTheRecordIsChanged)
+{
+    const QDevice cur = found();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    modified.m_strSubnetMask = "255.255.0.0";
+    modified.m_strDefaultGateway = "192.0.2.1";
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_OK; };
+    RZ_CC_DEVICE_INFO expected = *cur.m_pDeviceInfo;
+    expected.stGigEInfo.nDeviceIp = SdkDouble::address("192.0.2.30");
+    save(cur, modified);
+    EXPECT_EQ(std::memcmp(cur.m_pDeviceInfo, &expected, sizeof expected), 0);
 }
 
 TEST_P(QSaveThreadTypeTest, IsSwitchedAndTheCameraReset)
@@ -203,8 +224,7 @@ TEST_F(QSaveThreadTest, ANameOrAResetThatCannotBeWrittenIsToldAndTheSaveGoesOn)
 
 TEST_F(QSaveThreadTest, ItsTextsAreTranslatedAsTheThreadsOwn)
 {
-    ContextTranslator translator;
-    QCoreApplication::installTranslator(&translator);
+    const ContextTranslator translator;
     const QDevice cur = found({}, "<DHCP>");
     QDevice modified = cur;
     modified.m_strIpConfigType = "<Static IP>";
@@ -219,7 +239,59 @@ TEST_F(QSaveThreadTest, ItsTextsAreTranslatedAsTheThreadsOwn)
     sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
     save(cur, cur);
     EXPECT_THAT(events(), ElementsAre("ShowMsg(<Error>|<Failed to modify.>)", "End(0)"));
-    QCoreApplication::removeTranslator(&translator);
+}
+
+TEST_F(QSaveThreadTest, EveryTypeIsComparedAsTranslated)
+{
+    const ContextTranslator translator;
+    const struct
+    {
+        const char* type;
+        std::vector<std::string> modes;
+    } table[] = {
+        {"<Static IP>", {"GevCurrentIPConfigurationPersistentIP = 1"}},
+        {"<DHCP>", {"GevCurrentIPConfigurationPersistentIP = 0", "GevCurrentIPConfigurationDHCP = 1"}},
+        {"<LLA>", {"GevCurrentIPConfigurationPersistentIP = 0", "GevCurrentIPConfigurationDHCP = 0"}},
+        {"Static IP", {}},
+        {"DHCP", {}},
+        {"LLA", {}}};
+    QDevice modified = found();
+    thread->SetThreadInfo(manager, found(), modified);
+    ASSERT_TRUE(thread->CreateDevice());
+    ASSERT_TRUE(thread->LoadXMLFile());
+    for (const auto& row : table) {
+        modified.m_strIpConfigType = row.type;
+        thread->SetThreadInfo(manager, found({}, "unknown"), modified);
+        forgetEvents();
+        EXPECT_TRUE(thread->SetDeviceIPType());
+        EXPECT_EQ(events(), row.modes) << row.type;
+    }
+}
+
+TEST_F(QSaveThreadTest, EveryRefusalIsTranslatedAsTheThreadsOwn)
+{
+    const ContextTranslator translator;
+    const QDevice cur = found({}, "<DHCP>");
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    thread->SetThreadInfo(manager, cur, modified);
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
+    ASSERT_TRUE(thread->CreateDevice());
+    EXPECT_FALSE(thread->SetIPAddr());
+    sdk.listed = {sdk.record({.ip = "192.0.2.30"})};
+    manager->EnumGigEDevices();
+    EXPECT_FALSE(thread->SetIPAddr());
+    EXPECT_THAT(events(),
+                ElementsAre("ShowMsg(<Error>|<Failed to modify the IP address.The camera may be in use at "
+                            "present.>)",
+                            "ShowMsg(<Information>|<The IP address has been used by other devices.>)"));
+
+    forgetEvents();
+    modified.m_strIpConfigType = "<LLA>"; // and no node map to write it to
+    thread->SetThreadInfo(manager, cur, modified);
+    EXPECT_FALSE(thread->SetDeviceIPType());
+    EXPECT_THAT(events(),
+                ElementsAre("ShowMsg(<Information>|<Failed to change the IP configuration type.>)"));
 }
 
 TEST_F(QSaveThreadTest, WaitsUntilAMessageThatBlocksIsClosed)
@@ -241,6 +313,22 @@ TEST_F(QSaveThreadTest, WaitsUntilAMessageThatBlocksIsClosed)
     ASSERT_TRUE(startAndAwait(*thread, &QSaveThread::SigEndThread));
     ASSERT_TRUE(awaitEnd(*thread));
     EXPECT_EQ(shownOn, QThread::currentThread());
+}
+
+TEST_F(QSaveThreadTest, GivesTheCameraBackBeforeItWaitsAndNotAfterwards)
+{
+    const QDevice cur = found();
+    QElapsedTimer timer;
+    qint64 toTheReturn = 0;
+    qint64 toTheRefresh = 0;
+    nodes.onConnect = [&] { timer.start(); };
+    nodes.onDelete = [&] { toTheReturn = timer.nsecsElapsed(); };
+    QObject::connect(
+        thread.get(), &QSaveThread::SigRefresh, thread.get(), [&] { toTheRefresh = timer.nsecsElapsed(); },
+        Qt::DirectConnection);
+    save(cur, cur);
+    EXPECT_GT(toTheReturn, 0);
+    EXPECT_GT(toTheRefresh, 2 * toTheReturn);
 }
 
 TEST_F(QSaveThreadTest, SpinsBeforeTheCameraIsLookedForAnew)

@@ -2,6 +2,7 @@
 #include "tests/save/DebugLines.h"
 #include "tests/save/SavedCamera.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 using testing::Contains;
@@ -18,7 +19,16 @@ constexpr char UsedMessage[] = "ShowMsg(Information|The IP address has been used
 class RefusedSaveTest : public SavedCamera
 {
 protected:
+    /// From now on `linesAtEnd` is what stood on the debug output when the end was signalled.
+    void noteLinesAtEnd()
+    {
+        QObject::connect(
+            thread.get(), &QSaveThread::SigEndThread, thread.get(), [this] { linesAtEnd = debug.lines(); },
+            Qt::DirectConnection);
+    }
+
     DebugLines debug;
+    std::vector<std::string> linesAtEnd; ///< The worker's until its thread has ended.
 };
 
 } // namespace
@@ -35,6 +45,17 @@ TEST_F(RefusedSaveTest, AnAddressOfAnotherListedCameraIsRefusedWithoutAPing)
     EXPECT_THAT(events(), ElementsAre(UsedMessage, "End(0)"));
     EXPECT_THAT(sdk.calls(), Not(Contains(StartsWith("ForceIpEx"))));
     EXPECT_EQ(ping.file("pings"), "");
+}
+
+TEST_F(RefusedSaveTest, AnAddressThatTheCameraIsListedWithByNowIsRefusedToo)
+{
+    const QDevice cur = found();
+    sdk.listed = {sdk.record({.ip = "192.0.2.30"})};
+    manager->EnumGigEDevices();
+    QDevice modified = cur;
+    modified.m_strIpAddress = "192.0.2.30";
+    save(cur, modified);
+    EXPECT_THAT(events(), ElementsAre(UsedMessage, "End(0)"));
 }
 
 TEST_F(RefusedSaveTest, AnAddressThatAnswersAPingIsRefused)
@@ -55,12 +76,18 @@ TEST_F(RefusedSaveTest, AFailedForceIsToldByWhetherTheAddressWasToChange)
 {
     sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_ACCESS_DENIED; };
     const QDevice cur = found();
-    QDevice modified = cur;
-    modified.m_strUserDefinedName = "new";
-    save(cur, modified);
-    EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify.)", "End(0)"));
+    for (QString QDevice::*text :
+         {&QDevice::m_strUserDefinedName, &QDevice::m_strSubnetMask, &QDevice::m_strDefaultGateway}) {
+        QDevice modified = cur;
+        modified.*text = "255.255.0.0";
+        forgetEvents();
+        save(cur, modified);
+        EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify.)", "End(0)"));
+    }
+    EXPECT_EQ(ping.file("pings"), "");
 
     forgetEvents();
+    QDevice modified = cur;
     modified.m_strIpAddress = "192.0.2.30";
     save(cur, modified);
     EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify the IP address.The camera may be in "
@@ -103,9 +130,10 @@ TEST_F(RefusedSaveTest, WithoutASecondHandleItEndsAfterTheForce)
     int handles = 0;
     sdk.createHandle = [&](const RZ_CC_DEVICE_INFO*) { return ++handles == 1 ? RZ_OK : RZ_ERROR_INTERNAL; };
     const QDevice cur = found();
+    noteLinesAtEnd();
     save(cur, cur);
     EXPECT_THAT(events(), ElementsAre("End(0)"));
-    EXPECT_THAT(debug.lines(), ElementsAre("!CreateDevice"));
+    EXPECT_THAT(linesAtEnd, ElementsAre("!CreateDevice"));
 }
 
 TEST_F(RefusedSaveTest, ACameraThatCannotBeLoadedIsLookedForAnew)
@@ -114,8 +142,10 @@ TEST_F(RefusedSaveTest, ACameraThatCannotBeLoadedIsLookedForAnew)
     const QDevice cur = found();
     QDevice modified = cur;
     modified.m_strUserDefinedName = "new";
+    noteLinesAtEnd();
     save(cur, modified);
     EXPECT_THAT(events(), ElementsAre("Refresh(1)", "End(0)"));
+    EXPECT_THAT(linesAtEnd, ElementsAre("open device fail 5"));
     EXPECT_THAT(debug.lines(), ElementsAre("open device fail 5", "!LoadXMLFile"));
 }
 
@@ -132,6 +162,26 @@ TEST_F(RefusedSaveTest, ASecondSaveMeanwhileEndsAtOnce)
     save(cur, cur);
     EXPECT_EQ(forces, 1);
     EXPECT_EQ(sdk.livingHandles(), 0u);
+    const std::vector<std::string> calls = sdk.calls();
+    EXPECT_EQ(std::count(calls.begin(), calls.end(), "CreateHandle(00:1A:2B:3C:4D:5E)"), 2)
+        << "It has a handle before it looks whether it may go on.";
+}
+
+TEST_F(RefusedSaveTest, TheNextSaveMayBeginWhenTheEndIsSignalled)
+{
+    int ends = 0;
+    QObject::connect(
+        thread.get(), &QSaveThread::SigEndThread, thread.get(),
+        [&] {
+            if (++ends == 1)
+                thread->run();
+        },
+        Qt::DirectConnection);
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
+    const QDevice cur = found();
+    save(cur, cur);
+    EXPECT_THAT(events(), ElementsAre("ShowMsg(Error|Failed to modify.)", "End(0)",
+                                      "ShowMsg(Error|Failed to modify.)", "End(0)"));
 }
 
 TEST_F(RefusedSaveTest, ASaveThatStoppedHalfWayIsClearedUpByTheNext)

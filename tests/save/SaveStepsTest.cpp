@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/save/SavedCamera.h"
 
+#include <QTextCodec>
+
 #include <gmock/gmock.h>
 
 using testing::ElementsAre;
@@ -45,6 +47,40 @@ TEST_F(SaveStepsTest, EachTextIsComparedByItself)
         for (const Row& other : rows)
             EXPECT_EQ((thread.get()->*other.changed)(), &other == &row);
     }
+}
+
+TEST_F(SaveStepsTest, ATextThatDiffersInCaseAloneIsChanged)
+{
+    QDevice modified = found();
+    modified.m_strUserDefinedName = "nAME";
+    thread->SetThreadInfo(manager, found(), modified);
+    EXPECT_TRUE(thread->CheckUserIdChanged());
+}
+
+TEST_F(SaveStepsTest, TheNameIsWrittenInTheLocalesEncoding)
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    QDevice modified = found();
+    modified.m_strUserDefinedName = QStringLiteral("Ré");
+    thread->SetThreadInfo(manager, found(), modified);
+    ASSERT_TRUE(thread->CreateDevice());
+    ASSERT_TRUE(thread->LoadXMLFile());
+    EXPECT_TRUE(thread->SetUserID());
+    QTextCodec::setCodecForLocale(before);
+    EXPECT_EQ(events().back(), "DeviceUserID = 52 e9 00 00");
+}
+
+TEST_F(SaveStepsTest, TheManagerIsDeletedInTheEnd)
+{
+    sdk.listed = {sdk.record({})};
+    manager->EnumGigEDevices();
+    QVector<QDevice> devices;
+    manager->GetAllDevices(devices);
+    thread->SetThreadInfo(manager, found(), found());
+    EXPECT_FALSE(devices.isDetached()) << "The manager has it, too.";
+    thread.reset();
+    EXPECT_TRUE(devices.isDetached());
 }
 
 TEST_F(SaveStepsTest, WithoutANodeMapEveryWriterReturnsFalseAndLeavesTheErrorText)

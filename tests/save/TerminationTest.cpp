@@ -81,6 +81,25 @@ TEST_F(TerminationTest, CutsTheSpinOff)
     EXPECT_EQ(sdk.livingHandles(), 0u);
 }
 
+TEST_F(TerminationTest, CutsTheSpinOffThatComesWhenACameraCannotBeLoaded)
+{
+    QObject::connect(
+        thread.get(), &QSaveThread::SigRefresh, thread.get(), [] { FAIL() << "comes after the spin"; },
+        Qt::DirectConnection);
+    QSemaphore opening;
+    sdk.openDevice = [&](RZ_CC_DEVICE_INFO*) {
+        opening.release();
+        letGo.acquire();
+        return RZ_ERROR_ACCESS_DENIED;
+    };
+    startAsTheWindow(modified);
+    ASSERT_TRUE(opening.tryAcquire(1, WatchdogMilliseconds));
+    thread->terminate();
+    letGo.release();
+    ASSERT_TRUE(awaitEnd(*thread));
+    EXPECT_EQ(sdk.livingHandles(), 0u);
+}
+
 TEST_F(TerminationTest, ASaveStartedMeanwhileBeginsWhenTheOldOneIsGone)
 {
     SKIP_WHERE_QT_ORDERS_THREADS();
