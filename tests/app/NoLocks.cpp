@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-// Preloaded by a program, it takes record locks from all of its files, as a file system that knows none does.
+// Preloaded by a program, it takes record locks from all of its files. The error is the one whose number
+// stands in LOCK_ERROR: ENOLCK is that of a file system that knows no locks.
 #include <cerrno>
 #include <cstdarg>
+#include <cstdlib>
 #include <dlfcn.h>
 #include <fcntl.h>
 
 extern "C" __attribute__((visibility("default"))) int fcntl(int fd, int command, ...)
 {
     if (command == F_SETLK) {
-        errno = ENOLCK;
+        errno = std::atoi(std::getenv("LOCK_ERROR"));
         return -1;
     }
     va_list arguments;

@@ -3,8 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
+#include <fcntl.h>
 #include <fstream>
+#include <unistd.h>
 
 namespace {
 
@@ -12,6 +15,12 @@ namespace {
 class SingleInstance : public testing::Test
 {
 protected:
+    /// The preparation of a program that gets this error for every lock it asks for.
+    static std::string withLockError(int error)
+    {
+        return "export LD_PRELOAD=" NO_LOCKS " LOCK_ERROR=" + std::to_string(error);
+    }
+
     InstalledProgram program{PROGRAM};
 };
 
@@ -85,9 +94,39 @@ TEST_F(SingleInstance, StartsAsIfItHadTheLockWhereTheFileSystemKnowsNone)
 #endif
     const lab::Process first = program.start();
     program.window(first);
-    const lab::Process second = program.start({}, "export LD_PRELOAD=" NO_LOCKS);
+    const lab::Process second = program.start({}, withLockError(ENOLCK));
     program.window(second);
     EXPECT_EQ(program.lockFileText(), std::to_string(second.id()));
+}
+
+TEST_F(SingleInstance, TakesALockThatItIsDeniedForAnothers)
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
+#endif
+    const lab::Output output = program.run({}, withLockError(EACCES));
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput, "/var/run/ip-configurator.pid already locked, error: Permission denied\n"
+                                     "Process is already running\n");
+    EXPECT_EQ(program.lockFileText(), "");
+}
+
+TEST_F(SingleInstance, NeedsTheWholeOfItsLockFile)
+{
+    const int file = open(program.lockFile().c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+    ASSERT_GE(file, 0);
+    flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = 1000000;
+    lock.l_len = 1;
+    ASSERT_EQ(fcntl(file, F_SETLK, &lock), 0);
+    const lab::Output output = program.run();
+    close(file);
+    EXPECT_EQ(output.status, 1);
+    EXPECT_EQ(output.standardOutput,
+              "/var/run/ip-configurator.pid already locked, error: Resource temporarily unavailable\n"
+              "Process is already running\n");
 }
 
 TEST_F(SingleInstance, ProgramsOfOtherNamesRunBesideEachOther)

@@ -1,15 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "app/StartUp.h"
 
+#include "app/Language.h"
+#include "tests/save/DebugLines.h"
+
 #include <QApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QFont>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-TEST(ApplicationFont, IsTheFirstFamilyOfTheFileAt13Points)
+using testing::ElementsAre;
+
+namespace {
+
+/// Leaves the application's font as it was.
+class ApplicationFont : public testing::Test
+{
+protected:
+    void TearDown() override { QApplication::setFont(m_before); }
+
+    DebugLines debug;
+
+private:
+    const QFont m_before = QApplication::font();
+};
+
+} // namespace
+
+TEST_F(ApplicationFont, IsTheFirstFamilyOfTheFileAt13Points)
 {
     InstallApplicationFont(QStringLiteral(PROGRAM_FOLDER "/segoeui.ttf"));
     const QFont font = QApplication::font();
@@ -17,15 +39,25 @@ TEST(ApplicationFont, IsTheFirstFamilyOfTheFileAt13Points)
     EXPECT_EQ(font.pointSize(), 13);
     EXPECT_EQ(font.weight(), QFont::Normal);
     EXPECT_FALSE(font.italic());
+    EXPECT_THAT(debug.lines(), ElementsAre("addApplicationFont success \n"));
 }
 
-TEST(ApplicationFont, IsSegoeUiAtTheHostsSizeWithoutTheFile)
+TEST_F(ApplicationFont, IsSegoeUiAtTheHostsSizeWithoutTheFile)
 {
     const QFont before = QApplication::font();
     InstallApplicationFont(QStringLiteral("/nowhere/segoeui.ttf"));
     EXPECT_EQ(QApplication::font().family(), QStringLiteral("Segoe UI"));
     EXPECT_EQ(QApplication::font().pointSizeF(), before.pointSizeF());
     EXPECT_NE(QApplication::font().pointSize(), 13);
+    EXPECT_THAT(debug.lines(), ElementsAre("addApplicationFont failed \n"));
+}
+
+TEST(GetCurLanguageVersion, IsEnglishWithoutASettingsFile)
+{
+    ASSERT_FALSE(QFile::exists(QCoreApplication::applicationDirPath() + "/LangConfig.ini"));
+    int language = 7;
+    EXPECT_TRUE(GetCurLanguageVersion(language));
+    EXPECT_EQ(language, 0);
 }
 
 TEST(InitializeCodec, LetsQtLookForPlugInsInTheWorkingDirectory)

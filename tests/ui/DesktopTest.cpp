@@ -12,6 +12,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QProcess>
 #include <QPushButton>
 #include <QScreen>
 #include <QSizeGrip>
@@ -338,6 +339,25 @@ TEST_F(DesktopTest, HalvesWhatAWindowLeavesOfTheDesktop)
     wide.resize(desktop + QSize(3, 7));
     MoveToDesktopCentre(wide);
     EXPECT_EQ(wide.pos(), QPoint(-1, -3));
+}
+
+TEST_F(DesktopTest, CountsWhatAPanelCoversAsDesktop)
+{
+    const QDesktopWidget& desktop = *QApplication::desktop();
+    QWidget panel;
+    panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
+    panel.setGeometry(0, 0, 200, desktop.height());
+    panel.show();
+    ASSERT_EQ(QProcess::execute("xprop", {"-id", QString::number(panel.winId()), "-f", "_NET_WM_STRUT", "32c",
+                                          "-set", "_NET_WM_STRUT", "200, 0, 0, 0"}),
+              0);
+    const QScreen& screen = *QApplication::primaryScreen();
+    ASSERT_TRUE(eventually([&screen] { return screen.availableGeometry() != screen.geometry(); }));
+
+    QWidget opened;
+    opened.resize(890, 650);
+    MoveToDesktopCentre(opened);
+    EXPECT_EQ(opened.pos(), QPoint((desktop.width() - 890) / 2, (desktop.height() - 650) / 2));
 }
 
 TEST_F(DesktopTest, TheDialogIsTheWindowsForTheWindowManager)
