@@ -35,6 +35,7 @@ protected:
         EXPECT_EQ(force(ip), ExitStatus::Failed);
         EXPECT_EQ(out.str(), "");
         EXPECT_THAT(err.str(), AllOf(HasSubstr(ip + " is in use: "), HasSubstr(reason)));
+        EXPECT_THAT(err.str(), Not(HasSubstr(" -> "))) << "what is refused is not announced";
         EXPECT_THAT(forced(), IsEmpty());
     }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/cli/MarkingTranslator.h"
 #include "tests/cli/ProgramFixture.h"
 
 #include <gmock/gmock.h>
@@ -54,14 +55,20 @@ TEST_F(ListCommandTest, PrintsEveryMemberAsATextInAFixedOrder)
     EXPECT_EQ(err.str(), "");
 }
 
-TEST_F(ListCommandTest, NamesEachStateAsTheConventionDoes)
+TEST_F(ListCommandTest, NamesEachStateAsTheConventionDoesWhateverTheLanguage)
 {
+    int count = 1;
+    char name[] = "tests";
+    char* words[] = {name, nullptr};
+    const QCoreApplication application(count, words);
+    const MarkingTranslator translator;
     sdk.listed = {
         sdk.record({.mac = "00:00:00:00:00:01", .ipConfig = 1}),
         sdk.record({.mac = "00:00:00:00:00:02", .ipConfig = 2}),
         sdk.record({.mac = "00:00:00:00:00:03", .ip = "10.0.0.9", .ipConfig = 4}),
     };
     sdk.isDeviceAccessible = [this](const RZ_CC_DEVICE_INFO* info) { return info != sdk.listed[1]; };
+    EXPECT_THAT(lines()[1], AllOf(HasSubstr("<Free>"), HasSubstr("<Static IP>")));
     const auto array = json();
     ASSERT_EQ(array.size(), 3u);
     const char* const states[][2] = {{"Free", "PersistentIP"}, {"InUse", "DHCP"}, {"Unreachable", "LLA"}};
@@ -114,6 +121,10 @@ TEST_F(ListCommandTest, ColoursTheStatusOnlyForATerminal)
     session.coloured = true;
     EXPECT_THAT(lines()[1], testing::StartsWith("\x1B[32mFree\x1B[0m    Model"));
     EXPECT_EQ(json()[0]["Status"], "Free");
+    sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
+    EXPECT_THAT(lines()[1], testing::StartsWith("\x1B[33mIn Use\x1B[0m  Model"));
+    sdk.listed = {sdk.record({.ip = "10.0.0.9"})};
+    EXPECT_THAT(lines()[1], testing::StartsWith("\x1B[31mUnreachable\x1B[0m  Model"));
 }
 
 TEST_F(ListCommandTest, LetsNoDeviceTextReachTheTerminalAsAnOrder)

@@ -96,6 +96,7 @@ TEST_F(SetCommandTest, SendsNothingWhenTheCameraIsAsAskedAlready)
     EXPECT_THAT(err.str(), HasSubstr("reports all of this already; nothing was sent to it\n"));
     EXPECT_THAT(out.str(), HasSubstr("after   Free    Name       DHCP       192.0.2.21"));
     EXPECT_THAT(forced(), IsEmpty());
+    EXPECT_THAT(questions, IsEmpty()) << "there is no address to ask for";
 }
 
 TEST_F(SetCommandTest, RestartsACameraThatDoesNotHaveTheAddressOfItsKind)

@@ -3,6 +3,7 @@
 
 #include "cli/Command.h"
 #include "device/QDevice.h"
+#include "tests/cli/MarkingTranslator.h"
 #include "tests/cli/Refusal.h"
 
 #include <gmock/gmock.h>
@@ -141,4 +142,23 @@ TEST(SetRequest, IsMetByWhatTheCameraReportsOrTellsTheDifference)
               "asked for the user name \"B\"; it reports \"Left\"");
     EXPECT_EQ(cli::nameDifference(camera("DHCP", "10.0.0.1"), parsed({"--user-id=Left"})), "");
     EXPECT_EQ(cli::nameDifference(camera("DHCP", "10.0.0.1"), parsed({"--dhcp"})), "");
+}
+
+TEST(SetRequest, SpeaksOfTheTypesInTheUsersLanguage)
+{
+    int count = 1;
+    char name[] = "tests";
+    char* words[] = {name, nullptr};
+    const QCoreApplication application(count, words);
+    const MarkingTranslator translator;
+    const std::pair<const char*, std::vector<std::string>> table[] = {
+        {"<Static IP>", {"--static", "--ip=169.254.1.2", "--mask=255.255.255.0"}},
+        {"<DHCP>", {"--dhcp"}},
+        {"<LLA>", {"--lla"}},
+    };
+    for (const auto& [type, options] : table) {
+        const cli::SetRequest request = parsed(options);
+        EXPECT_EQ(cli::changed(camera("", "10.0.0.1"), request).m_strIpConfigType, type);
+        EXPECT_EQ(cli::addressingDifference(camera(type, "169.254.1.2"), request), "") << type;
+    }
 }
