@@ -143,13 +143,14 @@ TEST_F(ForceIpTest, IsDoneWhenTheCameraObeysSilentlyAndAnswersDiscoveryLate)
 
 TEST_F(ForceIpTest, IsDoneWhenTheCameraIsAwayForAlmostSixSecondsWhileItChangesAndBeginsAnewWithEach)
 {
+    const auto camera = network.onSend;
     for (const auto away : {200ms, 1500ms, 4000ms, 5700ms}) {
         present = before;
         isThere = true;
         auto since = Clock::duration::max();
-        network.onSend = [this, away, &since, inner = network.onSend](const FakeNetwork::Sent& sent) {
+        network.onSend = [this, away, &since, &camera](const FakeNetwork::Sent& sent) {
             isThere = since > sent.time || sent.time - since >= away;
-            inner(sent);
+            camera(sent);
         };
         onForceIp = [&](const FakeNetwork::Sent& sent) {
             obey();
