@@ -58,6 +58,16 @@ TEST_F(DialogDragTest, TheTitleStripTakesTheDialogAlongWithoutAJump)
     EXPECT_EQ(dialog.pos(), QPoint(-10, 50));
 }
 
+TEST_F(DialogDragTest, AMoveIsToldBeforeItIsMade)
+{
+    std::vector<QPoint> places;
+    QObject::connect(&dialog, &QDialogEx::SigMoveDialog, [&] { places.push_back(dialog.pos()); });
+    sendMouse(dialog, QEvent::MouseButtonPress, {100, 10});
+    sendMouse(dialog, QEvent::MouseMove, {150, 60});
+    EXPECT_EQ(places, std::vector{QPoint(200, 150)});
+    EXPECT_EQ(dialog.pos(), QPoint(250, 200));
+}
+
 TEST_F(DialogDragTest, AnyMouseButtonDrags)
 {
     ASSERT_TRUE(movePointer({300, 160}));
@@ -193,12 +203,22 @@ TEST_F(WindowDragTest, APressOnAButtonOfTheBarThatLeavesItDoesNotDrag)
 
 TEST_F(WindowDragTest, APressOnAnyButtonOfTheBarEndsADrag)
 {
-    for (const char* const picture : {"title_close", "recovery"}) {
+    for (const char* const picture : {"title_close", "recovery", "min"}) { // The last one minimises, too.
         sendMouse(bar, QEvent::MouseButtonPress, {150, 12});
         emit buttonShowing(window, picture)->SigButtonPressed(-1);
         sendMouse(bar, QEvent::MouseMove, {200, 100});
         EXPECT_EQ(window.pos(), QPoint(200, 150)) << picture;
     }
+}
+
+TEST_F(WindowDragTest, APressOutsideTheBarTakesNoHold)
+{
+    sendMouse(bar, QEvent::MouseButtonPress, {150, 32});
+    sendMouse(bar, QEvent::MouseMove, {200, 100});
+    EXPECT_EQ(window.pos(), QPoint(200, 150));
+    sendMouse(bar, QEvent::MouseButtonPress, {150, 31});
+    sendMouse(bar, QEvent::MouseMove, {200, 100});
+    EXPECT_NE(window.pos(), QPoint(200, 150));
 }
 
 TEST_F(WindowDragTest, AMaximisedWindowStays)

@@ -126,6 +126,26 @@ TEST(QDialogExTest, ThePiecesOfTheFrameLieAroundTheContent)
     EXPECT_EQ(dialog.GetBtnLayout()->parentWidget(), dialog.GetCloseBtn()->parentWidget());
 }
 
+TEST(QDialogExTest, TheTitleStripIsMadeOfItsThreePictures)
+{
+    QDialogEx dialog(0, nullptr);
+    dialog.resize(300, 200);
+    const QImage seen = dialog.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    for (const auto& [side, x] : {std::pair{"left", 0}, {"middle", 100}, {"right", 294}}) {
+        const QImage picture(QStringLiteral(":/Dorn/Resources/dialog/dialog_title_%1.png").arg(side));
+        ASSERT_EQ(picture.size(), QSize(6, 30));
+        const QImage part = seen.copy(x, 0, 6, 30);
+        for (int y = 0; y < 30; ++y) {
+            for (int column = 0; column < 6; ++column) {
+                if (picture.pixelColor(column, y).alpha() == 255) {
+                    EXPECT_EQ(part.pixelColor(column, y), picture.pixelColor(column, y))
+                        << side << ": " << column << ", " << y;
+                }
+            }
+        }
+    }
+}
+
 TEST(QDialogExTest, TheCloseButtonIsOnTheLeftOnUbuntuAndOnTheRightElsewhere)
 {
     for (const bool ubuntu : {true, false}) {
@@ -313,6 +333,29 @@ TEST(QDialogExTest, TheBorderChangesItsGreyWithTheWindowsActivation)
     const QImage inactive = dialog.grab().toImage();
     EXPECT_EQ(inactive.pixelColor(0, 100), QColor(200, 200, 200));
     EXPECT_EQ(inactive.copy(0, 0, 300, 30), active.copy(0, 0, 300, 30)); // The title keeps its look.
+}
+
+TEST(QDialogExTest, ADialogHearsOfItsActivationItself)
+{
+    class Dialog : public QDialogEx
+    {
+    public:
+        Dialog() : QDialogEx(0, nullptr) {}
+        std::vector<QEvent::Type> heard;
+
+    protected:
+        bool event(QEvent* event) override
+        {
+            if (event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate)
+                heard.push_back(event->type());
+            return QDialogEx::event(event);
+        }
+    } dialog;
+    for (const QEvent::Type type : {QEvent::WindowActivate, QEvent::WindowDeactivate}) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(&dialog, &event);
+    }
+    EXPECT_THAT(dialog.heard, ElementsAre(QEvent::WindowActivate, QEvent::WindowDeactivate));
 }
 
 TEST(QDialogExTest, TheBorderKeepsItsGreyWhenItIsNotToChange)

@@ -20,9 +20,14 @@ QAction* MenuItem(const QImageButton& button, int nIndex)
     return button.menu()->actions().at(nIndex);
 }
 
+/// The same whether the button is active, inactive or disabled.
 QColor TextColor(const QImageButton& button)
 {
-    return button.palette().color(QPalette::Active, QPalette::ButtonText);
+    const QPalette palette = button.palette();
+    const QColor color = palette.color(QPalette::Active, QPalette::ButtonText);
+    EXPECT_EQ(palette.color(QPalette::Inactive, QPalette::ButtonText), color);
+    EXPECT_EQ(palette.color(QPalette::Disabled, QPalette::ButtonText), color);
+    return color;
 }
 
 void Send(QWidget& widget, QEvent::Type type)
@@ -49,6 +54,19 @@ TEST(QImageButtonTest, ButtonsAreNumberedInTheOrderInWhichTheyAreMade)
     EXPECT_TRUE(isNumber);
     EXPECT_GE(number, 1);
     EXPECT_EQ(second.objectName(), QStringLiteral("QImageButton%1").arg(number + 1));
+}
+
+// In a process of its own, in which no button has been made before.
+TEST(QImageButtonDeathTest, TheFirstButtonIsNumberOne)
+{
+    testing::FLAGS_gtest_death_test_style = "threadsafe";
+    EXPECT_EXIT(
+        {
+            const QImageButton first(false);
+            std::fprintf(stderr, "%s.", qPrintable(first.objectName()));
+            std::_Exit(0);
+        },
+        testing::ExitedWithCode(0), "QImageButton1\\.");
 }
 
 TEST(QImageButtonTest, ASheetReachesNoOtherButton)
@@ -207,13 +225,13 @@ TEST(QImageButtonTest, TheTextColourIsBlackAfterHoveringUnlessOneWasSet)
 TEST(QImageButtonTest, WithoutAHoverColourTheTextKeepsItsColourUnderTheMouse)
 {
     QImageButton plain(false);
-    const QColor original = TextColor(plain);
+    const QPalette original = plain.palette();
     QImageButton coloured(false);
     coloured.SetBtnTextColor(Qt::blue);
     for (const QEvent::Type type : {QEvent::Enter, QEvent::Leave}) {
         Send(plain, type);
         Send(coloured, type);
-        EXPECT_EQ(TextColor(plain), original);
+        EXPECT_EQ(plain.palette(), original);
         EXPECT_EQ(TextColor(coloured), QColor(Qt::blue));
     }
 }
@@ -280,6 +298,20 @@ TEST(QImageButtonTest, ItemsOfOneChannelExcludeEachOther)
     MenuItem(button, 1)->trigger(); // The checked one: it stays so, and nothing is told.
     EXPECT_TRUE(button.GetMenuCheckd(1));
     EXPECT_EQ(triggered.size(), 1);
+}
+
+TEST(QImageButtonTest, AnItemIsToldWhenTheOthersOfItsChannelAreUnchecked)
+{
+    QImageButton button(false);
+    button.SetMenu();
+    button.AddMenu("One", true, 5);
+    button.AddMenu("Two", true, 5);
+    button.SetMenuChecked(0, true);
+    std::vector<bool> firstWhenTold;
+    QObject::connect(&button, &QImageButton::SigMenuTriggered,
+                     [&] { firstWhenTold.push_back(button.GetMenuCheckd(0)); });
+    MenuItem(button, 1)->trigger();
+    EXPECT_EQ(firstWhenTold, std::vector{false});
 }
 
 TEST(QImageButtonTest, ItemsWithoutAChannelAreIndependent)

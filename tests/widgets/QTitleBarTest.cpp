@@ -14,7 +14,10 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+using testing::ElementsAre;
 
 namespace {
 
@@ -247,6 +250,18 @@ TEST(QTitleBarTest, FillsTheScreenAndComesBackToWhereTheWindowWas)
     EXPECT_TRUE(button->IsChecked());
     EXPECT_TRUE(button->styleSheet().contains("dialog/max.png"));
     EXPECT_EQ(codes(told), (QVector<int>{0, 1}));
+}
+
+TEST(QTitleBarTest, TellsThatItMaximisesOrRestoresBeforeItDoes)
+{
+    Owner owner(true);
+    owner.setGeometry(100, 120, 640, 480);
+    std::vector<std::pair<int, QRect>> told;
+    QObject::connect(&owner.bar, &QTitleBar::SigTitleButtonClicked,
+                     [&](int code) { told.emplace_back(code, owner.geometry()); });
+    owner.bar.OnClickedMaxSize();
+    owner.bar.OnClickedMaxSize();
+    EXPECT_THAT(told, ElementsAre(std::pair(0, QRect(100, 120, 640, 480)), std::pair(1, available())));
 }
 
 TEST(QTitleBarTest, AWindowThatFillsTheScreenByItselfIsRestoredToADefault)
