@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/WindowActions.h"
 
+#include <QCoreApplication>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QTest>
+#include <QWidget>
 
 namespace {
 
@@ -30,6 +33,16 @@ bool showActive(QWidget& window)
     window.show();
     window.activateWindow();
     return QTest::qWaitForWindowActive(&window, WatchdogMilliseconds);
+}
+
+void hover(QWidget& widget, const QPoint& place)
+{
+    widget.setAttribute(Qt::WA_UnderMouse);
+    QHoverEvent hover(QEvent::HoverMove, place, place);
+    QCoreApplication::sendEvent(&widget, &hover);
+    QMouseEvent move(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QCoreApplication::sendEvent(&widget, &move);
 }
 
 bool movePointer(const QPoint& point)

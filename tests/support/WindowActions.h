@@ -15,6 +15,9 @@ bool eventually(const std::function<bool()>& condition);
 /// Shows the window and waits until it is there and active; false when that does not happen.
 bool showActive(QWidget& window);
 
+/// Looks, to the widget alone, like the pointer's arrival at a place in it. Nothing looks like its leaving.
+void hover(QWidget& widget, const QPoint& place);
+
 // The pointer moves and keys are pressed on the display itself, so that the window system and the window
 // manager have their part in it. False when that is impossible. What comes of it comes later, with the event
 // loop.

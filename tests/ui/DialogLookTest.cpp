@@ -58,6 +58,13 @@ TEST_F(DialogLookTest, ItsTextsHaveTheirWordingAndColours)
     const QLabel* const range = label(filled, "Valid Range:");
     ASSERT_NE(range, nullptr);
     EXPECT_EQ(range->styleSheet(), "color:#666666;    font-size:14px;    font-family: Segoe UI;");
+    ASSERT_TRUE(showActive(filled));
+    for (const QLabel* const text : {range, static_cast<const QLabel*>(&note(filled))}) {
+        EXPECT_EQ(text->font().pixelSize(), 14);
+        EXPECT_EQ(text->font().family(), "Segoe UI");
+    }
+    EXPECT_EQ(range->palette().color(range->foregroundRole()), QColor("#666666"));
+    EXPECT_EQ(note(filled).palette().color(note(filled).foregroundRole()), QColor("#333333"));
 }
 
 TEST_F(DialogLookTest, EverythingStandsInLine)
@@ -92,6 +99,64 @@ TEST_F(DialogLookTest, EverythingStandsInLine)
     EXPECT_LT(place(ok).right(), place(cancel).left());
     tops.push_back(place(ok).top());
     EXPECT_TRUE(std::is_sorted(tops.begin(), tops.end()));
+}
+
+TEST_F(DialogLookTest, WhatRoomThereIsStandsBetweenItsPartsInFixedShares)
+{
+    QSetIpAddrDlg dialog(nullptr);
+    dialog.SetCurDevice(QDevice());
+    const auto places = [&dialog](const QSize& size) {
+        dialog.setFixedSize(size);
+        dialog.grab(); // Lays out what is not shown.
+        std::vector<QRect> all;
+        for (const QWidget* const widget :
+             {static_cast<const QWidget*>(&note(dialog)),
+              static_cast<const QWidget*>(label(dialog, "Valid Range:")),
+              static_cast<const QWidget*>(label(dialog, "IP Address:")),
+              static_cast<const QWidget*>(dialog.findChild<QLineEdit*>()),
+              static_cast<const QWidget*>(dialog.findChild<QPushButton*>("QPushButtonExColor")),
+              static_cast<const QWidget*>(dialog.findChild<QPushButton*>("QPushButtonEx"))})
+            all.emplace_back(widget->mapTo(&dialog, QPoint()), widget->size());
+        return all;
+    };
+    enum
+    {
+        Note,
+        Range,
+        Caption,
+        Edit,
+        Ok,
+        Cancel
+    };
+    // From top to bottom 1, the note and the range, 3, the fields, 1, the buttons.
+    const auto low = places({300, 400});
+    const auto high = places({300, 500});
+    const auto moved = [&](int which) { return high[which].top() - low[which].top(); };
+    EXPECT_NEAR(moved(Note), 20, 1);
+    EXPECT_NEAR(moved(Range), 20, 1);
+    EXPECT_NEAR(moved(Caption), 80, 1);
+    EXPECT_NEAR(moved(Edit), 80, 1);
+    EXPECT_NEAR(moved(Ok), 100, 1);
+
+    // From left to right 1, captions and fields, 2; and 1, "OK", 2, "Cancel", 1.
+    const auto narrow = places({600, 500});
+    const auto wide = places({720, 500});
+    const auto shifted = [&](int which) { return wide[which].left() - narrow[which].left(); };
+    EXPECT_NEAR(shifted(Caption), 40, 1);
+    EXPECT_NEAR(shifted(Edit), 40, 1);
+    EXPECT_NEAR(shifted(Ok), 30, 1);
+    EXPECT_NEAR(shifted(Cancel), 90, 1);
+}
+
+TEST_F(DialogLookTest, ItHasNoButtonToMinimiseIt)
+{
+    const QSetIpAddrDlg dialog(nullptr);
+    QStringList names;
+    for (const auto* const button : dialog.findChildren<QAbstractButton*>()) {
+        if (button->isVisibleTo(&dialog) && button->text().isEmpty())
+            names << button->accessibleName();
+    }
+    EXPECT_EQ(names, QStringList{"Close"});
 }
 
 TEST_F(DialogLookTest, EachParagraphOfTheNoteStandsOnALineInEitherLanguage)

@@ -71,6 +71,18 @@ TEST_F(WindowLookTest, ItIsAFramelessWindowOf890By650Pixels)
     EXPECT_EQ(window->windowFlags() & ~Qt::WindowType_Mask, Qt::FramelessWindowHint);
 }
 
+TEST_F(WindowLookTest, ItsTitleHasButtonsToMinimiseAndToCloseIt)
+{
+    open();
+    QStringList names;
+    for (const auto* const button : window->findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->text().isEmpty() && !button->accessibleName().isEmpty())
+            names << button->accessibleName();
+    }
+    names.sort();
+    EXPECT_EQ(names, (QStringList{"Close", "Minimize"}));
+}
+
 TEST_F(WindowLookTest, ControlsHaveTheirSizes)
 {
     openWithCameras();

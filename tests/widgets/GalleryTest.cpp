@@ -37,22 +37,12 @@ struct State
     std::function<void(QAbstractButton&)> enter;
 };
 
-/// As the pointer's arrival does.
-void hover(QWidget& widget)
-{
-    widget.setAttribute(Qt::WA_UnderMouse);
-    const QPoint middle = widget.rect().center();
-    QMouseEvent move(QEvent::MouseMove, middle, widget.mapToGlobal(middle), Qt::NoButton, Qt::NoButton,
-                     Qt::NoModifier);
-    QCoreApplication::sendEvent(&widget, &move);
-}
-
 const std::vector<State> ButtonStates = {
     {"normal", [](QAbstractButton&) {}},
-    {"hover", [](QAbstractButton& button) { hover(button); }},
+    {"hover", [](QAbstractButton& button) { hover(button, button.rect().center()); }},
     {"pressed",
      [](QAbstractButton& button) {
-         hover(button);
+         hover(button, button.rect().center());
          button.setDown(true);
      }},
     {"disabled", [](QAbstractButton& button) { button.setEnabled(false); }},
@@ -60,13 +50,13 @@ const std::vector<State> ButtonStates = {
 
 const std::vector<State> CheckStates = {
     {"off", [](QAbstractButton&) {}},
-    {"off-hover", [](QAbstractButton& button) { hover(button); }},
+    {"off-hover", [](QAbstractButton& button) { hover(button, button.rect().center()); }},
     {"off-disabled", [](QAbstractButton& button) { button.setEnabled(false); }},
     {"on", [](QAbstractButton& button) { button.setChecked(true); }},
     {"on-hover",
      [](QAbstractButton& button) {
          button.setChecked(true);
-         hover(button);
+         hover(button, button.rect().center());
      }},
     {"on-disabled",
      [](QAbstractButton& button) {
@@ -269,7 +259,7 @@ TEST_F(GalleryTest, LineEdits)
     window.resize(300, 10);
     ASSERT_TRUE(showActive(window));
     edits[1]->setFocus();
-    hover(*edits[1]);
+    hover(*edits[1], edits[1]->rect().center());
     edits[2]->setEnabled(false);
     save(window.grab().toImage(), "line-edit");
     for (const auto& [one, other] : {std::pair{0, 1}, {0, 2}, {1, 2}}) {
