@@ -79,6 +79,7 @@ TEST_F(DeviceListTest, TheTableIsForSelectingRowsAndHasEightColumnsOfFixedTitles
     EXPECT_TRUE(table()->horizontalHeader()->stretchLastSection());
     EXPECT_EQ(table()->horizontalHeader()->height(), 34);
     EXPECT_FALSE(table()->horizontalHeader()->highlightSections());
+    EXPECT_EQ(table()->horizontalHeader()->defaultAlignment(), Qt::AlignLeft | Qt::AlignVCenter);
     EXPECT_FALSE(table()->verticalHeader()->isVisible());
     EXPECT_EQ(table()->editTriggers(), QAbstractItemView::NoEditTriggers);
     EXPECT_EQ(table()->selectionBehavior(), QAbstractItemView::SelectRows);
@@ -107,7 +108,8 @@ TEST_F(DeviceListTest, EachCameraIsARowWithAPictureOfItsStatus)
     EXPECT_EQ(statusPicture(2), picture(QIcon(":/Dorn/Resources/notreach.png")));
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(table()->rowHeight(i), 37);
-        EXPECT_FALSE(table()->item(i, 4)->flags() & Qt::ItemIsEditable);
+        for (int column = 0; column < 8; ++column)
+            EXPECT_FALSE(table()->item(i, column)->flags() & Qt::ItemIsEditable) << column;
     }
 }
 
@@ -178,6 +180,9 @@ TEST_F(DeviceListTest, WhenAllCamerasVanishThePanelIsEmptyAndComesBackWithThem)
     const auto listed = std::exchange(sdk.listed, {});
     refresh();
     EXPECT_EQ(table()->rowCount(), 0);
+    EXPECT_TRUE(button("Static IP")->isChecked());
+    EXPECT_EQ(field("Subnet Mask:")->text(), "255.255.255.0"); // What stood in the fields stays.
+    EXPECT_EQ(field("Device User ID:")->text(), "Camera 0");
     EXPECT_EQ(panelTitle(), "");
     EXPECT_THAT(panelTexts(), Each(QString()));
     EXPECT_FALSE(button("Modify IP")->isEnabled());
@@ -237,6 +242,11 @@ TEST_F(DeviceListTest, ARefreshGivesTheKeyboardToTheTable)
     open();
     field("Device User ID:")->setFocus();
     click("Refresh");
+    EXPECT_TRUE(table()->hasFocus());
+    ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
+    // A button out of use would give it away by itself, had it got it.
+    field("Device User ID:")->setFocus();
+    refresh();
     EXPECT_TRUE(table()->hasFocus());
 }
 

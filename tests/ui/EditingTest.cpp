@@ -159,9 +159,11 @@ TEST_F(EditingTest, ChoosingDhcpOrLlaTakesTheAddressesOutOfUseAndLeavesSaveInUse
     open();
     for (const char* radio : {"DHCP", "LLA"}) {
         click("Static IP");
-        type("IP Address:", "192.0.2.");
+        type("IP Address:", "192.0.3.");
+        type("Default Gateway:", "192.0.3.1");
         ASSERT_FALSE(button("Save")->isEnabled());
         click(radio);
+        expectAddresses("192.0.3.", "255.255.255.0", "192.0.3.1");
         expectInUse({.address = false,
                      .maskAndGateway = false,
                      .radios = true,
@@ -223,6 +225,53 @@ TEST_F(EditingTest, AtFirstTheAddressCountsAsInvalidAndTheOthersAsValid)
     EXPECT_FALSE(button("Save")->isEnabled());
     field("IP Address:")->setText("192.0.2.1");
     EXPECT_TRUE(button("Save")->isEnabled());
+}
+
+TEST_F(EditingTest, AtFirstAValidAddressAloneBringsSaveIntoUse)
+{
+    open();
+    field("IP Address:")->setText("192.0.2.1");
+    EXPECT_TRUE(button("Save")->isEnabled());
+}
+
+TEST_F(EditingTest, TwoInvalidFieldsKeepSaveOutOfUseUntilBothAreValid)
+{
+    addCamera(staticCamera);
+    open();
+    const std::tuple<const char*, const char*, const char*> texts[] = {
+        {"IP Address:", "192.0.2.", "192.0.2.1"},
+        {"Subnet Mask:", "255.255.254.0", "255.255.0.0"},
+        {"Default Gateway:", "192.0.2.256", "0.0.0.0"}};
+    for (const auto& [first, firstInvalid, firstValid] : texts) {
+        for (const auto& [second, secondInvalid, secondValid] : texts) {
+            if (first == second)
+                continue;
+            field(first)->setText(firstInvalid);
+            field(second)->setText(secondInvalid);
+            field(second)->setText(secondValid);
+            EXPECT_FALSE(button("Save")->isEnabled()) << first << second;
+            field(first)->setText(firstValid);
+            EXPECT_TRUE(button("Save")->isEnabled()) << first << second;
+        }
+    }
+}
+
+TEST_F(EditingTest, AValidTextBesideAnInvalidOneLeavesSaveAsItIs)
+{
+    addCamera(dhcpCamera);
+    open();
+    ASSERT_TRUE(isRed(field("IP Address:")));
+    ASSERT_TRUE(button("Save")->isEnabled()); // The camera's status allows it.
+    field("Subnet Mask:")->setText("255.255.0.0");
+    field("Default Gateway:")->setText("192.0.2.1");
+    EXPECT_TRUE(button("Save")->isEnabled());
+}
+
+TEST_F(EditingTest, TheSuggestionIsInTheNetworkOfTheAdapterThatHeardTheCamera)
+{
+    addCamera({.ip = "10.7.0.9", .mask = "255.255.0.0", .gateway = "10.7.0.1", .ipConfig = Dhcp});
+    open();
+    expectAddresses("192.0.2.", "255.255.255.0", "192.0.2.254");
 }
 
 TEST_F(EditingTest, AStatusThatIsNotKnownLeavesEverythingAsItIs)

@@ -97,7 +97,8 @@ TEST_F(QSetIpAddrDlgTest, ItComesWithTheCamerasAddressesAndTheRangeOfItsAdapter)
 {
     open();
     EXPECT_EQ(dialog.windowTitle(), "Modify IP Address");
-    EXPECT_EQ(dialog.width(), 300);
+    EXPECT_EQ(dialog.size(), QSize(300, 370));
+    EXPECT_EQ(dialog.minimumWidth(), dialog.maximumWidth());
     EXPECT_EQ(edit(Ip)->text(), "10.0.0.9");
     EXPECT_EQ(edit(Mask)->text(), "255.0.0.0");
     EXPECT_EQ(edit(Gateway)->text(), "10.0.0.1");
@@ -135,7 +136,8 @@ TEST_F(QSetIpAddrDlgTest, EachUseBeginsAtTheEndOfTheAddress)
 
 TEST_F(QSetIpAddrDlgTest, AnAdapterThatDidNotHearTheCameraLeavesAnUnclosedParagraphInTheRange)
 {
-    device.m_vecHostAdapter.prepend({QDevice::GetIP("10.1.1.1"), QDevice::GetIP("255.255.255.0")});
+    // Also one in the same subnet.
+    device.m_vecHostAdapter.prepend({QDevice::GetIP("192.168.1.9"), QDevice::GetIP("255.255.255.0")});
     open();
     EXPECT_EQ(rangeText(), "<p style='margin:10px'>Valid Range:</p><p style='margin:10px'>"
                            "<p style='margin:10px'>192.168.1.0~192.168.1.253</p>");
@@ -170,6 +172,27 @@ TEST_F(QSetIpAddrDlgTest, OkIsInUseOnlyWhenAllThreeTextsAreValid)
     EXPECT_TRUE(button("OK")->isEnabled());
 }
 
+TEST_F(QSetIpAddrDlgTest, EachUseJudgesTheTextsThatItComesWith)
+{
+    open();
+    type(Ip, "10.0.0.");
+    QTest::mouseClick(button("Cancel"), Qt::LeftButton);
+    EXPECT_EQ(edit(Ip)->text(), "10.0.0.");
+    open();
+    EXPECT_TRUE(button("OK")->isEnabled());
+    edit(Gateway)->setText("224.0.0.1");
+    edit(Gateway)->setText("10.0.0.2");
+    EXPECT_TRUE(button("OK")->isEnabled());
+
+    device.m_strDefaultGateway = "224.0.0.1";
+    open();
+    EXPECT_FALSE(button("OK")->isEnabled());
+    edit(Ip)->setText("10.0.0.10");
+    EXPECT_FALSE(button("OK")->isEnabled());
+    edit(Gateway)->setText("10.0.0.1");
+    EXPECT_TRUE(button("OK")->isEnabled());
+}
+
 TEST_F(QSetIpAddrDlgTest, OkWithoutAChangeDoesNothing)
 {
     open();
@@ -191,11 +214,58 @@ TEST_F(QSetIpAddrDlgTest, AnotherGatewayIsAcceptedAtOnceWithoutAPing)
 
     QDevice modified = device;
     modified.m_strUserDefinedName = "untouched";
+    modified.m_strIpConfigType = "LLA";
     dialog.GetModifiedDevice(modified);
     EXPECT_EQ(modified.m_strIpAddress, "10.0.0.9");
     EXPECT_EQ(modified.m_strSubnetMask, "255.0.0.0");
     EXPECT_EQ(modified.m_strDefaultGateway, "10.0.0.2");
     EXPECT_EQ(modified.m_strUserDefinedName, "untouched");
+    EXPECT_EQ(modified.m_strIpConfigType, "LLA");
+}
+
+TEST_F(QSetIpAddrDlgTest, ItIsStillOpenWhenItTellsThatItIsAccepted)
+{
+    std::vector<bool> openWhenTold;
+    std::vector<bool> okWhenTold;
+    QObject::connect(&dialog, &QSetIpAddrDlg::SigSetIpDlgOk, [&] {
+        openWhenTold.push_back(dialog.isVisible());
+        okWhenTold.push_back(button("OK")->isEnabled());
+    });
+    open();
+    type(Mask, "255.255.0.0");
+    clickOk();
+    EXPECT_EQ(accepted, 1);
+    EXPECT_EQ(cmd.file("pings"), ""); // The mask alone needs none.
+    open();
+    type(Ip, "192.168.1.77");
+    clickOk();
+    ASSERT_TRUE(eventually([this] { return !dialog.isVisible(); }));
+    EXPECT_EQ(openWhenTold, (std::vector{true, true}));
+    EXPECT_EQ(okWhenTold, (std::vector{true, true})); // Also after a ping.
+}
+
+TEST_F(QSetIpAddrDlgTest, TheSameAddressWrittenInAnotherWayIsAnotherAddress)
+{
+    open();
+    type(Ip, "10.0.0.09");
+    clickOk();
+    ASSERT_TRUE(eventually([this] { return accepted == 1; }));
+    EXPECT_EQ(cmd.file("pings"), "ping 10.0.0.09 -n 1\n");
+}
+
+TEST_F(QSetIpAddrDlgTest, ReturnIsForOkAlsoWhileATextIsInvalid)
+{
+    open();
+    type(Gateway, "224.0.0.1");
+    QTest::keyClick(edit(Gateway), Qt::Key_Return);
+    EXPECT_EQ(accepted, 1);
+    EXPECT_FALSE(dialog.isVisible());
+
+    open();
+    type(Ip, "192.168.1.");
+    QTest::keyClick(edit(Ip), Qt::Key_Enter);
+    ASSERT_TRUE(eventually([this] { return accepted == 2; }));
+    EXPECT_EQ(cmd.file("pings"), "ping 192.168.1. -n 1\n");
 }
 
 TEST_F(QSetIpAddrDlgTest, AnotherAddressIsAcceptedWhenNobodyAnswersAPingToIt)
@@ -217,6 +287,7 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
     type(Ip, "192.168.1.77");
     QStringList message;
     Qt::WindowModality modality = Qt::NonModal;
+    bool okMeanwhile = true;
     QTimer watch;
     QObject::connect(&watch, &QTimer::timeout, [&] {
         auto* const box = qobject_cast<QMessageBoxDlg*>(QApplication::activeModalWidget());
@@ -225,6 +296,7 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
         watch.stop();
         message << box->windowTitle().trimmed();
         modality = box->windowModality();
+        okMeanwhile = button("OK")->isEnabled();
         for (const auto* label : box->findChildren<QLabel*>()) {
             if (label->wordWrap())
                 message << label->text();
@@ -232,8 +304,12 @@ TEST_F(QSetIpAddrDlgTest, AnAddressThatAnswersIsRefusedWithAMessageAndTheDialogS
         QTest::keyClick(box, Qt::Key_Return);
     });
     watch.start(5);
+    edit(Mask)->setText("255.0.0");
     QTest::keyClick(edit(Ip), Qt::Key_Enter);
-    ASSERT_TRUE(eventually([this] { return button("OK")->isEnabled(); }));
+    ASSERT_TRUE(eventually([&] { return !message.isEmpty() && button("OK")->isEnabled(); }));
+    edit(Ip)->setText("192.168.1.78");
+    EXPECT_TRUE(button("OK")->isEnabled()); // As it was left, although the mask is invalid.
+    EXPECT_FALSE(okMeanwhile);
     EXPECT_EQ(message, (QStringList{"Message", "The IP address has been used by other devices."}));
     EXPECT_EQ(modality, Qt::WindowModal);
     EXPECT_EQ(dialog.focusWidget(), edit(Ip)); // For the next attempt.
@@ -257,6 +333,9 @@ TEST_F(QSetIpAddrDlgTest, EscapeDoesNotCloseIt)
     QTest::keyClick(&dialog, Qt::Key_Escape);
     QTest::keyClick(edit(Ip), Qt::Key_Escape);
     EXPECT_TRUE(dialog.isVisible());
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_A, Qt::NoModifier);
+    QCoreApplication::sendEvent(&dialog, &press);
+    EXPECT_TRUE(press.isAccepted()); // No key goes further.
 }
 
 TEST_F(QSetIpAddrDlgTest, APingThatIsStillOutWhenTheDialogIsCancelledAcceptsNothing)

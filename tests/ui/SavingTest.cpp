@@ -111,19 +111,32 @@ TEST_F(SavingTest, SaveForcesWhatIsInTheFieldsAndTheTableShowsIt)
 
 TEST_F(SavingTest, ChoosingAnotherKindOfAddressIsWrittenToTheCameraAndAnnouncesItsReboot)
 {
-    openWith(staticCamera);
-    click("DHCP");
-    type("IP Address:", "192.0.2.20");
-    confirmNextMessage();
-    click("Save");
-    ASSERT_TRUE(eventually([this] { return jobsAreOver() && !messages.empty(); }));
-    EXPECT_THAT(messages,
-                ElementsAre(Message{"Information", "Modified. The device will reboot automatically."}));
-    EXPECT_THAT(written, Contains("GevCurrentIPConfigurationPersistentIP = 0"));
-    EXPECT_THAT(written, Contains("GevCurrentIPConfigurationDHCP = 1"));
-    EXPECT_THAT(written, Contains("DeviceReset()"));
-    EXPECT_THAT(forced(),
-                ElementsAre("ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.20, 255.255.255.0, 192.0.2.254)"));
+    for (const auto& [kind, dhcp] : {std::pair("DHCP", "1"), std::pair("LLA", "0")}) {
+        openWith(staticCamera);
+        // What was typed before is for a static address.
+        type("IP Address:", "192.0.2.77");
+        type("Subnet Mask:", "255.255.0.0");
+        type("Default Gateway:", "0.0.0.0");
+        click(kind);
+        written.clear();
+        onNextModal([this](QWidget& message) {
+            messages.push_back({message.windowTitle().trimmed(), {}});
+            written.emplace_back("closed");
+            message.close();
+        });
+        click("Save");
+        ASSERT_TRUE(eventually([this] { return jobsAreOver() && !messages.empty(); }));
+        EXPECT_THAT(messages, ElementsAre(Message{"Information", {}}));
+        EXPECT_THAT(written, Contains("GevCurrentIPConfigurationPersistentIP = 0"));
+        EXPECT_THAT(written, Contains(std::string("GevCurrentIPConfigurationDHCP = ") + dhcp));
+        // The save waits until the message has been read.
+        EXPECT_THAT(std::vector(std::find(written.begin(), written.end(), "closed"), written.end()),
+                    ElementsAre("closed", "DeviceReset()"));
+        EXPECT_EQ(forced().back(), "ForceIpEx(00:1A:2B:3C:4D:5E, 192.0.2.20, 255.255.255.0, 192.0.2.254)");
+        sdk.listed.clear();
+        messages.clear();
+        window->hide();
+    }
 }
 
 TEST_F(SavingTest, ANameOfSixteenCharactersIsSavedAsItsFirstFifteen)
@@ -259,6 +272,35 @@ TEST_F(SavingTest, SelectingCamerasDuringASaveLeavesTheThreeButtonsOutOfUse)
     expectButtons(true);
 }
 
+TEST_F(SavingTest, AtItsEndASaveBringsTheButtonsBackWhateverCameraIsSelectedThen)
+{
+    addHeldCamera({.mac = "FF:00:00:00:00:02", .ip = "192.0.2.21", .ipConfig = StaticIp});
+    openWith(staticCamera);
+    sdk.forceIp = [this](auto...) {
+        forcing.release();
+        go.acquire();
+        return RZ_ERROR_REFUSED;
+    };
+    clickRow(cell(0, 4) == "Free" ? 0 : 1);
+    click("Save");
+    ASSERT_TRUE(saveIsForcing());
+    clickRow(cell(0, 4) == "Free" ? 1 : 0);
+    confirmNextMessage();
+    finishSaves();
+    EXPECT_TRUE(button("Save")->isEnabled());
+    EXPECT_TRUE(button("Modify IP")->isEnabled());
+}
+
+TEST_F(SavingTest, EveryKeyEndsAtTheWindow)
+{
+    openWith(staticCamera);
+    for (const Qt::Key key : {Qt::Key_A, Qt::Key_Escape, Qt::Key_F1, Qt::Key_Return}) {
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(window, &press);
+        EXPECT_TRUE(press.isAccepted()) << key;
+    }
+}
+
 TEST_F(SavingTest, TheDialogOpensInTheMiddleOfTheScreenWithTheCamerasAddress)
 {
     openWith({.ip = "10.0.0.9", .mask = "255.0.0.0", .gateway = "10.0.0.1", .ipConfig = StaticIp});
@@ -298,10 +340,12 @@ TEST_F(SavingTest, ReturnDuringAForcedAddressEndsThatSaveAndBeginsAnother)
     holdForcing();
     inDialog([](QSetIpAddrDlg& dialog) { typeAddressAndPressReturn(dialog, "192.0.2.88"); });
     ASSERT_TRUE(saveIsForcing());
+    ASSERT_TRUE(showActive(*window)); // The dialog has had the keyboard.
     QTest::mouseClick(field("IP Address:"), Qt::LeftButton);
     QTest::keyClick(field("IP Address:"), Qt::Key_Return);
     finishSaves(2);
     EXPECT_TRUE(eventually([this] { return button("Save")->isEnabled(); }));
+    EXPECT_EQ(forced().size(), 2U);
     EXPECT_EQ(sdk.livingHandles(), 0);
 }
 
