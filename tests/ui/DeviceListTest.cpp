@@ -244,7 +244,7 @@ TEST_F(DeviceListTest, ARefreshGivesTheKeyboardToTheTable)
     click("Refresh");
     EXPECT_TRUE(table()->hasFocus());
     ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
-    // A button out of use would give it away by itself, had it got it.
+    // The button that was clicked gives it away by going out of use; by the key it never has it.
     field("Device User ID:")->setFocus();
     refresh();
     EXPECT_TRUE(table()->hasFocus());
