@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/Wire.h"
 
-#include "simulator/TinsConversion.h"
+#include "simulator/EthernetFrame.h"
 
 #include <cerrno>
 #include <linux/if_packet.h>
@@ -9,13 +9,7 @@
 #include <stdexcept>
 #include <sys/socket.h>
 #include <system_error>
-#include <tins/arp.h>
-#include <tins/ethernetII.h>
-#include <tins/icmp.h>
-#include <tins/ip.h>
-#include <tins/rawpdu.h>
 #include <tins/sniffer.h>
-#include <tins/udp.h>
 
 namespace simulator {
 
@@ -25,81 +19,6 @@ namespace {
 constexpr char Filter[] = "arp or icmp or udp dst port 3956 or udp dst port 68";
 constexpr unsigned FrameLimit = 2048;     // bytes; also the size of a slot in the capture's buffer
 constexpr unsigned BufferSize = 16 << 20; // bytes: thousands of frames, for bursts
-
-gvcp::Bytes payloadOf(const Tins::PDU& pdu)
-{
-    const auto* const raw = pdu.find_pdu<Tins::RawPDU>();
-    return raw ? gvcp::Bytes(raw->payload().begin(), raw->payload().end()) : gvcp::Bytes();
-}
-
-Tins::IP ipHeader(gvcp::Ipv4 source, gvcp::Ipv4 destination)
-{
-    Tins::IP ip(toTins(destination), toTins(source));
-    ip.ttl(64);
-    return ip;
-}
-
-std::optional<Frame> frameOf(const Tins::EthernetII& ethernet)
-{
-    const gvcp::MacAddress source = fromTins(ethernet.src_addr());
-    const gvcp::MacAddress destination = fromTins(ethernet.dst_addr());
-    if (const auto* const arp = ethernet.find_pdu<Tins::ARP>()) {
-        ArpMessage message;
-        message.sourceMac = source;
-        message.destinationMac = destination;
-        message.isRequest = arp->opcode() == Tins::ARP::REQUEST;
-        message.sender = fromTins(arp->sender_ip_addr());
-        message.target = fromTins(arp->target_ip_addr());
-        message.targetMac = fromTins(arp->target_hw_addr());
-        return message;
-    }
-    const auto* const ip = ethernet.find_pdu<Tins::IP>();
-    if (!ip)
-        return std::nullopt;
-    if (const auto* const udp = ip->find_pdu<Tins::UDP>())
-        return UdpDatagram{source,       destination,  fromTins(ip->src_addr()), fromTins(ip->dst_addr()),
-                           udp->sport(), udp->dport(), payloadOf(*udp)};
-    const auto* const icmp = ip->find_pdu<Tins::ICMP>();
-    if (icmp && (icmp->type() == Tins::ICMP::ECHO_REQUEST || icmp->type() == Tins::ICMP::ECHO_REPLY))
-        return Echo{source,
-                    destination,
-                    fromTins(ip->src_addr()),
-                    fromTins(ip->dst_addr()),
-                    icmp->type() == Tins::ICMP::ECHO_REQUEST,
-                    icmp->id(),
-                    icmp->sequence(),
-                    payloadOf(*icmp)};
-    return std::nullopt;
-}
-
-Tins::PDU::serialization_type serialize(const UdpDatagram& datagram)
-{
-    auto frame = Tins::EthernetII(toTins(datagram.destinationMac), toTins(datagram.sourceMac)) /
-                 ipHeader(datagram.source, datagram.destination) /
-                 Tins::UDP(datagram.destinationPort, datagram.sourcePort) /
-                 Tins::RawPDU(datagram.payload.data(), static_cast<std::uint32_t>(datagram.payload.size()));
-    return frame.serialize();
-}
-
-Tins::PDU::serialization_type serialize(const ArpMessage& message)
-{
-    Tins::ARP arp(toTins(message.target), toTins(message.sender), toTins(message.targetMac),
-                  toTins(message.sourceMac));
-    arp.opcode(message.isRequest ? Tins::ARP::REQUEST : Tins::ARP::REPLY);
-    auto frame = Tins::EthernetII(toTins(message.destinationMac), toTins(message.sourceMac)) / arp;
-    return frame.serialize();
-}
-
-Tins::PDU::serialization_type serialize(const Echo& echo)
-{
-    Tins::ICMP icmp(echo.isRequest ? Tins::ICMP::ECHO_REQUEST : Tins::ICMP::ECHO_REPLY);
-    icmp.id(echo.id);
-    icmp.sequence(echo.sequence);
-    auto frame = Tins::EthernetII(toTins(echo.destinationMac), toTins(echo.sourceMac)) /
-                 ipHeader(echo.source, echo.destination) / icmp /
-                 Tins::RawPDU(echo.payload.data(), static_cast<std::uint32_t>(echo.payload.size()));
-    return frame.serialize();
-}
 
 Tins::SnifferConfiguration captureSettings()
 {
@@ -173,15 +92,14 @@ std::optional<Frame> Wire::receive()
         const std::unique_ptr<Tins::PDU> pdu(m_capture->sniffer.next_packet().pdu());
         if (!pdu)
             return std::nullopt;
-        if (const auto* const ethernet = pdu->find_pdu<Tins::EthernetII>())
-            if (auto frame = frameOf(*ethernet))
-                return frame;
+        if (auto frame = frameOf(*pdu))
+            return frame;
     }
 }
 
 void Wire::send(const Frame& frame)
 {
-    const auto bytes = std::visit([](const auto& message) { return serialize(message); }, frame);
+    const gvcp::Bytes bytes = bytesOf(frame);
     pcap_inject(m_capture->handle(), bytes.data(), bytes.size());
 }
 
