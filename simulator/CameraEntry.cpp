@@ -16,6 +16,7 @@ using Config = CameraConfig;
 
 constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
 constexpr std::uint32_t LongestTime = 60000; // ms
+constexpr std::size_t MaxSerial = 16;        // bytes
 
 constexpr std::pair<const char*, Config::IpMethod> IpMethods[] = {
     {"persistent", Config::IpMethod::Persistent},
@@ -38,7 +39,7 @@ void readTexts(JsonObject& object, Config& camera)
     camera.model = object.text("model", 32).value_or(camera.model);
     camera.version = object.text("version", 32).value_or(camera.version);
     camera.info = object.text("info", 48).value_or(camera.info);
-    camera.serial = object.text("serial", 16).value_or("");
+    camera.serial = object.text("serial", MaxSerial).value_or("");
     const auto userName = object.text("userName", 16);
     const auto userNameBytes = object.bytes("userNameBytes", 16);
     if (userName && userNameBytes)
@@ -124,6 +125,29 @@ gvcp::MacAddress countedUp(const gvcp::MacAddress& mac, unsigned by)
     return result;
 }
 
+gvcp::MacAddress countedUp(JsonObject& object, const gvcp::MacAddress& mac, unsigned by)
+{
+    const gvcp::MacAddress result = countedUp(mac, by);
+    if ((result.bytes[0] & 1) != 0)
+        object.fail("repeat", "counts a MAC address up to " + toText(result) + ", which is a group's");
+    return result;
+}
+
+/// Makes it the one that comes so many after its entry's first.
+void countUp(JsonObject& object, Config& camera, unsigned by)
+{
+    camera.mac = countedUp(object, camera.mac, by);
+    for (gvcp::MacAddress& each : camera.interfaceMacs)
+        each = countedUp(object, each, by);
+    if (camera.ip.address != 0)
+        camera.ip.address += by;
+    if (camera.persistent.address != 0)
+        camera.persistent.address += by;
+    camera.serial = camera.serial.empty() ? serialFrom(camera.mac) : countedUp(camera.serial, by);
+    if (camera.serial.size() > MaxSerial)
+        object.fail("repeat", "counts the serial up to " + camera.serial + ", which is too long");
+}
+
 } // namespace
 
 std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t index,
@@ -151,17 +175,8 @@ std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t ind
     object.rejectOthers();
 
     std::vector<Config> cameras(repeat, camera);
-    for (unsigned i = 0; i < repeat; ++i) {
-        Config& each = cameras[i];
-        each.mac = countedUp(camera.mac, i);
-        for (gvcp::MacAddress& other : each.interfaceMacs)
-            other = countedUp(other, i);
-        if (each.ip.address != 0)
-            each.ip.address += i;
-        if (each.persistent.address != 0)
-            each.persistent.address += i;
-        each.serial = camera.serial.empty() ? serialFrom(each.mac) : countedUp(camera.serial, i);
-    }
+    for (unsigned i = 0; i < repeat; ++i)
+        countUp(object, cameras[i], i);
     return cameras;
 }
 

@@ -41,6 +41,10 @@ struct File
 File readFile(JsonObject& object, const std::string& text, const fs::path& directory)
 {
     const fs::path path = directory / text;
+    // A directory's bytes cannot be read, and a device's may have no end.
+    std::error_code error;
+    if (!fs::is_regular_file(path, error))
+        object.fail("description", "cannot be read: " + path.string() + " is no file");
     std::ifstream stream(path, std::ios::binary);
     File file{path.filename().string(), {std::istreambuf_iterator<char>(stream), {}}};
     if (!stream)

@@ -13,7 +13,7 @@ FarmConfig parseFarmConfig(std::string_view json, const std::filesystem::path& d
     nlohmann::json root;
     try {
         root = nlohmann::json::parse(json);
-    } catch (const nlohmann::json::parse_error& error) {
+    } catch (const nlohmann::json::exception& error) { // A number may be beyond all that can be read, too.
         throw ConfigError(std::string("not valid JSON: ") + error.what());
     }
 

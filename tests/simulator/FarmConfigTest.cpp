@@ -228,6 +228,35 @@ TEST(FarmConfig, RefusesAFileThatListsNoUsableCameras)
     EXPECT_THAT(errorOf(R"({"cameras": [{"mac": "01:00:5E:00:00:01"}]})"), HasSubstr("\"mac\" must be"));
 }
 
+TEST(FarmConfig, RefusesANumberBeyondAllThatCanBeReadLikeAnyOther)
+{
+    EXPECT_THAT(errorOf(oneCamera(R"("loss": 1e999)")), HasSubstr("not valid JSON"));
+    EXPECT_THAT(errorOf(oneCamera(R"("loss": -1e999)")), HasSubstr("not valid JSON"));
+}
+
+TEST(FarmConfig, RefusesToCountUpBeyondWhatIsAllowed)
+{
+    const auto errorOfTwo = [](const std::string& members) {
+        return errorOf(R"({"cameras": [{"repeat": 2, )" + members + "}]}");
+    };
+    EXPECT_THAT(errorOfTwo(R"("mac": "00:FF:FF:FF:FF:FF")"),
+                HasSubstr(R"("repeat" counts a MAC address up to 01:00:00:00:00:00, which is a group's)"));
+    EXPECT_THAT(
+        errorOfTwo(
+            R"("mac": "00:1A:2B:00:00:01", "interfaces": 2, "interfaceMacs": ["001A2B000001", "FEFFFFFFFFFF"])"),
+        HasSubstr("up to FF:00:00:00:00:00"));
+    EXPECT_THAT(errorOfTwo(R"("mac": "00:1A:2B:00:00:01", "serial": "A234567999999999")"),
+                HasSubstr("counts the serial up to A2345671000000000, which is too long"));
+}
+
+TEST(FarmConfig, RefusesADescriptionThatIsNoFile)
+{
+    for (const char* const name : {"", ".", "/", "/dev/zero"})
+        EXPECT_THAT(errorOf(oneCamera(R"("description": ")" + std::string(name) + '"')),
+                    HasSubstr(R"(00:00:01): "description" cannot be read: )"))
+            << name;
+}
+
 TEST(FarmConfig, RefusesTheSameMacTwice)
 {
     EXPECT_THAT(errorOf(R"({"cameras": [{"mac": "001A2B000001", "address": "10.0.0.1", "repeat": 5},
