@@ -31,6 +31,13 @@ bool isSameCommand(const UdpDatagram& a, const UdpDatagram& b)
     return a.source == b.source && a.sourcePort == b.sourcePort && a.payload == b.payload;
 }
 
+/// A refused DISCOVERY is acknowledged too, with nothing in it that could be falsified.
+bool namesACamera(gvcp::ByteView packet)
+{
+    const auto acknowledge = gvcp::parseAcknowledge(packet);
+    return acknowledge->command == gvcp::Command::Discovery && acknowledge->status == gvcp::Status::Success;
+}
+
 } // namespace
 
 Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& timers, FrameSink send)
@@ -168,7 +175,7 @@ void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> f
         m_route.deliver(*answer, askerOf(datagram));
     if (!answer)
         follow();
-    else if (command->command == gvcp::Command::Discovery)
+    else if (namesACamera(answer->packet))
         answerDiscovery(*answer, askerOf(datagram));
     else
         m_route.deliver(*answer, askerOf(datagram), follow);

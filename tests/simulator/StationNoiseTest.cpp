@@ -108,4 +108,17 @@ TEST_F(StationNoise, ForgesTheSameManyCamerasEachTimeAndStaysAliveMeanwhile)
     }
 }
 
+TEST_F(StationNoise, AccompaniesNoRefusal)
+{
+    using Kind = CameraConfig::NoiseKind;
+    CameraConfig noisy;
+    noisy.noise = {Kind::Truncated, Kind::Oversized, Kind::Foreign, Kind::Duplicate, Kind::WrongId};
+    noisy.forgedAnswers = 3;
+    become(noisy);
+    ask("42 11 0002 0220 1234" + std::string(2 * 0x220, '0'), NearHost); // longer than any command
+    const auto datagrams = sentOf<UdpDatagram>();
+    ASSERT_EQ(datagrams.size(), 1u);
+    EXPECT_EQ(datagrams[0].payload, hex("8002 0003 0000 1234"));
+}
+
 } // namespace
