@@ -17,7 +17,9 @@ using namespace std::chrono_literals;
 constexpr int MaxForces = 3;
 constexpr auto TimeBetweenForces = 300ms;
 constexpr auto TimeBetweenLooks = 250ms;
-constexpr auto Deadline = 6s;
+constexpr auto TimeOfSeries = 6s;
+/// Of two series. The first may find the camera at its very end; three seconds are enough for the second.
+constexpr auto TimeAltogether = 9s;
 /// A camera that answers a question asked so long after the last FORCEIP is not about to change any more.
 constexpr auto TimeToSettle = 1500ms;
 
@@ -31,7 +33,7 @@ public:
           m_before(before)
     {}
 
-    RZ_ERROR run();
+    RZ_ERROR run(Clock::time_point end);
 
     /// After run(): whether the camera was there all the while, nobody is known to hold it, and it said
     /// nothing.
@@ -67,11 +69,10 @@ private:
     std::optional<gvcp::Ipv4> m_settledAt; ///< Where the camera is when nothing happens any more.
 };
 
-RZ_ERROR ForceIpExchange::run()
+RZ_ERROR ForceIpExchange::run(Clock::time_point end)
 {
     auto nextForce = m_network.now();
     auto nextLook = nextForce;
-    const auto end = nextForce + Deadline;
     while (m_network.now() < end) {
         m_access.proceed();
         if (m_settledAt && !m_access.isPending())
@@ -185,9 +186,13 @@ RZ_ERROR forceIp(Network& network, const gvcp::ForceIp& wanted, const gvcp::Forc
 {
     if (network.adapters().empty())
         return RZ_ERROR_NETWORK;
+    const auto begin = network.now();
     ForceIpExchange first(network, wanted, before);
-    const RZ_ERROR result = first.run();
-    return first.mayHaveMissedIt() ? ForceIpExchange(network, wanted, before).run() : result;
+    const RZ_ERROR result = first.run(begin + TimeOfSeries);
+    if (!first.mayHaveMissedIt())
+        return result;
+    const auto end = std::min(network.now() + TimeOfSeries, begin + TimeAltogether);
+    return ForceIpExchange(network, wanted, before).run(end);
 }
 
 } // namespace sdk

@@ -193,6 +193,16 @@ TEST_F(ForceIpTest, FailsWithinSevenSecondsWhenTheCameraIsGone)
     EXPECT_THAT(network.elapsed(), Le(7s));
 }
 
+TEST_F(ForceIpTest, TakesNineSecondsAtMostHoweverLateTheCameraIsHeard)
+{
+    for (const Clock::duration delay : {1ms, 1000ms, 2000ms, 3000ms, 3700ms, 5000ms}) {
+        discoveryDelay = delay;
+        const auto begin = network.elapsed();
+        EXPECT_NE(force(), RZ_OK);
+        EXPECT_LE(network.elapsed() - begin, 9s);
+    }
+}
+
 TEST_F(ForceIpTest, FailsWhenTheCameraIsFreeAndStaysWhereItIs)
 {
     EXPECT_EQ(force(), RZ_ERROR_REFUSED);
