@@ -3,6 +3,7 @@
 
 #include "gvcp/Registers.h"
 #include "sdk/CameraError.h"
+#include "sdk/Heartbeat.h"
 #include "sdk/Identity.h"
 #include "sdk/IpRestart.h"
 
@@ -18,14 +19,22 @@ std::chrono::milliseconds heartbeatTimeout(ControlChannel& channel)
 
 } // namespace
 
-Session::Session(std::unique_ptr<Network> network, gvcp::Ipv4 camera, const gvcp::MacAddress& mac, int tries)
+Session::Session(std::unique_ptr<Network> network, gvcp::Ipv4 camera, const gvcp::MacAddress& mac, int tries,
+                 const StartHeartbeat& startHeartbeat)
     : m_mac(mac),
       m_channel(std::move(network), camera)
 {
     m_control.emplace(m_channel, tries);
     m_interface = interfaceWith(m_channel, mac);
     m_timeRequests.emplace(m_channel);
-    m_heartbeat.emplace(Heartbeat::intervalFor(heartbeatTimeout(m_channel)), [this] { return isAlive(); });
+    m_heartbeat =
+        startHeartbeat(Heartbeat::intervalFor(heartbeatTimeout(m_channel)), [this] { return isAlive(); });
+}
+
+std::shared_ptr<void> Session::onThreadOfItsOwn(std::chrono::milliseconds interval,
+                                                std::function<bool()> beat)
+{
+    return std::make_shared<Heartbeat>(interval, std::move(beat));
 }
 
 bool Session::isOpen() const

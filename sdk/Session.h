@@ -4,9 +4,10 @@
 #include "gvcp/Addresses.h"
 #include "sdk/ControlChannel.h"
 #include "sdk/ExclusiveControl.h"
-#include "sdk/Heartbeat.h"
 #include "sdk/TimeRequests.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -18,10 +19,14 @@ namespace sdk {
 class Session
 {
 public:
+    /// Has the function called time and again, until it returns false or until what is returned goes.
+    using StartHeartbeat =
+        std::function<std::shared_ptr<void>(std::chrono::milliseconds interval, std::function<bool()> beat)>;
+
     /// Takes control; throws CameraError when that fails or another camera answers, and then has given back
     /// what it had taken. `tries` is how often the first command is sent.
     Session(std::unique_ptr<Network> network, gvcp::Ipv4 camera, const gvcp::MacAddress& mac,
-            int tries = ControlChannel::Tries);
+            int tries = ControlChannel::Tries, const StartHeartbeat& startHeartbeat = onThreadOfItsOwn);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
     ~Session() { close(); }
@@ -42,6 +47,8 @@ public:
     void closeWithIpRestart();
 
 private:
+    static std::shared_ptr<void> onThreadOfItsOwn(std::chrono::milliseconds interval,
+                                                  std::function<bool()> beat);
     bool isAlive();
     std::unique_ptr<Network> shutDown();
 
@@ -51,7 +58,7 @@ private:
     std::optional<ExclusiveControl> m_control;
     unsigned m_interface = 0;
     std::optional<TimeRequests> m_timeRequests;
-    std::optional<Heartbeat> m_heartbeat; ///< Ends before what it uses.
+    std::shared_ptr<void> m_heartbeat; ///< Ends before what it uses.
 };
 
 } // namespace sdk

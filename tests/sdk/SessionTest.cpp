@@ -21,11 +21,22 @@ using testing::StartsWith;
 namespace {
 
 /// The heartbeat runs in true time beside the test: what the test looks at, it looks at when the session is
-/// closed.
+/// closed. Or the test beats itself.
 class SessionTest : public testing::Test
 {
 protected:
+    Session::StartHeartbeat byTheTest()
+    {
+        return [this](std::chrono::milliseconds time, std::function<bool()> function) {
+            interval = time;
+            beat = std::move(function);
+            return nullptr;
+        };
+    }
+
     FakeCamera camera;
+    std::chrono::milliseconds interval{};
+    std::function<bool()> beat;
 };
 
 } // namespace
@@ -70,17 +81,25 @@ TEST_F(SessionTest, OpensACameraThatDoesNotTellItsTimeOut)
 
 TEST_F(SessionTest, ShowsTheCameraSignsOfLifeWithoutBeingUsed)
 {
-    camera.words[gvcp::reg::HeartbeatTimeout] = 400;
-    std::atomic<int> signs = 0;
-    camera.onCommand = [&](const auto&) {
-        ++signs;
-        return false;
-    };
-    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
-    const int atStart = signs;
-    for (int i = 0; i < 2000 && signs < atStart + 3; ++i)
-        std::this_thread::sleep_for(10ms);
-    EXPECT_GE(signs, atStart + 3);
+    camera.words[gvcp::reg::HeartbeatTimeout] = 800;
+    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac, ControlChannel::Tries,
+                          byTheTest());
+    EXPECT_EQ(interval, 200ms);
+    const auto atStart = camera.log().size();
+    EXPECT_TRUE(beat());
+    EXPECT_GT(camera.log().size(), atStart);
+    EXPECT_TRUE(beat()) << "time and again";
+}
+
+TEST_F(SessionTest, BeatsNoMoreWhenControlIsLost)
+{
+    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac, ControlChannel::Tries,
+                          byTheTest());
+    camera.onCommand = [](const auto&) { return true; };
+    EXPECT_TRUE(beat()) << "a camera that is silent may be back soon";
+    camera.onCommand = [](const auto&) { return false; };
+    camera.words[ControlChannelPrivilege] = 0;
+    EXPECT_FALSE(beat());
 }
 
 TEST_F(SessionTest, ClosedByTwoThreadsAtOnceIsClosedForBothWhenTheyReturn)
@@ -147,17 +166,10 @@ TEST_F(SessionTest, EndsWhenAnotherCameraAnswersAtItsAddress)
 
 TEST_F(SessionTest, FindsOutByItselfThatAnotherCameraAnswersAtItsAddress)
 {
-    camera.words[gvcp::reg::HeartbeatTimeout] = 400;
-    std::atomic<bool> isAnother = false;
-    camera.onCommand = [&](const gvcp::CommandPacket& command) {
-        if (isAnother && gvcp::readU32(command.payload, 0) == gvcp::reg::MacHigh)
-            camera.becomeAnother();
-        return false;
-    };
-    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
-    isAnother = true;
-    for (int i = 0; i < 2000 && session.isOpen(); ++i)
-        std::this_thread::sleep_for(10ms);
+    const Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac, ControlChannel::Tries,
+                          byTheTest());
+    camera.becomeAnother();
+    EXPECT_FALSE(beat());
     EXPECT_FALSE(session.isOpen());
 }
 
