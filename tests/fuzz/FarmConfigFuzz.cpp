@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+// Feeds texts of any kind to what reads a farm's configuration, and puts cameras that it accepts into a farm.
+#include "gvcp/DiscoveryAck.h"
+#include "simulator/Commands.h"
+#include "simulator/Farm.h"
+#include "tests/fuzz/Require.h"
+
+#include <nlohmann/json.hpp>
+#include <set>
+
+using namespace simulator;
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr std::uint32_t FirstMakersRegister = 0xA000;
+
+bool isOneInterfaces(const gvcp::MacAddress& mac)
+{
+    return (mac.bytes[0] & 1) == 0 && mac != gvcp::MacAddress{};
+}
+
+bool isTime(milliseconds time, milliseconds least = milliseconds{0})
+{
+    return time >= least && time <= milliseconds{60000};
+}
+
+void judgeTexts(const CameraConfig& camera)
+{
+    require(camera.manufacturer.size() <= 32 && camera.model.size() <= 32 && camera.version.size() <= 32);
+    require(camera.info.size() <= 48 && camera.serial.size() <= 16 && camera.userName.size() <= 16);
+    require(camera.description.url.size() <= CameraConfig::UrlSize &&
+            camera.description.secondUrl.size() <= CameraConfig::UrlSize);
+    require(camera.userName.empty() || camera.userNameAccess != CameraConfig::UserNameAccess::None);
+}
+
+void judgeAddresses(const CameraConfig& camera)
+{
+    require(isOneInterfaces(camera.mac));
+    require(camera.interface < camera.interfaceCount() && camera.interfaceCount() <= gvcp::MaxInterfaces);
+    for (const gvcp::MacAddress& mac : camera.interfaceMacs)
+        require(isOneInterfaces(mac));
+    require(camera.interfaceMacs.empty() || camera.interfaceMacs[camera.interface] == camera.mac);
+    require(gvcp::isContiguousMask(camera.ip.mask) && gvcp::isContiguousMask(camera.persistent.mask));
+    require(camera.hasPersistentIp || camera.ipMethod != CameraConfig::IpMethod::Persistent);
+}
+
+void judgeRegisters(const CameraConfig& camera)
+{
+    require(camera.resetRegister >= FirstMakersRegister && camera.resetRegister % 4 == 0);
+    require(camera.resetMask != 0);
+    for (const auto& each : camera.registers)
+        require(each.address >= FirstMakersRegister && each.address % 4 == 0);
+    require(camera.description.file && camera.description.file->size() % 4 == 0 &&
+            camera.description.file->size() <= CameraConfig::MaxDescriptionSize);
+}
+
+void judgeQuirks(const CameraConfig& camera)
+{
+    require(isTime(camera.rebootTime) && isTime(camera.answerDelay) && isTime(camera.forceIpOffTime));
+    require(isTime(camera.dhcpTimeout, milliseconds{1}) && isTime(camera.probeInterval, milliseconds{1}));
+    require(camera.heartbeatTimeout >= milliseconds{1});
+    require(camera.loss >= 0 && camera.loss <= 1);
+    require(camera.acknowledgeExtra <= 64 && camera.forgedAnswers <= 1000000);
+    require(camera.hasPendingAck || !camera.pendingAckOn);
+    for (const Fault& fault : camera.faults)
+        require(!whyImpossible(fault) && fault.times != 0u && fault.every >= 1);
+}
+
+void judge(const FarmConfig& config)
+{
+    require(!config.cameras.empty() && config.cameras.size() <= FarmConfig::MaxCameras);
+    std::set<gvcp::MacAddress> macs;
+    for (const CameraConfig& camera : config.cameras) {
+        require(macs.insert(camera.mac).second);
+        judgeTexts(camera);
+        judgeAddresses(camera);
+        judgeRegisters(camera);
+        judgeQuirks(camera);
+    }
+}
+
+/// As a field holds it that is full without a NUL.
+std::string untilNul(const std::string& text)
+{
+    return text.c_str();
+}
+
+void putIntoAFarm(FarmConfig config)
+{
+    constexpr std::size_t Enough = 2;
+    config.cameras.resize(std::min(config.cameras.size(), Enough));
+    TimerQueue timers(TimerQueue::Clock::time_point{});
+    Farm farm(config, timers, [](const Frame&) {});
+    for (std::size_t i = 0; i < config.cameras.size(); ++i) {
+        const CameraConfig& wanted = config.cameras[i];
+        const auto block = farm.stations()[i]->camera().registers().discoveryBlock();
+        const auto present = gvcp::parseDiscoveryAck(block);
+        require(present && present->mac == wanted.mac);
+        require(present->modelName == untilNul(wanted.model));
+        require(present->serialNumber == untilNul(wanted.serial));
+        require(present->userDefinedName == untilNul(wanted.userName));
+        require(nlohmann::json::accept(runCommand(farm, "show " + toText(wanted.mac))));
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    try {
+        // A file that such a text names is none there.
+        FarmConfig config = parseFarmConfig({reinterpret_cast<const char*>(data), size}, "/nonexistent");
+        judge(config);
+        putIntoAFarm(std::move(config));
+    } catch (const ConfigError& error) {
+        require(*error.what() != '\0');
+    }
+    return 0;
+}
