@@ -4,8 +4,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <optional>
 #include <stdexcept>
+#include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
 #include <system_error>
 #include <unistd.h>
@@ -71,6 +76,60 @@ private:
     int m_fd;
 };
 
+/// The folder that a socket lies in, held against other farms: none of them looks for a stale socket there,
+/// removes one or makes its own meanwhile.
+class HeldFolder
+{
+public:
+    explicit HeldFolder(const std::string& path)
+        : m_fd(::open(std::filesystem::path(path).parent_path().append(".").c_str(),
+                      O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        if (m_fd < 0)
+            throwErrno("cannot listen on " + path);
+        while (::flock(m_fd, LOCK_EX) != 0) {
+            if (errno != EINTR)
+                throwErrno("cannot lock the folder of " + path);
+        }
+    }
+    HeldFolder(const HeldFolder&) = delete;
+    HeldFolder& operator=(const HeldFolder&) = delete;
+    ~HeldFolder() { ::close(m_fd); }
+
+private:
+    int m_fd;
+};
+
+/// What lies at the path itself, a link being a link; nothing when nothing does.
+std::optional<struct stat> lookAt(const std::string& path)
+{
+    struct stat found = {};
+    if (::lstat(path.c_str(), &found) == 0)
+        return found;
+    if (errno != ENOENT)
+        throwErrno("cannot listen on " + path);
+    return std::nullopt;
+}
+
+/// Removes a socket that nobody listens on, and nothing else.
+void removeStaleSocket(const std::string& path, const sockaddr_un& address)
+{
+    const auto found = lookAt(path);
+    if (!found)
+        return;
+    if (!S_ISSOCK(found->st_mode))
+        throw std::runtime_error("cannot listen on " + path +
+                                 ": it is there and is not a socket; name another file, or remove it");
+    const Socket probe(Blocking::No);
+    // A queue that is full is somebody's too.
+    if (probe.connectTo(address) || errno == EAGAIN)
+        throw std::runtime_error("another farm is listening on " + path);
+    if (errno == EPROTOTYPE)
+        throw std::runtime_error("another program is listening on " + path);
+    if (errno != ECONNREFUSED || ::unlink(path.c_str()) != 0)
+        throwErrno("cannot listen on " + path);
+}
+
 } // namespace
 
 ControlSocket::ControlSocket(std::string path, Handler handler)
@@ -78,15 +137,14 @@ ControlSocket::ControlSocket(std::string path, Handler handler)
       m_handler(std::move(handler))
 {
     const sockaddr_un address = addressOf(m_path);
-    const Socket probe(Blocking::No);
-    if (probe.connectTo(address))
-        throw std::runtime_error("another farm is listening on " + m_path);
-    if (errno == ECONNREFUSED)
-        ::unlink(m_path.c_str());
+    const HeldFolder folder(m_path);
+    removeStaleSocket(m_path, address);
     Socket listener(Blocking::No);
     if (::bind(listener.fd(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
         ::listen(listener.fd(), SOMAXCONN) != 0)
         throwErrno("cannot listen on " + m_path);
+    if (const auto made = lookAt(m_path))
+        m_file = {made->st_dev, made->st_ino};
     m_listener = listener.release();
 }
 
@@ -94,8 +152,11 @@ ControlSocket::~ControlSocket()
 {
     for (const int client : m_clients)
         ::close(client);
+    // Somebody else's file may lie there by now. Ours keeps its number for as long as the listener is open.
+    struct stat found = {};
+    if (::lstat(m_path.c_str(), &found) == 0 && std::pair(found.st_dev, found.st_ino) == m_file)
+        ::unlink(m_path.c_str());
     ::close(m_listener);
-    ::unlink(m_path.c_str());
 }
 
 std::vector<int> ControlSocket::descriptors() const

@@ -3,6 +3,8 @@
 
 #include <functional>
 #include <string>
+#include <sys/types.h>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -19,10 +21,12 @@ public:
     };
     using Handler = std::function<Answer(const std::string& command)>;
 
-    /// Takes the path over from a farm that is gone; throws std::runtime_error while one is listening there.
+    /// Takes the path over from a farm that is gone; throws std::runtime_error while one is listening there,
+    /// or when what lies there is not a socket, which stays.
     ControlSocket(std::string path, Handler handler);
     ControlSocket(const ControlSocket&) = delete;
     ControlSocket& operator=(const ControlSocket&) = delete;
+    /// Removes the socket, unless something else lies at its path by now.
     ~ControlSocket();
 
     /// Those to poll for input; the list changes with each call of `serve`.
@@ -40,6 +44,7 @@ private:
     std::string m_path;
     Handler m_handler;
     int m_listener;
+    std::pair<dev_t, ino_t> m_file{}; ///< The socket's, as the file system numbers it.
     std::vector<int> m_clients;
 };
 
