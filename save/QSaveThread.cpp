@@ -9,6 +9,7 @@
 
 #include <QDateTime>
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QProcess>
 #include <QScopeGuard>
 
@@ -25,11 +26,15 @@ bool differ(const QDevice* pCur, const QDevice* pModified, QString QDevice::*pst
     return pCur && pModified && pCur->*pstrText != pModified->*pstrText;
 }
 
-/// The camera needs this long before it is looked for anew. A spin, which may be terminated at any time.
+/// The camera needs this long before it is looked for anew. A spin, which may be terminated at any time. The
+/// clock on the wall may be set back meanwhile; a save is not to last until it has caught up.
 void SleepEx()
 {
     const QDateTime begin = QDateTime::currentDateTimeUtc();
-    while (begin.msecsTo(QDateTime::currentDateTimeUtc()) < SettleMilliseconds)
+    QElapsedTimer timer;
+    timer.start();
+    while (begin.msecsTo(QDateTime::currentDateTimeUtc()) < SettleMilliseconds &&
+           timer.elapsed() < SettleMilliseconds)
         TerminationPoint();
 }
 
