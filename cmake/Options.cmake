@@ -1,9 +1,28 @@
 # SPDX-License-Identifier: Apache-2.0
-# Warnings and sanitizers for every target. CI turns warnings into errors (CMAKE_COMPILE_WARNING_AS_ERROR).
+# Warnings, sanitizers and hardening for every target. CI turns warnings into errors (CMAKE_COMPILE_WARNING_AS_ERROR).
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual)
 
 set(IPC_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
 if(IPC_SANITIZE)
     add_compile_options(-fsanitize=${IPC_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_link_options(-fsanitize=${IPC_SANITIZE})
+endif()
+
+# What arrives from the network is read by programs that may have a capability: a mistake in there is to end the
+# program, not to be of use. A sanitizer has checks of its own in the same places.
+include(CheckPIESupported)
+check_pie_supported()
+if(NOT IPC_SANITIZE)
+    include(CheckCXXCompilerFlag)
+    set(IPC_PROTECTIONS -fstack-protector-strong)
+    foreach(option -fstack-clash-protection -fcf-protection)
+        check_cxx_compiler_flag(${option} IPC_HAS${option})
+        if(IPC_HAS${option})
+            list(APPEND IPC_PROTECTIONS ${option})
+        endif()
+    endforeach()
+    add_compile_options(${IPC_PROTECTIONS})
+    # Some compilers define it themselves, and it does nothing but warn where nothing is optimized.
+    add_compile_options("$<$<NOT:$<CONFIG:Debug,>>:SHELL:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>")
+    add_link_options(LINKER:-z,relro,-z,now,-z,noexecstack)
 endif()
