@@ -20,6 +20,8 @@
 #include <QKeyEvent>
 #include <QSignalBlocker>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int TableMargin = 5;          // Leaves the last column room for a mask beside a scroll bar.
@@ -184,7 +186,6 @@ void MainWidget::OnBtnRefresh()
 {
     if (!m_pRefreshThread || !m_pDeviceTable)
         return;
-    m_bRefreshing = true;
     EnabledRefreshBtn(false);
     StartRefresh();
     m_pDeviceTable->setFocus();
@@ -196,13 +197,14 @@ void MainWidget::StartRefresh()
     m_bRefreshAgain = m_pRefreshThread->isRunning();
     if (m_bRefreshAgain)
         return;
+    ++m_nRefreshes;
     m_pRefreshThread->SetThreadInfo(m_pDeviceManager);
     m_pRefreshThread->start(QThread::InheritPriority);
 }
 
 void MainWidget::OnEndRefreshThread()
 {
-    m_bRefreshing = m_bRefreshAgain;
+    m_nRefreshes = std::max(0, m_nRefreshes - 1);
     UpdateListShow();
     EnabledRefreshBtn(true);
 }

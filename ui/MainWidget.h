@@ -125,6 +125,6 @@ private:
     bool m_bGatewayValid = true;
     bool m_bIdle = true;          ///< Return in an address field saves.
     bool m_bSaving = false;       ///< The three buttons are out of use.
-    bool m_bRefreshing = false;   ///< So is Refresh, until the last refresh that was asked for has ended.
+    int m_nRefreshes = 0;         ///< That were started and are not shown yet; so is Refresh.
     bool m_bRefreshAgain = false; ///< Asked for while a refresh was running.
 };

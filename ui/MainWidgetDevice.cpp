@@ -314,5 +314,5 @@ void MainWidget::EnabledEditIPBtn(bool bEnable)
 void MainWidget::EnabledRefreshBtn(bool bEnable)
 {
     if (m_pRefreshBtn)
-        m_pRefreshBtn->setEnabled(bEnable && !m_bSaving && !m_bRefreshing);
+        m_pRefreshBtn->setEnabled(bEnable && !m_bSaving && m_nRefreshes == 0 && !m_bRefreshAgain);
 }

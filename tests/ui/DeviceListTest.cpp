@@ -181,8 +181,8 @@ TEST_F(DeviceListTest, WhenAllCamerasVanishThePanelIsEmptyAndComesBackWithThem)
     refresh();
     EXPECT_EQ(table()->rowCount(), 0);
     EXPECT_TRUE(button("Static IP")->isChecked());
-    EXPECT_EQ(field("Subnet Mask:")->text(), "255.255.255.0"); // What stood in the fields stays.
-    EXPECT_EQ(field("Device User ID:")->text(), "Camera 0");
+    EXPECT_EQ(field("Subnet Mask:")->text(), "");
+    EXPECT_EQ(field("Device User ID:")->text(), "");
     EXPECT_EQ(panelTitle(), "");
     EXPECT_THAT(panelTexts(), Each(QString()));
     EXPECT_FALSE(button("Modify IP")->isEnabled());

@@ -88,9 +88,9 @@ protected:
         save("11-button-focus");
         button("Save")->setFocus();
         save("12-save-focus");
-        for (int i = 0; i < 40; ++i)
+        for (int i = static_cast<int>(sdk.listed.size()); i < 256; ++i)
             addCamera(
-                {.mac = QString::asprintf("00:1A:2B:00:01:%02d", i).toStdString(), .ipConfig = StaticIp});
+                {.mac = QString::asprintf("00:1A:2B:00:01:%02X", i).toStdString(), .ipConfig = StaticIp});
         refresh();
         save("13-many");
         window->showMaximized();

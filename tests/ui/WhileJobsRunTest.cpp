@@ -135,6 +135,26 @@ TEST_F(WhileJobsRunTest, AfterAGoodSaveRefreshIsInUseAgainAtTheEndOfItsRefreshOn
     EXPECT_TRUE(eventually([this] { return button("Refresh")->isEnabled(); }));
 }
 
+TEST_F(WhileJobsRunTest, TheLateEndOfARefreshBringsRefreshBackIntoUseOnlyWhenNoOtherRuns)
+{
+    openWithCameras();
+    sdk.enumDevices = [this](RZ_CC_DEVICE_INFO_LIST& list) {
+        hold();
+        list.nDeviceCount = 0;
+        return RZ_OK;
+    };
+    click("Refresh");
+    ASSERT_TRUE(jobIsHeld());
+    go.release();
+    // The next one begins before the window has heard of the first one's end.
+    while (!held.tryAcquire(1, 1))
+        window->OnBtnRefresh();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(button("Refresh")->isEnabled());
+    go.release();
+    EXPECT_TRUE(eventually([this] { return button("Refresh")->isEnabled(); }));
+}
+
 TEST_F(WhileJobsRunTest, ADialogThatIsOpenWhileItsCameraVanishesForcesNoOtherOne)
 {
     addCamera({.mac = "00:00:00:00:00:01", .ip = "10.0.0.8", .ipConfig = StaticIp});

@@ -78,9 +78,6 @@ void WindowFixture::TearDown()
     if (!window)
         return;
     EXPECT_TRUE(eventually([this] { return jobsAreOver(); }));
-    // After a save the button is in use also while the list is being refreshed. One more refresh comes last.
-    QMetaObject::invokeMethod(window, "OnBtnRefresh");
-    EXPECT_TRUE(eventually([this] { return jobsAreOver(); }));
     window->hide();
 }
 
