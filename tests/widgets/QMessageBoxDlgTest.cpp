@@ -32,11 +32,11 @@ QLabel* messageOf(const QWidget& box)
     return box.findChild<QWidget*>("ContentMid")->findChild<QLabel*>();
 }
 
-/// What a label's text takes up when it is wrapped, in the label.
+/// What a label's text takes up, in the label.
 QRect shownArea(const QLabel& label)
 {
-    return label.fontMetrics().boundingRect(label.contentsRect(), Qt::AlignCenter | Qt::TextWordWrap,
-                                            label.text());
+    const int flags = Qt::AlignCenter | (label.wordWrap() ? Qt::TextWordWrap : 0);
+    return label.fontMetrics().boundingRect(label.contentsRect(), flags, label.text());
 }
 
 /// Runs the box as a question, and does this to it as soon as it is active.
