@@ -3,6 +3,7 @@
 
 #include "tests/support/WindowActions.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QTest>
 
@@ -91,4 +92,15 @@ TEST_F(QLineEditExTest, TheLossOfTheFocusIsToldAfterItsOwnHandling)
     edit.selectAll();
     other.setFocus();
     EXPECT_THAT(signalLog, ElementsAre("focus out 10.0.0.7"));
+}
+
+TEST_F(QLineEditExTest, ItsTextKeepsItsColourInADarkPalette)
+{
+    const QPalette before = QApplication::palette();
+    QApplication::setPalette(QPalette(QColor(40, 42, 46), QColor(30, 32, 36)));
+    const QLineEditEx fromText(QStringLiteral("192.168.10.20"), nullptr);
+    const QLineEditEx empty(nullptr);
+    EXPECT_EQ(fromText.palette().color(QPalette::Text), QColor(0x66, 0x66, 0x66));
+    EXPECT_EQ(empty.palette().color(QPalette::Text), QColor(0x66, 0x66, 0x66));
+    QApplication::setPalette(before);
 }
