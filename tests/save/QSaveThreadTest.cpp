@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/save/DebugLines.h"
 #include "tests/save/SavedCamera.h"
+#include "tests/support/InstalledTranslator.h"
 
 #include <QElapsedTimer>
-#include <QTranslator>
 
 #include <cstring>
 #include <gmock/gmock.h>
@@ -38,19 +38,13 @@ class QSaveThreadTypeTest : public QSaveThreadTest, public testing::WithParamInt
 {};
 
 /// Translates what is said in one context, as long as it lives.
-class ContextTranslator : public QTranslator
+struct ContextTranslator : InstalledTranslator
 {
-public:
-    ContextTranslator() { QCoreApplication::installTranslator(this); }
-    ContextTranslator(const ContextTranslator&) = delete;
-    ContextTranslator& operator=(const ContextTranslator&) = delete;
-    ~ContextTranslator() override { QCoreApplication::removeTranslator(this); }
-
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        return qstrcmp(context, "QThread") == 0 ? "<" + QString(text) + ">" : QString();
-    }
-    bool isEmpty() const override { return false; }
+    ContextTranslator()
+        : InstalledTranslator([](const QString& context, const QString& text) {
+              return context == "QThread" ? "<" + text + ">" : QString();
+          })
+    {}
 };
 
 } // namespace

@@ -37,6 +37,17 @@ protected:
         go.acquire();
     }
 
+    /// Holds each search for cameras from now on; these are what it finds then.
+    void holdSearches(const std::vector<RZ_CC_DEVICE_INFO*>& found)
+    {
+        sdk.enumDevices = [this, found](RZ_CC_DEVICE_INFO_LIST& list) {
+            hold();
+            list.nDeviceCount = static_cast<uint32_t>(found.size());
+            std::copy(found.begin(), found.end(), list.apDeviceInfo);
+            return RZ_OK;
+        };
+    }
+
     bool jobIsHeld()
     {
         return eventually([this] { return held.tryAcquire(); });
@@ -86,12 +97,7 @@ protected:
 TEST_F(WhileJobsRunTest, TheWindowAnswersWhileTheListIsMade)
 {
     openWithCameras();
-    sdk.enumDevices = [this, all = sdk.listed](RZ_CC_DEVICE_INFO_LIST& list) {
-        hold();
-        list.nDeviceCount = static_cast<uint32_t>(all.size());
-        std::copy(all.begin(), all.end(), list.apDeviceInfo);
-        return RZ_OK;
-    };
+    holdSearches(sdk.listed);
     click("Refresh");
     ASSERT_TRUE(jobIsHeld());
     useWindow();
@@ -120,12 +126,7 @@ TEST_F(WhileJobsRunTest, AfterAGoodSaveRefreshIsInUseAgainAtTheEndOfItsRefreshOn
 {
     openWithCameras();
     type("IP Address:", "192.0.2.20");
-    sdk.enumDevices = [this, all = sdk.listed](RZ_CC_DEVICE_INFO_LIST& list) {
-        hold();
-        list.nDeviceCount = static_cast<uint32_t>(all.size());
-        std::copy(all.begin(), all.end(), list.apDeviceInfo);
-        return RZ_OK;
-    };
+    holdSearches(sdk.listed);
     click("Save");
     ASSERT_TRUE(jobIsHeld());
     ASSERT_TRUE(eventually([this] { return button("Save")->isEnabled(); }));
@@ -138,11 +139,7 @@ TEST_F(WhileJobsRunTest, AfterAGoodSaveRefreshIsInUseAgainAtTheEndOfItsRefreshOn
 TEST_F(WhileJobsRunTest, TheLateEndOfARefreshBringsRefreshBackIntoUseOnlyWhenNoOtherRuns)
 {
     openWithCameras();
-    sdk.enumDevices = [this](RZ_CC_DEVICE_INFO_LIST& list) {
-        hold();
-        list.nDeviceCount = 0;
-        return RZ_OK;
-    };
+    holdSearches({});
     click("Refresh");
     ASSERT_TRUE(jobIsHeld());
     go.release();
@@ -161,12 +158,7 @@ TEST_F(WhileJobsRunTest, ADialogThatIsOpenWhileItsCameraVanishesForcesNoOtherOne
     addCamera({.mac = "00:00:00:00:00:02", .ip = "10.0.0.9", .ipConfig = StaticIp});
     open();
     clickRow(1);
-    sdk.enumDevices = [this, first = sdk.listed.front()](RZ_CC_DEVICE_INFO_LIST& list) {
-        hold();
-        list.nDeviceCount = 1;
-        list.apDeviceInfo[0] = first;
-        return RZ_OK;
-    };
+    holdSearches({sdk.listed.front()});
     click("Refresh");
     ASSERT_TRUE(jobIsHeld());
     onNextModal([this](QWidget& dialog) {

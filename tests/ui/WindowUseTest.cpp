@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tests/support/InstalledTranslator.h"
 #include "tests/support/WindowActions.h"
 #include "tests/ui/WindowFixture.h"
 #include "ui/QSetIpAddrDlg.h"
@@ -8,27 +9,15 @@
 #include <QGroupBox>
 #include <QScrollBar>
 #include <QTest>
-#include <QTranslator>
 
 #include <gtest/gtest.h>
 
 namespace {
 
 /// A language in which every text is the English one in brackets.
-class Brackets : public QTranslator
+struct Brackets : InstalledTranslator
 {
-public:
-    Brackets() { QCoreApplication::installTranslator(this); }
-    Brackets(const Brackets&) = delete;
-    Brackets& operator=(const Brackets&) = delete;
-    ~Brackets() override { QCoreApplication::removeTranslator(this); }
-
-    bool isEmpty() const override { return false; }
-    QString translate(const char* /*context*/, const char* text, const char* /*disambiguation*/,
-                      int /*n*/) const override
-    {
-        return QLatin1Char('[') + QString::fromUtf8(text) + QLatin1Char(']');
-    }
+    Brackets() : InstalledTranslator([](const QString&, const QString& text) { return "[" + text + "]"; }) {}
 };
 
 /// The window as people with all kinds of hardware, languages and cameras use it.
