@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/GenApi/CNodeMapFactory.h"
 
-#include "genapi/CancellationHold.h"
+#include "base/CancellationHold.h"
 #include "genapi/DescriptionUnpacker.h"
 #include "genapi/NodeMap.h"
 
@@ -9,7 +9,7 @@ namespace GenApi {
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t, const void* pData, std::size_t Size, ECacheUsage_t, bool)
 {
-    const genapi::CancellationHold hold;
+    const base::CancellationHold hold;
     m_text = genapi::unpackDescription({static_cast<const char*>(pData), Size});
 }
 

@@ -34,7 +34,7 @@ Checked checkDescription(std::string text)
 
 Engine::Engine(std::string text)
 {
-    const CancellationHold hold;
+    const base::CancellationHold hold;
     const Complaints complaints;
     // What the checks needed is gone before the engine takes its own memory.
     Checked checked = checkDescription(std::move(text));

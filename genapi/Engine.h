@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "genapi/CancellationHold.h"
+#include "base/CancellationHold.h"
 #include "genapi/Complaints.h"
 #include "genapi/PortDevice.h"
 #include "genapi/ReferenceGraph.h"
@@ -32,7 +32,7 @@ public:
     template <typename Call>
     auto call(const std::string& feature, const char* action, Call call)
     {
-        const CancellationHold hold;
+        const base::CancellationHold hold;
         const Complaints complaints;
         GError* error = nullptr;
         m_device.takeFailure();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
+#include "base/IpSettings.h"
 
 #include <optional>
 #include <string>
@@ -14,12 +14,10 @@ struct DiscoveryAck
 {
     std::uint16_t versionMajor = 0;
     std::uint16_t versionMinor = 0;
-    MacAddress mac;
+    base::MacAddress mac;
     std::uint32_t ipConfigOptions = 0; ///< IpConfig bits (gvcp/Registers.h) that the camera supports.
     std::uint32_t ipConfigCurrent = 0; ///< IpConfig bits in force.
-    Ipv4 ip = 0;
-    Ipv4 subnetMask = 0;
-    Ipv4 gateway = 0;
+    base::IpSettings ip;               ///< In force.
     /// Texts end at their first NUL; their bytes are the camera's own, valid UTF-8 or not.
     std::string manufacturerName;
     std::string modelName;
@@ -33,9 +31,9 @@ struct DiscoveryAck
 
 /// Cameras exist that send fewer than the 248 bytes: what is missing is empty, as long as the address fields
 /// are there. Nothing otherwise.
-std::optional<DiscoveryAck> parseDiscoveryAck(ByteView payload);
+std::optional<DiscoveryAck> parseDiscoveryAck(base::ByteView payload);
 
 /// All 248 bytes; a text longer than its field is cut.
-Bytes encodeDiscoveryAck(const DiscoveryAck& ack);
+base::Bytes encodeDiscoveryAck(const DiscoveryAck& ack);
 
 } // namespace gvcp

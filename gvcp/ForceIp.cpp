@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "gvcp/ForceIp.h"
 
-#include <algorithm>
-
 namespace gvcp {
 
 namespace {
@@ -15,26 +13,23 @@ constexpr std::size_t GatewayAt = 52;
 
 } // namespace
 
-Bytes encodeForceIp(const ForceIp& command)
+base::Bytes encodeForceIp(const ForceIp& command)
 {
-    Bytes payload(PayloadSize);
-    std::copy(command.mac.bytes.begin(), command.mac.bytes.end(), payload.begin() + MacAt);
-    writeU32(payload, IpAt, command.ip);
-    writeU32(payload, SubnetMaskAt, command.subnetMask);
-    writeU32(payload, GatewayAt, command.gateway);
+    base::Bytes payload(PayloadSize);
+    base::writeMac(payload, MacAt, command.mac);
+    base::writeIpv4(payload, IpAt, command.ip.address);
+    base::writeIpv4(payload, SubnetMaskAt, command.ip.mask);
+    base::writeIpv4(payload, GatewayAt, command.ip.gateway);
     return payload;
 }
 
-std::optional<ForceIp> parseForceIp(ByteView payload)
+std::optional<ForceIp> parseForceIp(base::ByteView payload)
 {
     if (payload.size() < PayloadSize)
         return std::nullopt;
-    ForceIp command;
-    std::copy_n(payload.begin() + MacAt, command.mac.bytes.size(), command.mac.bytes.begin());
-    command.ip = readU32(payload, IpAt);
-    command.subnetMask = readU32(payload, SubnetMaskAt);
-    command.gateway = readU32(payload, GatewayAt);
-    return command;
+    return ForceIp{base::readMac(payload, MacAt),
+                   {base::readIpv4(payload, IpAt), base::readIpv4(payload, SubnetMaskAt),
+                    base::readIpv4(payload, GatewayAt)}};
 }
 
 } // namespace gvcp

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
+#include "base/IpSettings.h"
 
 #include <optional>
 
@@ -13,15 +13,13 @@ namespace gvcp {
 /// payload.
 struct ForceIp
 {
-    MacAddress mac;
-    Ipv4 ip = 0;
-    Ipv4 subnetMask = 0;
-    Ipv4 gateway = 0;
+    base::MacAddress mac;
+    base::IpSettings ip;
 
     bool operator==(const ForceIp&) const = default;
 };
 
-Bytes encodeForceIp(const ForceIp& command);
-std::optional<ForceIp> parseForceIp(ByteView payload);
+base::Bytes encodeForceIp(const ForceIp& command);
+std::optional<ForceIp> parseForceIp(base::ByteView payload);
 
 } // namespace gvcp

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <optional>
 #include <vector>
@@ -15,8 +15,8 @@ inline constexpr std::size_t MaxMemoryBlock = 536;
 
 /// READREG carries the registers' addresses, its acknowledge their values. Parsing gives nothing unless the
 /// payload is one or more whole words.
-Bytes encodeWords(const std::vector<std::uint32_t>& words);
-std::optional<std::vector<std::uint32_t>> parseWords(ByteView payload);
+base::Bytes encodeWords(const std::vector<std::uint32_t>& words);
+std::optional<std::vector<std::uint32_t>> parseWords(base::ByteView payload);
 
 struct RegisterValue
 {
@@ -27,32 +27,32 @@ struct RegisterValue
 };
 
 /// WRITEREG.
-Bytes encodeRegisterValues(const std::vector<RegisterValue>& values);
-std::optional<std::vector<RegisterValue>> parseRegisterValues(ByteView payload);
+base::Bytes encodeRegisterValues(const std::vector<RegisterValue>& values);
+std::optional<std::vector<RegisterValue>> parseRegisterValues(base::ByteView payload);
 
 struct MemoryRange
 {
     std::uint32_t address = 0;
-    std::uint16_t count = 0; ///< Bytes.
+    std::uint16_t count = 0; ///< base::Bytes.
 
     bool operator==(const MemoryRange&) const = default;
 };
 
 /// READMEM.
-Bytes encodeMemoryRange(const MemoryRange& range);
-std::optional<MemoryRange> parseMemoryRange(ByteView payload);
+base::Bytes encodeMemoryRange(const MemoryRange& range);
+std::optional<MemoryRange> parseMemoryRange(base::ByteView payload);
 
 struct MemoryBlock
 {
     std::uint32_t address = 0;
-    ByteView data; ///< Points into the bytes it was parsed from.
+    base::ByteView data; ///< Points into the bytes it was parsed from.
 };
 
 /// READMEM's acknowledge and WRITEMEM. Parsing gives nothing for a block without data or over MaxMemoryBlock.
-Bytes encodeMemoryBlock(const MemoryBlock& block);
-std::optional<MemoryBlock> parseMemoryBlock(ByteView payload);
+base::Bytes encodeMemoryBlock(const MemoryBlock& block);
+std::optional<MemoryBlock> parseMemoryBlock(base::ByteView payload);
 
 /// WRITEREG's and WRITEMEM's acknowledge: how many registers were written, or which one failed.
-Bytes encodeWriteResult(std::uint16_t index);
+base::Bytes encodeWriteResult(std::uint16_t index);
 
 } // namespace gvcp

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <cstdint>
 #include <optional>
@@ -49,7 +49,7 @@ struct CommandPacket
     std::uint8_t flags = 0;
     Command command{}; ///< As received: may be none of the enumerators.
     std::uint16_t id = 0;
-    ByteView payload;
+    base::ByteView payload;
 };
 
 struct AcknowledgePacket
@@ -57,19 +57,19 @@ struct AcknowledgePacket
     Status status{};   ///< As received: an unknown 0x8xxx is an error of that camera's own.
     Command command{}; ///< The command it answers, that is the acknowledge code less one.
     std::uint16_t id = 0;
-    ByteView payload;
+    base::ByteView payload;
 };
 
-Bytes encodeCommand(Command command, std::uint8_t flags, std::uint16_t id, ByteView payload = {});
-Bytes encodeAcknowledge(Command command, Status status, std::uint16_t id, ByteView payload = {});
+base::Bytes encodeCommand(Command command, std::uint8_t flags, std::uint16_t id, base::ByteView payload = {});
+base::Bytes encodeAcknowledge(Command command, Status status, std::uint16_t id, base::ByteView payload = {});
 
 /// Nothing when the bytes are no GVCP command: too short, another key, or a length that the datagram does not
 /// hold.
-std::optional<CommandPacket> parseCommand(ByteView datagram);
+std::optional<CommandPacket> parseCommand(base::ByteView datagram);
 
 /// Nothing when the bytes are no acknowledge: too short, a length that the datagram does not hold, an even
-/// acknowledge code. Bytes after the payload are ignored (Ethernet's padding can get here).
-std::optional<AcknowledgePacket> parseAcknowledge(ByteView datagram);
+/// acknowledge code. base::Bytes after the payload are ignored (Ethernet's padding can get here).
+std::optional<AcknowledgePacket> parseAcknowledge(base::ByteView datagram);
 
 /// Ids run from 1 to 0xFFFF and start again at 1: 0 is not a legal request id.
 inline std::uint16_t nextId(std::uint16_t id)

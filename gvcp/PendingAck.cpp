@@ -10,17 +10,17 @@ constexpr std::size_t TimeAt = 2;
 
 } // namespace
 
-std::optional<std::chrono::milliseconds> parsePendingAck(ByteView payload)
+std::optional<std::chrono::milliseconds> parsePendingAck(base::ByteView payload)
 {
     if (payload.size() < PayloadSize)
         return std::nullopt;
-    return std::chrono::milliseconds(readU16(payload, TimeAt));
+    return std::chrono::milliseconds(base::readU16(payload, TimeAt));
 }
 
-Bytes encodePendingAck(std::chrono::milliseconds time)
+base::Bytes encodePendingAck(std::chrono::milliseconds time)
 {
-    Bytes payload(PayloadSize);
-    writeU16(payload, TimeAt, static_cast<std::uint16_t>(time.count()));
+    base::Bytes payload(PayloadSize);
+    base::writeU16(payload, TimeAt, static_cast<std::uint16_t>(time.count()));
     return payload;
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 #include "gvcp/Packet.h"
 
 #include <chrono>
@@ -14,9 +14,9 @@ inline constexpr Command PendingCommand{0x0088};
 
 /// PENDING_ACK, sent ahead of the true acknowledge and with the id of the command that it is about: how much
 /// longer than usual the camera will take. Nothing when the payload is too short.
-std::optional<std::chrono::milliseconds> parsePendingAck(ByteView payload);
+std::optional<std::chrono::milliseconds> parsePendingAck(base::ByteView payload);
 
 /// At most 65535 ms.
-Bytes encodePendingAck(std::chrono::milliseconds time);
+base::Bytes encodePendingAck(std::chrono::milliseconds time);
 
 } // namespace gvcp

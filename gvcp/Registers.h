@@ -3,28 +3,48 @@
 
 #include <cstdint>
 
-/// Addresses and bits of the bootstrap registers that every GigE Vision camera has. 32-bit registers,
-/// big-endian.
+/// Addresses and bits of the bootstrap registers that every GigE Vision camera has: 32 bits each, big-endian,
+/// but for the texts. A camera's answer to DISCOVERY is its memory up to and with UserDefinedName.
 namespace gvcp {
 
+/// Where a text stands in a camera's memory; the bytes behind it are NULs.
+struct TextRegister
+{
+    std::uint32_t address;
+    std::uint32_t size; ///< Bytes.
+};
+
 namespace reg {
+inline constexpr std::uint32_t Version = 0x0000; ///< Of the standard: the major number in the upper 16 bits.
 inline constexpr std::uint32_t DeviceMode = 0x0004;
 inline constexpr std::uint32_t MacHigh = 0x0008; ///< The first two bytes in the low 16 bits.
 inline constexpr std::uint32_t MacLow = 0x000C;
 inline constexpr std::uint32_t SupportedIpConfig = 0x0010;
 inline constexpr std::uint32_t CurrentIpConfig = 0x0014;
-inline constexpr std::uint32_t UserDefinedName = 0x00E8;      ///< 16 bytes.
-inline constexpr std::uint32_t FirstDescriptionUrl = 0x0200;  ///< 512 bytes.
-inline constexpr std::uint32_t SecondDescriptionUrl = 0x0400; ///< 512 bytes.
+inline constexpr std::uint32_t CurrentIp = 0x0024;
+inline constexpr std::uint32_t CurrentSubnetMask = 0x0034;
+inline constexpr std::uint32_t CurrentGateway = 0x0044;
+inline constexpr TextRegister ManufacturerName{0x0048, 32};
+inline constexpr TextRegister ModelName{0x0068, 32};
+inline constexpr TextRegister DeviceVersion{0x0088, 32};
+inline constexpr TextRegister ManufacturerInfo{0x00A8, 48};
+inline constexpr TextRegister SerialNumber{0x00D8, 16};
+inline constexpr TextRegister UserDefinedName{0x00E8, 16};
+inline constexpr TextRegister FirstDescriptionUrl{0x0200, 512};
+inline constexpr TextRegister SecondDescriptionUrl{0x0400, 512};
 inline constexpr std::uint32_t InterfaceCount = 0x0600;
 inline constexpr std::uint32_t PersistentIp = 0x064C;
 inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
 inline constexpr std::uint32_t PersistentGateway = 0x066C;
+inline constexpr std::uint32_t MessageChannelCount = 0x0900;
+inline constexpr std::uint32_t StreamChannelCount = 0x0904;
 inline constexpr std::uint32_t GvcpCapability = 0x0934;
 inline constexpr std::uint32_t HeartbeatTimeout = 0x0938;  ///< Milliseconds.
 inline constexpr std::uint32_t DiscoveryAckDelay = 0x0950; ///< Milliseconds, at most 1000.
 inline constexpr std::uint32_t GvcpConfiguration = 0x0954;
 inline constexpr std::uint32_t ControlChannelPrivilege = 0x0A00;
+inline constexpr std::uint32_t ApplicationPort = 0x0A04; ///< Of the application in control.
+inline constexpr std::uint32_t ApplicationAddress = 0x0A14;
 
 /// The same register of a camera's network interface `number`, counted from 0, given that of the first one.
 /// The first one's MAC, IP configuration and current addresses stand at the beginning of the map; those of

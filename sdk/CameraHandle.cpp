@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/CameraHandle.h"
 
-#include "sdk/CameraError.h"
-#include "sdk/RecordTable.h"
+#include "sdk/discovery/RecordTable.h"
+#include "sdk/network/CameraError.h"
 
 namespace sdk {
 
-gvcp::MacAddress CameraHandle::mac() const
+base::MacAddress CameraHandle::mac() const
 {
     return macOf(m_info);
 }
@@ -16,7 +16,7 @@ void CameraHandle::open(std::unique_ptr<Network> network)
     ForcedAddresses& forced = ForcedAddresses::instance();
     const int tries =
         forced.wasJustForced(mac(), network->now()) ? ControlChannel::ManyTries : ControlChannel::Tries;
-    auto session = std::make_shared<Session>(std::move(network), m_info.stGigEInfo.nDeviceIp, mac(), tries);
+    auto session = std::make_shared<Session>(std::move(network), addressOf(m_info), mac(), tries);
     storeWaitingAddress(*session, mac(), forced);
     auto port = std::make_unique<Port>(session, mac(), forced);
     const std::lock_guard lock(m_mutex);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
+#include "base/MacAddress.h"
 #include "sdk/Port.h"
 #include "sdk/RzCameraSdk.h"
-#include "sdk/Session.h"
+#include "sdk/camera/Session.h"
 
 #include <memory>
 #include <mutex>
@@ -20,7 +20,7 @@ public:
     explicit CameraHandle(const RZ_CC_DEVICE_INFO& info) : m_info(info) {}
 
     const RZ_CC_DEVICE_INFO& info() const { return m_info; }
-    gvcp::MacAddress mac() const;
+    base::MacAddress mac() const;
 
     /// Stores what waits to be stored on the camera, too. Throws CameraError. The session is the calling
     /// thread's.

@@ -40,7 +40,7 @@ std::shared_ptr<CameraHandle> HandleTable::find(void* handle) const
     return found == m_handles.end() ? nullptr : found->second;
 }
 
-void HandleTable::closeCamera(const gvcp::MacAddress& mac)
+void HandleTable::closeCamera(const base::MacAddress& mac)
 {
     closeIf([&mac](const CameraHandle& camera) { return camera.mac() == mac; });
 }

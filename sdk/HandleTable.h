@@ -25,7 +25,7 @@ public:
     std::shared_ptr<CameraHandle> find(void* handle) const;
 
     /// Closes this camera in whichever handle it is open.
-    void closeCamera(const gvcp::MacAddress& mac);
+    void closeCamera(const base::MacAddress& mac);
     /// Closes the cameras that this thread has opened.
     void closeOpenedBy(std::thread::id thread);
 

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/Port.h"
 
+#include "base/CancellationHold.h"
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
-#include "sdk/CancellationHold.h"
-#include "sdk/DescriptionCompletion.h"
+#include "sdk/addressing/IpRestart.h"
+#include "sdk/description/DescriptionCompletion.h"
+#include "sdk/network/CameraError.h"
 
 namespace sdk {
 
@@ -17,7 +18,7 @@ constexpr std::uint64_t FirstMakersRegister = 0xA000;
 template <typename Call>
 void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t length, Call call)
 {
-    const CancellationHold hold;
+    const base::CancellationHold hold;
     const std::lock_guard lock(mutex);
     if (!buffer || address < 0 || length <= 0)
         throw GenICam::InvalidArgumentException("there is no access to " + std::to_string(length) +
@@ -33,7 +34,7 @@ void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t leng
 
 } // namespace
 
-Port::Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, ForcedAddresses& forced)
+Port::Port(std::shared_ptr<Session> session, const base::MacAddress& camera, ForcedAddresses& forced)
     : m_session(std::move(session)),
       m_camera(camera),
       m_forced(forced),
@@ -42,7 +43,7 @@ Port::Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, For
 
 GenApi::EAccessMode Port::GetAccessMode() const
 {
-    const CancellationHold hold;
+    const base::CancellationHold hold;
     return m_session->isOpen() ? GenApi::RW : GenApi::NA;
 }
 
@@ -62,10 +63,10 @@ void Port::Write(const void* pBuffer, int64_t Address, int64_t Length)
     });
 }
 
-void Port::write(std::uint64_t address, gvcp::ByteView data)
+void Port::write(std::uint64_t address, base::ByteView data)
 {
     if (address == IpRestartAddress) {
-        m_session->closeWithIpRestart();
+        closeWithIpRestart(*m_session);
         return;
     }
     m_session->requireSameCamera();
@@ -91,7 +92,7 @@ bool Port::isUnderControl()
     }
 }
 
-void Port::storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data)
+void Port::storeForcedAddressIfAsked(std::uint64_t address, base::ByteView data)
 {
     const std::uint32_t configuration =
         gvcp::reg::ofInterface(m_session->interface(), gvcp::reg::CurrentIpConfig);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "base/MacAddress.h"
 #include "genapi/GenApi/IPort.h"
-#include "gvcp/Addresses.h"
-#include "sdk/CameraMemory.h"
-#include "sdk/LastingAddress.h"
-#include "sdk/Session.h"
+#include "sdk/addressing/LastingAddress.h"
+#include "sdk/camera/CameraMemory.h"
+#include "sdk/camera/Session.h"
 
 #include <memory>
 #include <mutex>
@@ -19,19 +19,19 @@ namespace sdk {
 class Port final : public GenApi::IPort
 {
 public:
-    Port(std::shared_ptr<Session> session, const gvcp::MacAddress& camera, ForcedAddresses& forced);
+    Port(std::shared_ptr<Session> session, const base::MacAddress& camera, ForcedAddresses& forced);
 
     GenApi::EAccessMode GetAccessMode() const override;
     void Read(void* pBuffer, int64_t Address, int64_t Length) override;
     void Write(const void* pBuffer, int64_t Address, int64_t Length) override;
 
 private:
-    void write(std::uint64_t address, gvcp::ByteView data);
+    void write(std::uint64_t address, base::ByteView data);
     bool isUnderControl();
-    void storeForcedAddressIfAsked(std::uint64_t address, gvcp::ByteView data);
+    void storeForcedAddressIfAsked(std::uint64_t address, base::ByteView data);
 
     const std::shared_ptr<Session> m_session;
-    const gvcp::MacAddress m_camera;
+    const base::MacAddress m_camera;
     ForcedAddresses& m_forced;
     std::mutex m_mutex; ///< Held during a call: one access is more than one command.
     CameraMemory m_memory;

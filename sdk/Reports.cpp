@@ -21,7 +21,7 @@ EnumReport Reports::enumeration() const
     return m_enumeration;
 }
 
-void Reports::setFailure(const gvcp::MacAddress& camera, const std::string& text)
+void Reports::setFailure(const base::MacAddress& camera, const std::string& text)
 {
     const std::lock_guard lock(m_mutex);
     if (text.empty())
@@ -30,7 +30,7 @@ void Reports::setFailure(const gvcp::MacAddress& camera, const std::string& text
         m_failures[camera] = text;
 }
 
-std::string Reports::failureOf(const gvcp::MacAddress& camera) const
+std::string Reports::failureOf(const base::MacAddress& camera) const
 {
     const std::lock_guard lock(m_mutex);
     const auto found = m_failures.find(camera);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
+#include "base/MacAddress.h"
 
 #include <map>
 #include <mutex>
@@ -27,13 +27,13 @@ public:
     EnumReport enumeration() const;
 
     /// Of the latest call on that camera; empty when it went well.
-    void setFailure(const gvcp::MacAddress& camera, const std::string& text);
-    std::string failureOf(const gvcp::MacAddress& camera) const;
+    void setFailure(const base::MacAddress& camera, const std::string& text);
+    std::string failureOf(const base::MacAddress& camera) const;
 
 private:
     mutable std::mutex m_mutex; ///< Guards what follows.
     EnumReport m_enumeration;
-    std::map<gvcp::MacAddress, std::string> m_failures;
+    std::map<base::MacAddress, std::string> m_failures;
 };
 
 } // namespace sdk

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/RzCameraSdk.h"
 
+#include "base/CancellationHold.h"
 #include "gvcp/Registers.h"
-#include "sdk/AccessCheck.h"
-#include "sdk/CameraError.h"
-#include "sdk/CancellationHold.h"
-#include "sdk/Description.h"
-#include "sdk/DescriptionCompletion.h"
-#include "sdk/Enumeration.h"
-#include "sdk/ForceIpExchange.h"
 #include "sdk/HandleTable.h"
-#include "sdk/Identity.h"
-#include "sdk/LastingAddress.h"
-#include "sdk/LinuxNetwork.h"
-#include "sdk/RecordTable.h"
 #include "sdk/Reports.h"
 #include "sdk/ThreadEnd.h"
+#include "sdk/addressing/ForceIpExchange.h"
+#include "sdk/addressing/LastingAddress.h"
+#include "sdk/camera/Identity.h"
+#include "sdk/description/Description.h"
+#include "sdk/description/DescriptionCompletion.h"
+#include "sdk/discovery/AccessCheck.h"
+#include "sdk/discovery/Enumeration.h"
+#include "sdk/discovery/RecordTable.h"
+#include "sdk/network/CameraError.h"
+#include "sdk/network/LinuxNetwork.h"
 
 #include <algorithm>
 #include <system_error>
@@ -28,7 +28,7 @@ namespace {
 template <typename Result, typename Call>
 Result guarded(Result onException, Call call) noexcept
 {
-    const CancellationHold hold;
+    const base::CancellationHold hold;
     try {
         return call();
     } catch (...) { // No forced unwinding comes this way while cancellation is held off.
@@ -83,7 +83,7 @@ std::vector<Adapter> adaptersTowards(const RZ_GIGE_DEVICE_INFO& camera)
             return adapter.index == camera.nNetExportIndex;
         return std::any_of(
             adapter.addresses.begin(), adapter.addresses.end(),
-            [&camera](const AdapterAddress& own) { return own.address == camera.nNetExportIp; });
+            [&camera](const AdapterAddress& own) { return own.address.number() == camera.nNetExportIp; });
     });
     if (found == adapters.end())
         throw CameraError(RZ_ERROR_NETWORK, "the adapter that heard it is gone");
@@ -93,7 +93,7 @@ std::vector<Adapter> adaptersTowards(const RZ_GIGE_DEVICE_INFO& camera)
 
 /// Throws CameraError when the first of the adapters cannot be used.
 std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters,
-                                   std::optional<gvcp::Ipv4> onlyCamera = std::nullopt)
+                                   std::optional<base::Ipv4> onlyCamera = std::nullopt)
 {
     auto network = std::make_unique<LinuxNetwork>(adapters, onlyCamera);
     if (network->adapters().empty() || network->adapters().front().index != adapters.front().index)
@@ -101,25 +101,25 @@ std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters,
     return network;
 }
 
-bool isAccessibleNow(const RZ_GIGE_DEVICE_INFO& camera)
+bool isAccessibleNow(const RZ_CC_DEVICE_INFO& camera)
 {
-    const auto network = networkOn(adaptersTowards(camera));
+    const auto network = networkOn(adaptersTowards(camera.stGigEInfo));
     RequestIds ids;
     AccessCheck check(*network, ids);
-    check.ask(0, camera.nNetExportIp, camera.nDeviceIp);
+    check.ask(0, base::Ipv4(camera.stGigEInfo.nNetExportIp), addressOf(camera));
     while (check.isPending()) {
         if (const auto datagram = network->receive(check.nextStep()))
             if (const auto acknowledge = gvcp::parseAcknowledge(datagram->payload))
                 check.take(*datagram, *acknowledge);
         check.proceed();
     }
-    return check.answer(0, camera.nDeviceIp) == AccessCheck::Answer::Accessible;
+    return check.answer(0, addressOf(camera)) == AccessCheck::Answer::Accessible;
 }
 
 /// Not 0.x, not loopback, not multicast or above.
-bool canBeCamera(gvcp::Ipv4 address)
+bool canBeCamera(base::Ipv4 address)
 {
-    const auto first = address >> 24;
+    const auto first = address.firstOctet();
     return first >= 1 && first <= 223 && first != 127;
 }
 
@@ -146,7 +146,7 @@ int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
             LinuxNetwork network(adapters);
             RecordTable& records = RecordTable::instance();
             auto found =
-                enumerateCameras(network, [&records](const gvcp::MacAddress& mac, const Adapter& adapter) {
+                enumerateCameras(network, [&records](const base::MacAddress& mac, const Adapter& adapter) {
                     return records.knows(mac, adapter.index);
                 });
             auto failures = network.failures();
@@ -203,7 +203,7 @@ bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode
         const RecordTable& records = RecordTable::instance();
         const RZ_CC_DEVICE_INFO camera = records.copyOf(*info);
         const auto recent = records.recentAccess(camera, Clock::now());
-        return recent ? *recent : isAccessibleNow(camera.stGigEInfo);
+        return recent ? *recent : isAccessibleNow(camera);
     });
 }
 
@@ -229,15 +229,15 @@ int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchove
     if (accessMode != RZ_ACCESS_EXCLUSIVE || switchoverKey != 0)
         return RZ_ERROR_PARAMETER;
     return withCamera(handle, [](CameraHandle& camera) {
-        const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
-        if (!canBeCamera(info.nDeviceIp))
+        const base::Ipv4 address = addressOf(camera.info());
+        if (!canBeCamera(address))
             return RZ_ERROR_PARAMETER;
-        const auto adapters = adaptersTowards(info);
-        if (adapters.front().isBroadcast(info.nDeviceIp))
+        const auto adapters = adaptersTowards(camera.info().stGigEInfo);
+        if (adapters.front().isBroadcast(address))
             return RZ_ERROR_PARAMETER;
         HandleTable::instance().closeCamera(camera.mac());
         closeCamerasWhenThisThreadEnds();
-        camera.open(networkOn(adapters, info.nDeviceIp));
+        camera.open(networkOn(adapters, address));
         return RZ_OK;
     });
 }
@@ -271,20 +271,19 @@ void* RZ_CC_GetTlProxy(void* handle)
 int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned gateway)
 {
     return withCamera(handle, [=](CameraHandle& camera) {
-        if (!canBeCamera(ip))
+        const base::IpSettings wanted{base::Ipv4(ip), base::Ipv4(subnetMask), base::Ipv4(gateway)};
+        if (!canBeCamera(wanted.address))
             return RZ_ERROR_PARAMETER;
         // A camera under control ignores FORCEIP.
         HandleTable::instance().closeCamera(camera.mac());
         const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
         auto network = networkOn(adaptersTowards(info));
-        const gvcp::ForceIp wanted{camera.mac(), ip, subnetMask, gateway};
-        const RZ_ERROR result = forceIp(
-            *network, wanted, {wanted.mac, info.nDeviceIp, info.nDeviceSubnetMask, info.nDeviceGateway});
+        const RZ_ERROR result = forceIp(*network, {camera.mac(), wanted}, ipSettingsOf(camera.info()));
         if (result != RZ_OK)
             return result;
-        ForcedAddresses::instance().keep(wanted, network->now());
-        makeAddressLast(std::move(network), wanted, info.nIpConfigOptions, info.nIpConfigCurrent,
-                        ForcedAddresses::instance());
+        ForcedAddresses::instance().keep(camera.mac(), wanted, network->now());
+        makeAddressLast(std::move(network), camera.mac(), wanted, info.nIpConfigOptions,
+                        info.nIpConfigCurrent, ForcedAddresses::instance());
         return RZ_OK;
     });
 }
@@ -314,8 +313,8 @@ int RZ_GIGE_GetPersistentIp(void* handle, unsigned* ip, unsigned* subnetMask, un
             const auto session = camera.session();
             return read(session->channel(), session->interface());
         }
-        const RZ_GIGE_DEVICE_INFO& info = camera.info().stGigEInfo;
-        ControlChannel channel(networkOn(adaptersTowards(info), info.nDeviceIp), info.nDeviceIp);
+        const base::Ipv4 address = addressOf(camera.info());
+        ControlChannel channel(networkOn(adaptersTowards(camera.info().stGigEInfo), address), address);
         return read(channel, interfaceWith(channel, camera.mac()));
     });
 }

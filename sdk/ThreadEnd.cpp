@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/ThreadEnd.h"
 
-#include "sdk/CancellationHold.h"
+#include "base/CancellationHold.h"
 #include "sdk/HandleTable.h"
 
 namespace sdk {
@@ -16,7 +16,7 @@ struct ThreadEnd
     ~ThreadEnd()
     {
         // A cancellation that comes as late as this would have nowhere to unwind to.
-        const CancellationHold hold;
+        const base::CancellationHold hold;
         HandleTable::instance().closeOpenedBy(std::this_thread::get_id());
     }
 };

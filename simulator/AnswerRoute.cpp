@@ -14,7 +14,7 @@ AnswerRoute::AnswerRoute(const CameraConfig& config, ArpClient& arp, FrameSink s
 void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to, const Done& done)
 {
     // An asker without an address (0.0.0.0) can be reached in no other way.
-    const bool isByBroadcast = answer.onlyByBroadcast || to.address == 0;
+    const bool isByBroadcast = answer.onlyByBroadcast || to.address.isUnspecified();
     const auto nextHop = isByBroadcast ? std::nullopt : nextHopTo(to.address, answer.from);
     if (nextHop) {
         deliverByArp(*nextHop, answer, to, done);
@@ -27,13 +27,13 @@ void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to, con
     done();
 }
 
-void AnswerRoute::deliver(const Echo& reply, const IpSettings& from)
+void AnswerRoute::deliver(const Echo& reply, const base::IpSettings& from)
 {
     const bool isNear = from.reaches(reply.destination);
-    if (!isNear && from.gateway == 0)
+    if (!isNear && from.gateway.isUnspecified())
         return;
     m_arp.resolve(from.address, isNear ? reply.destination : from.gateway,
-                  [this, echo = reply](const std::optional<gvcp::MacAddress>& mac) mutable {
+                  [this, echo = reply](const std::optional<base::MacAddress>& mac) mutable {
                       if (!mac)
                           return;
                       echo.destinationMac = *mac;
@@ -41,20 +41,20 @@ void AnswerRoute::deliver(const Echo& reply, const IpSettings& from)
                   });
 }
 
-std::optional<gvcp::Ipv4> AnswerRoute::nextHopTo(gvcp::Ipv4 asker, const IpSettings& from) const
+std::optional<base::Ipv4> AnswerRoute::nextHopTo(base::Ipv4 asker, const base::IpSettings& from) const
 {
     if (from.reaches(asker) || m_config.answerBy == CameraConfig::AnswerBy::Arp)
         return asker;
-    return from.gateway != 0 ? std::optional(from.gateway) : std::nullopt;
+    return from.gateway.isUnspecified() ? std::nullopt : std::optional(from.gateway);
 }
 
-void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
+void AnswerRoute::deliverByArp(base::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
                                const Done& done)
 {
     const bool mayBeBroadcast = answer.broadcastAllowed && !answer.from.reaches(to.address);
     m_arp.resolve(
         answer.from.address, nextHop,
-        [this, answer, to, done, mayBeBroadcast](const std::optional<gvcp::MacAddress>& mac) {
+        [this, answer, to, done, mayBeBroadcast](const std::optional<base::MacAddress>& mac) {
             if (mac)
                 transmit(*mac, answer, to);
             else if (mayBeBroadcast)
@@ -67,10 +67,10 @@ void AnswerRoute::deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer,
 void AnswerRoute::deliverByBroadcast(const Camera::Answer& answer, const Recipient& to)
 {
     if (answer.broadcastAllowed)
-        transmit(BroadcastMac, answer, {BroadcastMac, gvcp::LimitedBroadcast, to.port});
+        transmit(BroadcastMac, answer, {BroadcastMac, base::LimitedBroadcast, to.port});
 }
 
-void AnswerRoute::transmit(const gvcp::MacAddress& mac, const Camera::Answer& answer, const Recipient& to)
+void AnswerRoute::transmit(const base::MacAddress& mac, const Camera::Answer& answer, const Recipient& to)
 {
     UdpDatagram datagram;
     datagram.sourceMac = m_config.mac;

@@ -12,8 +12,8 @@ class AnswerRoute
 public:
     struct Recipient
     {
-        gvcp::MacAddress mac; ///< Where the command's frame came from.
-        gvcp::Ipv4 address = 0;
+        base::MacAddress mac; ///< Where the command's frame came from.
+        base::Ipv4 address;
         std::uint16_t port = 0;
     };
     using Done = std::function<void()>;
@@ -29,15 +29,15 @@ public:
     void deliver(
         const Camera::Answer& answer, const Recipient& to, const Done& done = [] {});
     /// Sends a reply to a ping, in the camera's subnet or through its gateway.
-    void deliver(const Echo& reply, const IpSettings& from);
+    void deliver(const Echo& reply, const base::IpSettings& from);
 
 private:
     /// Whose MAC is to be asked for first; nothing where the one that the command came from will do.
-    std::optional<gvcp::Ipv4> nextHopTo(gvcp::Ipv4 asker, const IpSettings& from) const;
-    void deliverByArp(gvcp::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
+    std::optional<base::Ipv4> nextHopTo(base::Ipv4 asker, const base::IpSettings& from) const;
+    void deliverByArp(base::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
                       const Done& done);
     void deliverByBroadcast(const Camera::Answer& answer, const Recipient& to);
-    void transmit(const gvcp::MacAddress& mac, const Camera::Answer& answer, const Recipient& to);
+    void transmit(const base::MacAddress& mac, const Camera::Answer& answer, const Recipient& to);
 
     const CameraConfig& m_config;
     ArpClient& m_arp;

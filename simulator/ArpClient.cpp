@@ -6,7 +6,7 @@
 
 namespace simulator {
 
-ArpClient::ArpClient(const gvcp::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
+ArpClient::ArpClient(const base::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
                      FrameSink send)
     : m_mac(mac),
       m_lifetime(lifetime),
@@ -14,7 +14,7 @@ ArpClient::ArpClient(const gvcp::MacAddress& mac, std::chrono::milliseconds life
       m_send(std::move(send))
 {}
 
-void ArpClient::resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done,
+void ArpClient::resolve(base::Ipv4 own, base::Ipv4 wanted, Done done,
                         std::optional<std::chrono::milliseconds> patience)
 {
     if (const Known* const entry = known(wanted)) {
@@ -33,9 +33,9 @@ void ArpClient::resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done,
         giveUp(wanted, waiting.front().number);
 }
 
-void ArpClient::heard(gvcp::Ipv4 own, const ArpMessage& message)
+void ArpClient::heard(base::Ipv4 own, const ArpMessage& message)
 {
-    const gvcp::Ipv4 sender = message.sender;
+    const base::Ipv4 sender = message.sender;
     // Whoever has this interface's own address too is nobody to answer.
     if (sender == own)
         return;
@@ -51,13 +51,13 @@ void ArpClient::stop()
     m_queries.clear();
 }
 
-const ArpClient::Known* ArpClient::known(gvcp::Ipv4 address) const
+const ArpClient::Known* ArpClient::known(base::Ipv4 address) const
 {
     const auto found = m_known.find(address);
     return found != m_known.end() && found->second.until > m_timers.now() ? &found->second : nullptr;
 }
 
-void ArpClient::ask(gvcp::Ipv4 own, gvcp::Ipv4 wanted, unsigned requestsLeft)
+void ArpClient::ask(base::Ipv4 own, base::Ipv4 wanted, unsigned requestsLeft)
 {
     if (requestsLeft == 0) {
         finish(wanted, std::nullopt);
@@ -73,7 +73,7 @@ void ArpClient::ask(gvcp::Ipv4 own, gvcp::Ipv4 wanted, unsigned requestsLeft)
     m_send(request);
 }
 
-void ArpClient::giveUp(gvcp::Ipv4 wanted, unsigned number)
+void ArpClient::giveUp(base::Ipv4 wanted, unsigned number)
 {
     const auto query = m_queries.find(wanted);
     std::deque<Waiting>& waiting = query->second.waiting;
@@ -88,7 +88,7 @@ void ArpClient::giveUp(gvcp::Ipv4 wanted, unsigned number)
     done(std::nullopt);
 }
 
-void ArpClient::finish(gvcp::Ipv4 wanted, std::optional<gvcp::MacAddress> mac)
+void ArpClient::finish(base::Ipv4 wanted, std::optional<base::MacAddress> mac)
 {
     const auto query = m_queries.extract(wanted);
     if (query.empty())

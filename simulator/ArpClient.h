@@ -14,7 +14,7 @@ namespace simulator {
 class ArpClient
 {
 public:
-    using Done = std::function<void(std::optional<gvcp::MacAddress>)>;
+    using Done = std::function<void(std::optional<base::MacAddress>)>;
 
     static constexpr unsigned Requests = 3;
     /// Between two requests, and after the last one.
@@ -23,7 +23,7 @@ public:
     static constexpr std::size_t MaxWaiting = 3;
 
     /// `lifetime` is how long an address is remembered.
-    ArpClient(const gvcp::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
+    ArpClient(const base::MacAddress& mac, std::chrono::milliseconds lifetime, TimerQueue& timers,
               FrameSink send);
     ArpClient(const ArpClient&) = delete;
     ArpClient& operator=(const ArpClient&) = delete;
@@ -31,10 +31,10 @@ public:
     /// Calls `done` once: at once if the address is known, else when somebody says whose it is. With nothing
     /// when nobody does within `patience`, at most the time of all requests, or when it has to make way.
     /// `own` is the asking interface's address.
-    void resolve(gvcp::Ipv4 own, gvcp::Ipv4 wanted, Done done,
+    void resolve(base::Ipv4 own, base::Ipv4 wanted, Done done,
                  std::optional<std::chrono::milliseconds> patience = {});
     /// What the interface with the address `own` learns from others' messages is what RFC 826 says.
-    void heard(gvcp::Ipv4 own, const ArpMessage& message);
+    void heard(base::Ipv4 own, const ArpMessage& message);
     /// Knows nobody any more; who waits goes on waiting.
     void forget() { m_known.clear(); }
     /// Likewise, and asks no more: who waits is not called.
@@ -43,7 +43,7 @@ public:
 private:
     struct Known
     {
-        gvcp::MacAddress mac;
+        base::MacAddress mac;
         TimerQueue::Clock::time_point until;
     };
 
@@ -62,17 +62,17 @@ private:
         std::deque<Waiting> waiting;
     };
 
-    const Known* known(gvcp::Ipv4 address) const;
-    void ask(gvcp::Ipv4 own, gvcp::Ipv4 wanted, unsigned requestsLeft);
-    void giveUp(gvcp::Ipv4 wanted, unsigned number);
-    void finish(gvcp::Ipv4 wanted, std::optional<gvcp::MacAddress> mac);
+    const Known* known(base::Ipv4 address) const;
+    void ask(base::Ipv4 own, base::Ipv4 wanted, unsigned requestsLeft);
+    void giveUp(base::Ipv4 wanted, unsigned number);
+    void finish(base::Ipv4 wanted, std::optional<base::MacAddress> mac);
 
-    gvcp::MacAddress m_mac;
+    base::MacAddress m_mac;
     std::chrono::milliseconds m_lifetime;
     TimerQueue& m_timers;
     FrameSink m_send;
-    std::map<gvcp::Ipv4, Known> m_known;
-    std::map<gvcp::Ipv4, Query> m_queries; ///< By the address that is asked for.
+    std::map<base::Ipv4, Known> m_known;
+    std::map<base::Ipv4, Query> m_queries; ///< By the address that is asked for.
     unsigned m_lastNumber = 0;
 };
 

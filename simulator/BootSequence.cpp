@@ -15,7 +15,7 @@ BootSequence::BootSequence(const CameraConfig& config, TimerQueue& timers, const
       m_dhcp(config.mac, timers, send, random),
       m_claim(config.mac, timers, send, random),
       m_done(std::move(done)),
-      m_phase(config.ip.address != 0 ? Phase::Running : Phase::Off)
+      m_phase(config.ip.address.isUnspecified() ? Phase::Off : Phase::Running)
 {
     if (LinkLocalClaim::isLinkLocal(config.ip.address))
         m_lastLinkLocal = config.ip.address;
@@ -30,7 +30,7 @@ void BootSequence::run(std::chrono::milliseconds off, const StoredIp& settings)
         obtainAddress(settings);
 }
 
-void BootSequence::pause(std::chrono::milliseconds off, const IpSettings& ip)
+void BootSequence::pause(std::chrono::milliseconds off, const base::IpSettings& ip)
 {
     switchOff();
     m_timeouts.after(off, [this, ip] { finish(ip); });
@@ -55,7 +55,7 @@ void BootSequence::receive(const Frame& frame)
 
 void BootSequence::obtainAddress(const StoredIp& settings)
 {
-    if ((settings.ipConfig & gvcp::IpConfig::Persistent) && settings.persistent.address != 0)
+    if ((settings.ipConfig & gvcp::IpConfig::Persistent) && !settings.persistent.address.isUnspecified())
         finish(settings.persistent);
     else if (settings.ipConfig & gvcp::IpConfig::Dhcp)
         obtainLease();
@@ -65,13 +65,13 @@ void BootSequence::obtainAddress(const StoredIp& settings)
 
 void BootSequence::obtainLease()
 {
-    const IpSettings& expected = m_config.ip;
-    if (expected.address != 0 && !LinkLocalClaim::isLinkLocal(expected.address)) {
+    const base::IpSettings& expected = m_config.ip;
+    if (!expected.address.isUnspecified() && !LinkLocalClaim::isLinkLocal(expected.address)) {
         finish(expected);
         return;
     }
     m_phase = Phase::Dhcp;
-    m_dhcp.start(m_config.dhcpTimeout, [this](const std::optional<IpSettings>& lease) {
+    m_dhcp.start(m_config.dhcpTimeout, [this](const std::optional<base::IpSettings>& lease) {
         if (lease)
             finish(*lease);
         else
@@ -82,13 +82,13 @@ void BootSequence::obtainLease()
 void BootSequence::claimLinkLocal()
 {
     m_phase = Phase::LinkLocal;
-    m_claim.start(m_config.probeInterval, m_lastLinkLocal, [this](const IpSettings& ip) {
+    m_claim.start(m_config.probeInterval, m_lastLinkLocal, [this](const base::IpSettings& ip) {
         m_lastLinkLocal = ip.address;
         finish(ip);
     });
 }
 
-void BootSequence::finish(const IpSettings& ip)
+void BootSequence::finish(const base::IpSettings& ip)
 {
     m_phase = Phase::Running;
     m_done(ip);

@@ -21,7 +21,7 @@ public:
         LinkLocal,
         Running
     };
-    using Done = std::function<void(const IpSettings&)>;
+    using Done = std::function<void(const base::IpSettings&)>;
 
     /// `config` and `random` must outlive this. `done` is called each time the camera has got its address; it
     /// is running then. It is so from the start with an address of its configuration, and off without.
@@ -31,7 +31,7 @@ public:
     /// From any phase: no address and nothing on the network for the time `off`, then as the settings say.
     void run(std::chrono::milliseconds off, const StoredIp& settings);
     /// From any phase: nothing on the network for the time `off`, then running with this address.
-    void pause(std::chrono::milliseconds off, const IpSettings& ip);
+    void pause(std::chrono::milliseconds off, const base::IpSettings& ip);
     /// What the interface hears before it has an address.
     void receive(const Frame& frame);
 
@@ -44,7 +44,7 @@ private:
     void obtainAddress(const StoredIp& settings);
     void obtainLease();
     void claimLinkLocal();
-    void finish(const IpSettings& ip);
+    void finish(const base::IpSettings& ip);
 
     const CameraConfig& m_config;
     Timeouts m_timeouts;
@@ -52,7 +52,7 @@ private:
     LinkLocalClaim m_claim;
     Done m_done;
     Phase m_phase;
-    std::optional<gvcp::Ipv4> m_lastLinkLocal; ///< Preferred when there is need of one again.
+    std::optional<base::Ipv4> m_lastLinkLocal; ///< Preferred when there is need of one again.
 };
 
 } // namespace simulator

@@ -130,7 +130,7 @@ private:
 
 } // namespace
 
-gvcp::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister)
+base::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister)
 {
     const auto has = [&missing](DescribedFeature feature) {
         return std::find(missing.begin(), missing.end(), feature) == missing.end();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <vector>
 
@@ -21,6 +21,6 @@ inline constexpr char BuiltInDescriptionName[] = "FarmCamera_1_0_0.xml";
 
 /// The farm's own description file: a camera with its texts and its network settings as features, but for
 /// those that are to be missing.
-gvcp::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister);
+base::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister);
 
 } // namespace simulator

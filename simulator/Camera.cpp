@@ -64,8 +64,8 @@ std::optional<Camera::Answer> Camera::announceDelay(const gvcp::CommandPacket& c
 {
     if (!isPendingAckOn())
         return std::nullopt;
-    gvcp::Bytes payload(4);
-    gvcp::writeU16(payload, 2, static_cast<std::uint16_t>(time.count()));
+    base::Bytes payload(4);
+    base::writeU16(payload, 2, static_cast<std::uint16_t>(time.count()));
     gvcp::CommandPacket pending = command;
     pending.command = Pending;
     return acknowledge(pending, {Status::Success, payload});
@@ -81,7 +81,7 @@ std::optional<Camera::Answer> Camera::acknowledge(const gvcp::CommandPacket& com
 {
     if (!(command.flags & gvcp::FlagAcknowledge))
         return std::nullopt;
-    gvcp::Bytes payload = outcome.payload;
+    base::Bytes payload = outcome.payload;
     if (command.command != Command::Discovery)
         payload.insert(payload.end(), m_config.acknowledgeExtra, ExtraByte);
     Answer answer{gvcp::encodeAcknowledge(command.command, outcome.status, command.id, payload), ip()};
@@ -100,10 +100,10 @@ Camera::Reaction Camera::forceIp(const gvcp::CommandPacket& command)
     if (!force || m_control.application())
         return {};
     Reaction reaction{acknowledge(command, {}), Effect::Forced};
-    if (force->ip == 0)
+    if (force->ip.address.isUnspecified())
         reaction.effect = Effect::IpRestart; // The new address is not known yet: the old one answers.
     else
-        setIp({force->ip, force->subnetMask, force->gateway});
+        setIp(force->ip);
 
     const Way way = m_config.forceIpAcknowledge;
     if (way == Way::Never)
@@ -140,7 +140,7 @@ Camera::Outcome Camera::execute(const gvcp::CommandPacket& command, const Asker&
     return {Status::NotImplemented, {}};
 }
 
-Camera::Outcome Camera::readRegisters(gvcp::ByteView payload, const Asker& asker) const
+Camera::Outcome Camera::readRegisters(base::ByteView payload, const Asker& asker) const
 {
     const auto addresses = gvcp::parseWords(payload);
     if (!addresses)
@@ -153,12 +153,12 @@ Camera::Outcome Camera::readRegisters(gvcp::ByteView payload, const Asker& asker
         const Status status = m_registers.read(address, bytes);
         if (status != Status::Success)
             return {status, {}};
-        values.push_back(gvcp::readU32(bytes, 0));
+        values.push_back(base::readU32(bytes, 0));
     }
     return {Status::Success, gvcp::encodeWords(values)};
 }
 
-Camera::Outcome Camera::writeRegisters(gvcp::ByteView payload, const Asker& asker, Clock::time_point now)
+Camera::Outcome Camera::writeRegisters(base::ByteView payload, const Asker& asker, Clock::time_point now)
 {
     const auto values = gvcp::parseRegisterValues(payload);
     if (!values)
@@ -185,18 +185,18 @@ Status Camera::writeRegister(const gvcp::RegisterValue& each, const Asker& asker
     if (!m_control.mayWrite(asker))
         return Status::AccessDenied;
     std::array<std::uint8_t, 4> bytes{};
-    gvcp::writeU32(bytes, 0, each.value);
+    base::writeU32(bytes, 0, each.value);
     return m_registers.write(each.address, bytes);
 }
 
-Camera::Outcome Camera::readMemory(gvcp::ByteView payload, const Asker& asker) const
+Camera::Outcome Camera::readMemory(base::ByteView payload, const Asker& asker) const
 {
     const auto range = gvcp::parseMemoryRange(payload);
     if (!range || range->count == 0 || range->count > gvcp::MaxMemoryBlock)
         return {Status::InvalidParameter, {}};
     if (!m_control.mayRead(asker))
         return {Status::AccessDenied, {}};
-    gvcp::Bytes data(range->count);
+    base::Bytes data(range->count);
     const Status status = m_registers.read(range->address, data);
     if (status != Status::Success)
         return {status, {}};
@@ -204,7 +204,7 @@ Camera::Outcome Camera::readMemory(gvcp::ByteView payload, const Asker& asker) c
             m_config.readMemoryOmitsAddress ? data : gvcp::encodeMemoryBlock({range->address, data})};
 }
 
-Camera::Outcome Camera::writeMemory(gvcp::ByteView payload, const Asker& asker)
+Camera::Outcome Camera::writeMemory(base::ByteView payload, const Asker& asker)
 {
     const auto block = gvcp::parseMemoryBlock(payload);
     if (!block)

@@ -20,8 +20,8 @@ public:
 
     struct Answer
     {
-        gvcp::Bytes packet;
-        IpSettings from; ///< What it is sent with: FORCEIP changes it under way.
+        base::Bytes packet;
+        base::IpSettings from; ///< What it is sent with: FORCEIP changes it under way.
         bool onlyByBroadcast = false;
         bool broadcastAllowed = false; ///< The command's flag for it, where it has one.
     };
@@ -60,8 +60,8 @@ public:
     const CameraConfig& config() const { return m_config; }
     const RegisterMap& registers() const { return m_registers; }
     const ControlChannel& control() const { return m_control; }
-    IpSettings ip() const { return m_registers.currentIp(); }
-    void setIp(const IpSettings& ip) { m_registers.setCurrentIp(ip); }
+    base::IpSettings ip() const { return m_registers.currentIp(); }
+    void setIp(const base::IpSettings& ip) { m_registers.setCurrentIp(ip); }
 
     /// Puts an application elsewhere in control, whoever was it before.
     void hold(const CameraConfig::Holder& holder);
@@ -73,16 +73,16 @@ private:
     struct Outcome
     {
         gvcp::Status status = gvcp::Status::Success;
-        gvcp::Bytes payload;
+        base::Bytes payload;
     };
 
     Reaction forceIp(const gvcp::CommandPacket& command);
     Outcome execute(const gvcp::CommandPacket& command, const Asker& asker, Clock::time_point now);
-    Outcome readRegisters(gvcp::ByteView payload, const Asker& asker) const;
-    Outcome writeRegisters(gvcp::ByteView payload, const Asker& asker, Clock::time_point now);
+    Outcome readRegisters(base::ByteView payload, const Asker& asker) const;
+    Outcome writeRegisters(base::ByteView payload, const Asker& asker, Clock::time_point now);
     gvcp::Status writeRegister(const gvcp::RegisterValue& each, const Asker& asker, Clock::time_point now);
-    Outcome readMemory(gvcp::ByteView payload, const Asker& asker) const;
-    Outcome writeMemory(gvcp::ByteView payload, const Asker& asker);
+    Outcome readMemory(base::ByteView payload, const Asker& asker) const;
+    Outcome writeMemory(base::ByteView payload, const Asker& asker);
     /// What is sent for it, if the command wants to be acknowledged.
     std::optional<Answer> acknowledge(const gvcp::CommandPacket& command, const Outcome& outcome) const;
     /// Lets the registers say who is in control.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
+#include "base/IpSettings.h"
 #include "gvcp/Registers.h"
 #include "simulator/Fault.h"
-#include "simulator/IpSettings.h"
 
 #include <chrono>
 #include <cstdint>
@@ -14,6 +14,8 @@
 #include <vector>
 
 namespace simulator {
+
+using base::operator""_ip;
 
 /// A camera as its configuration file describes it: what it is, and how it misbehaves.
 struct CameraConfig
@@ -59,7 +61,7 @@ struct CameraConfig
     /// An application elsewhere that controls the camera; unless told, one at an address that is nobody's.
     struct Holder
     {
-        gvcp::Ipv4 address = 0xC0000201;                      // 192.0.2.1
+        base::Ipv4 address = "192.0.2.1"_ip;
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
     };
 
@@ -80,7 +82,7 @@ struct CameraConfig
     /// What the camera tells of its features, in its memory at DescriptionAddress.
     struct Description
     {
-        std::shared_ptr<const gvcp::Bytes> file; ///< Null for a camera without one; of whole registers.
+        std::shared_ptr<const base::Bytes> file; ///< Null for a camera without one; of whole registers.
         std::string url;
         std::string secondUrl;
     };
@@ -89,9 +91,9 @@ struct CameraConfig
     static constexpr std::size_t MaxDescriptionSize = 16 << 20;
     static constexpr std::size_t UrlSize = 512; ///< Bytes.
 
-    gvcp::MacAddress mac;
+    base::MacAddress mac;
     unsigned interface = 0;                      ///< Which of its network interfaces is on this network.
-    std::vector<gvcp::MacAddress> interfaceMacs; ///< By their numbers; empty for a camera with one only.
+    std::vector<base::MacAddress> interfaceMacs; ///< By their numbers; empty for a camera with one only.
     std::string manufacturer = "Farm Cameras";
     std::string model = "FC-1200M";
     std::string version = "1.0.0";
@@ -101,9 +103,9 @@ struct CameraConfig
     UserNameAccess userNameAccess = UserNameAccess::ReadWrite;
     /// At the start, and taken for what a DHCP server would lease it later, unless it is a link-local one.
     /// Without an address the camera boots when the farm starts, and asks on the network.
-    IpSettings ip;
+    base::IpSettings ip;
     IpMethod ipMethod = IpMethod::Dhcp;
-    IpSettings persistent;
+    base::IpSettings persistent;
     bool hasPersistentIp = true;
     Description description;
     std::uint32_t resetRegister = 0x00010000; ///< A write of any bit of the mask reboots the camera.

@@ -14,7 +14,7 @@ namespace {
 
 using Config = CameraConfig;
 
-constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
+constexpr base::Ipv4 UsualMask = "255.255.255.0"_ip;
 constexpr std::uint32_t LongestTime = 60000; // ms
 constexpr std::size_t MaxSerial = 16;        // bytes
 
@@ -24,12 +24,12 @@ constexpr std::pair<const char*, Config::IpMethod> IpMethods[] = {
     {"lla", Config::IpMethod::LinkLocal},
 };
 
-IpSettings readIp(JsonObject& object, gvcp::Ipv4 defaultMask)
+base::IpSettings readIp(JsonObject& object, base::Ipv4 defaultMask)
 {
-    IpSettings ip;
-    ip.address = object.address("address").value_or(0);
+    base::IpSettings ip;
+    ip.address = object.address("address").value_or(base::Ipv4());
     ip.mask = object.mask("mask").value_or(defaultMask);
-    ip.gateway = object.address("gateway").value_or(0);
+    ip.gateway = object.address("gateway").value_or(base::Ipv4());
     return ip;
 }
 
@@ -79,7 +79,7 @@ void readInterfaces(JsonObject& object, Config& camera)
         object.fail("interfaceMacs", "must list " + std::to_string(count) + " MAC addresses");
     if ((*macs)[camera.interface] != camera.mac)
         object.fail("interfaceMacs", "must have \"mac\" in the place of \"interface\", counted from 0");
-    if (std::set<gvcp::MacAddress>(macs->begin(), macs->end()).size() != count)
+    if (std::set<base::MacAddress>(macs->begin(), macs->end()).size() != count)
         object.fail("interfaceMacs", "must list each MAC address once");
     camera.interfaceMacs = *macs;
 }
@@ -92,9 +92,9 @@ void readTimes(JsonObject& object, Config& camera)
         object.milliseconds("probeInterval", 1, LongestTime).value_or(camera.probeInterval);
 }
 
-std::string serialFrom(const gvcp::MacAddress& mac)
+std::string serialFrom(const base::MacAddress& mac)
 {
-    std::string text = toText(mac).substr(9); // the maker's own half
+    std::string text = mac.toText().substr(9); // the maker's own half
     std::erase(text, ':');
     return "FC" + text;
 }
@@ -114,9 +114,9 @@ std::string countedUp(const std::string& text, unsigned by)
     return text.substr(0, begin) + digits;
 }
 
-gvcp::MacAddress countedUp(const gvcp::MacAddress& mac, unsigned by)
+base::MacAddress countedUp(const base::MacAddress& mac, unsigned by)
 {
-    gvcp::MacAddress result = mac;
+    base::MacAddress result = mac;
     unsigned carry = by;
     for (std::size_t i = result.bytes.size(); i-- > 0 && carry > 0; carry >>= 8) {
         carry += result.bytes[i];
@@ -125,11 +125,11 @@ gvcp::MacAddress countedUp(const gvcp::MacAddress& mac, unsigned by)
     return result;
 }
 
-gvcp::MacAddress countedUp(JsonObject& object, const gvcp::MacAddress& mac, unsigned by)
+base::MacAddress countedUp(JsonObject& object, const base::MacAddress& mac, unsigned by)
 {
-    const gvcp::MacAddress result = countedUp(mac, by);
+    const base::MacAddress result = countedUp(mac, by);
     if ((result.bytes[0] & 1) != 0)
-        object.fail("repeat", "counts a MAC address up to " + toText(result) + ", which is a group's");
+        object.fail("repeat", "counts a MAC address up to " + result.toText() + ", which is a group's");
     return result;
 }
 
@@ -137,12 +137,12 @@ gvcp::MacAddress countedUp(JsonObject& object, const gvcp::MacAddress& mac, unsi
 void countUp(JsonObject& object, Config& camera, unsigned by)
 {
     camera.mac = countedUp(object, camera.mac, by);
-    for (gvcp::MacAddress& each : camera.interfaceMacs)
+    for (base::MacAddress& each : camera.interfaceMacs)
         each = countedUp(object, each, by);
-    if (camera.ip.address != 0)
-        camera.ip.address += by;
-    if (camera.persistent.address != 0)
-        camera.persistent.address += by;
+    if (!camera.ip.address.isUnspecified())
+        camera.ip.address = camera.ip.address.plus(by);
+    if (!camera.persistent.address.isUnspecified())
+        camera.persistent.address = camera.persistent.address.plus(by);
     camera.serial = camera.serial.empty() ? serialFrom(camera.mac) : countedUp(camera.serial, by);
     if (camera.serial.size() > MaxSerial)
         object.fail("repeat", "counts the serial up to " + camera.serial + ", which is too long");
@@ -158,7 +158,7 @@ std::vector<Config> readCameraEntry(const nlohmann::json& value, std::size_t ind
     const auto mac = object.mac("mac");
     if (!mac)
         object.fail("mac", "is missing");
-    name += " (" + toText(*mac) + ")";
+    name += " (" + mac->toText() + ")";
     object.setName(name);
 
     Config camera;

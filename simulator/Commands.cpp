@@ -48,7 +48,7 @@ std::string hold(Station& station, const Words& options)
 {
     CameraConfig::Holder holder;
     for (const std::string& option : options) {
-        if (const auto address = gvcp::parseIpv4(option))
+        if (const auto address = base::Ipv4::parse(option))
             holder.address = *address;
         else if (option == "control")
             holder.privilege = gvcp::Privilege::Control;
@@ -118,11 +118,9 @@ std::string heal(Station& station, const Words&)
     return {};
 }
 
-Json toJson(const IpSettings& ip)
+Json toJson(const base::IpSettings& ip)
 {
-    return {{"address", gvcp::toText(ip.address)},
-            {"mask", gvcp::toText(ip.mask)},
-            {"gateway", gvcp::toText(ip.gateway)}};
+    return {{"address", ip.address.toText()}, {"mask", ip.mask.toText()}, {"gateway", ip.gateway.toText()}};
 }
 
 /// As a configuration has them: "E9 74 E9".
@@ -159,7 +157,7 @@ std::string show(Station& station, const Words&)
     const StoredSettings stored = camera.registers().stored();
     const StoredIp own = camera.registers().storedIp();
     const auto& controller = camera.control().application();
-    Json json{{"mac", toText(station.mac())}};
+    Json json{{"mac", station.mac().toText()}};
     json.update(toJson(camera.ip()));
     json["ipConfiguration"] = own.ipConfig & gvcp::IpConfig::Persistent ? "persistent"
                               : own.ipConfig & gvcp::IpConfig::Dhcp     ? "dhcp"
@@ -173,7 +171,7 @@ std::string show(Station& station, const Words&)
     json["userName"] = stored.userName;
     json["userNameBytes"] = hexPairs(stored.userName);
     json["held"] = controller.has_value();
-    json["controller"] = controller ? gvcp::toText(controller->address) : "none";
+    json["controller"] = controller ? controller->address.toText() : "none";
     json["privilege"] = camera.control().privilege();
     json["pendingAckOn"] = camera.isPendingAckOn();
     json["plugged"] = station.isPlugged();
@@ -223,12 +221,12 @@ std::string runCommand(Farm& farm, std::string_view line)
             continue;
         if (words.size() < 2 + row.minOptions || words.size() > 2 + row.maxOptions)
             throw CommandError(std::string("the command is: ") + row.usage);
-        const auto mac = gvcp::parseMac(words[1]);
+        const auto mac = base::MacAddress::parse(words[1]);
         if (!mac)
             throw CommandError("\"" + words[1] + "\" is no MAC address such as 00:1A:2B:00:00:01");
         Station* const station = farm.find(*mac);
         if (!station)
-            throw CommandError("the farm has no camera " + toText(*mac));
+            throw CommandError("the farm has no camera " + mac->toText());
         return row.run(*station, Words(words.begin() + 2, words.end()));
     }
     throw CommandError("\"" + name + "\" is no command; there are " + names);

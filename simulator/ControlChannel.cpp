@@ -22,7 +22,7 @@ bool ControlChannel::request(std::uint32_t value, const Application& application
     return true;
 }
 
-void ControlChannel::seize(gvcp::Ipv4 address, std::uint32_t privilege)
+void ControlChannel::seize(base::Ipv4 address, std::uint32_t privilege)
 {
     // No command ever comes from port 0, so nobody is taken for this application.
     m_application = Application{address, 0};

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
+#include "base/Ipv4.h"
 #include "gvcp/Registers.h"
 
 #include <chrono>
@@ -18,7 +18,7 @@ public:
     /// An application is known by both.
     struct Application
     {
-        gvcp::Ipv4 address = 0;
+        base::Ipv4 address;
         std::uint16_t port = 0;
 
         bool operator==(const Application&) const = default;
@@ -28,7 +28,7 @@ public:
     /// control.
     bool request(std::uint32_t value, const Application& application, Clock::time_point now);
     /// Puts an application in control that is never heard, and keeps control all the same.
-    void seize(gvcp::Ipv4 address, std::uint32_t privilege);
+    void seize(base::Ipv4 address, std::uint32_t privilege);
     void release();
 
     /// The application in control, if it is this one, has been heard; it may be silent from then on for as

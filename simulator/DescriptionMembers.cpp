@@ -29,7 +29,7 @@ constexpr std::pair<const char*, DescribedFeature> Features[] = {
 struct File
 {
     std::string name;
-    gvcp::Bytes bytes;
+    base::Bytes bytes;
 
     bool isZip() const
     {
@@ -104,7 +104,7 @@ void readDescription(JsonObject& object, const fs::path& directory, CameraConfig
         if (each->size() > CameraConfig::UrlSize)
             object.fail("url", "is too long when it is filled in: " + *each);
     file.bytes.resize((file.bytes.size() + 3) / 4 * 4);
-    camera.description.file = std::make_shared<const gvcp::Bytes>(std::move(file.bytes));
+    camera.description.file = std::make_shared<const base::Bytes>(std::move(file.bytes));
 }
 
 } // namespace simulator

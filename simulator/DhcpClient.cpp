@@ -9,12 +9,14 @@
 
 namespace simulator {
 
+using base::operator""_ip;
+
 namespace {
 
 constexpr std::uint16_t ServerPort = 67;
 constexpr std::uint8_t Reply = 2; // BOOTP's operation code
 constexpr std::uint8_t Ethernet = 1;
-constexpr gvcp::Ipv4 UsualMask = 0xFFFFFF00;
+constexpr base::Ipv4 UsualMask = "255.255.255.0"_ip;
 constexpr std::size_t FixedPart = 240; // bytes, up to the first option
 constexpr std::size_t TransactionAt = 4;
 
@@ -27,8 +29,8 @@ constexpr int BeginShare = 16;
 struct Message
 {
     std::uint8_t type = 0;
-    IpSettings lease;
-    gvcp::Ipv4 server = 0;
+    base::IpSettings lease;
+    base::Ipv4 server;
 };
 
 template <typename Option>
@@ -41,7 +43,7 @@ auto optionOr(Option option, decltype(option()) otherwise)
     }
 }
 
-std::optional<Message> parse(const gvcp::Bytes& payload, const gvcp::MacAddress& mac)
+std::optional<Message> parse(const base::Bytes& payload, const base::MacAddress& mac)
 try {
     const Tins::DHCP dhcp(payload.data(), static_cast<std::uint32_t>(payload.size()));
     if (dhcp.opcode() != Reply || fromTins(Tins::HWAddress<6>(dhcp.chaddr())) != mac)
@@ -52,21 +54,21 @@ try {
     message.lease.address = fromTins(dhcp.yiaddr());
     message.lease.mask = fromTins(optionOr([&] { return dhcp.subnet_mask(); }, toTins(UsualMask)));
     const auto routers = optionOr([&] { return dhcp.routers(); }, {});
-    message.lease.gateway = routers.empty() ? 0 : fromTins(routers.front());
+    message.lease.gateway = routers.empty() ? base::Ipv4() : fromTins(routers.front());
     return message;
 } catch (const Tins::exception_base&) {
     return std::nullopt;
 }
 
-bool isUsable(const IpSettings& lease)
+bool isUsable(const base::IpSettings& lease)
 {
-    const unsigned firstOctet = lease.address >> 24;
-    return firstOctet != 0 && firstOctet != 127 && firstOctet < 224 && gvcp::isContiguousMask(lease.mask);
+    const unsigned firstOctet = lease.address.firstOctet();
+    return firstOctet != 0 && firstOctet != 127 && firstOctet < 224 && lease.mask.isMask();
 }
 
 } // namespace
 
-DhcpClient::DhcpClient(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random)
+DhcpClient::DhcpClient(const base::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random)
     : m_mac(mac),
       m_timeouts(timers),
       m_send(std::move(send)),
@@ -117,7 +119,7 @@ void DhcpClient::sendMessage()
     UdpDatagram datagram;
     datagram.sourceMac = m_mac;
     datagram.destinationMac = BroadcastMac;
-    datagram.destination = gvcp::LimitedBroadcast;
+    datagram.destination = base::LimitedBroadcast;
     datagram.sourcePort = Port;
     datagram.destinationPort = ServerPort;
     datagram.payload = dhcp.serialize();
@@ -128,7 +130,7 @@ void DhcpClient::receive(const UdpDatagram& datagram)
 {
     // Looked at first: with many cameras most of a server's broadcasts are for others.
     if (m_state == State::Idle || datagram.payload.size() < FixedPart ||
-        gvcp::readU32(datagram.payload, TransactionAt) != m_transaction)
+        base::readU32(datagram.payload, TransactionAt) != m_transaction)
         return;
     const auto message = parse(datagram.payload, m_mac);
     if (!message)
@@ -146,7 +148,7 @@ void DhcpClient::receive(const UdpDatagram& datagram)
     }
 }
 
-void DhcpClient::finish(const std::optional<IpSettings>& lease)
+void DhcpClient::finish(const std::optional<base::IpSettings>& lease)
 {
     stop();
     m_done(lease);

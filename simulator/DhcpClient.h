@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "base/IpSettings.h"
 #include "simulator/Frame.h"
-#include "simulator/IpSettings.h"
 #include "simulator/Timeouts.h"
 
 #include <optional>
@@ -15,12 +15,12 @@ namespace simulator {
 class DhcpClient
 {
 public:
-    using Done = std::function<void(std::optional<IpSettings>)>;
+    using Done = std::function<void(std::optional<base::IpSettings>)>;
 
     static constexpr std::uint16_t Port = 68;
 
     /// `random` must outlive this.
-    DhcpClient(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random);
+    DhcpClient(const base::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random);
 
     /// Tries for that long at the most, then calls `done` with nothing. What was under way is given up.
     void start(std::chrono::milliseconds patience, Done done);
@@ -37,15 +37,15 @@ private:
     };
     struct Offer
     {
-        gvcp::Ipv4 address = 0;
-        gvcp::Ipv4 server = 0;
+        base::Ipv4 address;
+        base::Ipv4 server;
     };
 
     void tryAgain(std::chrono::milliseconds pause);
     void sendMessage();
-    void finish(const std::optional<IpSettings>& lease);
+    void finish(const std::optional<base::IpSettings>& lease);
 
-    gvcp::MacAddress m_mac;
+    base::MacAddress m_mac;
     Timeouts m_timeouts;
     FrameSink m_send;
     std::mt19937& m_random;

@@ -14,20 +14,20 @@ namespace simulator {
 
 namespace {
 
-gvcp::Bytes payloadOf(const Tins::PDU& pdu)
+base::Bytes payloadOf(const Tins::PDU& pdu)
 {
     const auto* const raw = pdu.find_pdu<Tins::RawPDU>();
-    return raw ? gvcp::Bytes(raw->payload().begin(), raw->payload().end()) : gvcp::Bytes();
+    return raw ? base::Bytes(raw->payload().begin(), raw->payload().end()) : base::Bytes();
 }
 
-Tins::IP ipHeader(gvcp::Ipv4 source, gvcp::Ipv4 destination)
+Tins::IP ipHeader(base::Ipv4 source, base::Ipv4 destination)
 {
     Tins::IP ip(toTins(destination), toTins(source));
     ip.ttl(64);
     return ip;
 }
 
-gvcp::Bytes serialize(const UdpDatagram& datagram)
+base::Bytes serialize(const UdpDatagram& datagram)
 {
     auto frame = Tins::EthernetII(toTins(datagram.destinationMac), toTins(datagram.sourceMac)) /
                  ipHeader(datagram.source, datagram.destination) /
@@ -36,7 +36,7 @@ gvcp::Bytes serialize(const UdpDatagram& datagram)
     return frame.serialize();
 }
 
-gvcp::Bytes serialize(const ArpMessage& message)
+base::Bytes serialize(const ArpMessage& message)
 {
     Tins::ARP arp(toTins(message.target), toTins(message.sender), toTins(message.targetMac),
                   toTins(message.sourceMac));
@@ -45,7 +45,7 @@ gvcp::Bytes serialize(const ArpMessage& message)
     return frame.serialize();
 }
 
-gvcp::Bytes serialize(const Echo& echo)
+base::Bytes serialize(const Echo& echo)
 {
     Tins::ICMP icmp(echo.isRequest ? Tins::ICMP::ECHO_REQUEST : Tins::ICMP::ECHO_REPLY);
     icmp.id(echo.id);
@@ -63,8 +63,8 @@ std::optional<Frame> frameOf(const Tins::PDU& pdu)
     const auto* const ethernet = pdu.find_pdu<Tins::EthernetII>();
     if (!ethernet)
         return std::nullopt;
-    const gvcp::MacAddress source = fromTins(ethernet->src_addr());
-    const gvcp::MacAddress destination = fromTins(ethernet->dst_addr());
+    const base::MacAddress source = fromTins(ethernet->src_addr());
+    const base::MacAddress destination = fromTins(ethernet->dst_addr());
     if (const auto* const arp = ethernet->find_pdu<Tins::ARP>()) {
         ArpMessage message;
         message.sourceMac = source;
@@ -94,7 +94,7 @@ std::optional<Frame> frameOf(const Tins::PDU& pdu)
     return std::nullopt;
 }
 
-gvcp::Bytes bytesOf(const Frame& frame)
+base::Bytes bytesOf(const Frame& frame)
 {
     return std::visit([](const auto& message) { return serialize(message); }, frame);
 }

@@ -12,6 +12,6 @@ namespace simulator {
 std::optional<Frame> frameOf(const Tins::PDU& pdu);
 
 /// The frame as it goes onto the wire, without Ethernet's padding.
-gvcp::Bytes bytesOf(const Frame& frame);
+base::Bytes bytesOf(const Frame& frame);
 
 } // namespace simulator

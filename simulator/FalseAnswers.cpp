@@ -9,8 +9,10 @@
 
 namespace simulator {
 
-using gvcp::Bytes;
-using gvcp::ByteView;
+using base::operator""_ip;
+
+using base::Bytes;
+using base::ByteView;
 
 namespace {
 
@@ -57,7 +59,7 @@ std::vector<Bytes> truncated(ByteView acknowledge, std::mt19937& random)
         packets.push_back(copyOf(acknowledge.first(random() % acknowledge.size())));
     // Cut, with a header that knows it: the address fields are still missing.
     Bytes consistent = copyOf(acknowledge.first(gvcp::HeaderSize + 40));
-    gvcp::writeU16(consistent, LengthAt, 40);
+    base::writeU16(consistent, LengthAt, 40);
     packets.push_back(consistent);
     return packets;
 }
@@ -69,17 +71,17 @@ std::vector<Bytes> oversized(ByteView acknowledge, std::mt19937& random)
     full.insert(full.end(), tail.begin(), tail.end());
 
     Bytes consistent = full;
-    gvcp::writeU16(consistent, LengthAt, static_cast<std::uint16_t>(MaxDatagram - gvcp::HeaderSize));
+    base::writeU16(consistent, LengthAt, static_cast<std::uint16_t>(MaxDatagram - gvcp::HeaderSize));
     Bytes beyondItself = copyOf(acknowledge);
-    gvcp::writeU16(beyondItself, LengthAt, 0xFFFF);
+    base::writeU16(beyondItself, LengthAt, 0xFFFF);
     Bytes beyondFrame = full;
-    gvcp::writeU16(beyondFrame, LengthAt, 0xFFF8);
+    base::writeU16(beyondFrame, LengthAt, 0xFFF8);
     return {full, consistent, beyondItself, beyondFrame};
 }
 
 std::vector<Bytes> foreign(ByteView acknowledge)
 {
-    const std::uint16_t id = gvcp::readU16(acknowledge, IdAt);
+    const std::uint16_t id = base::readU16(acknowledge, IdAt);
     const ByteView payload = acknowledge.subspan(gvcp::HeaderSize);
     return {
         gvcp::encodeAcknowledge(gvcp::Command::ForceIp, gvcp::Status::Success, id),
@@ -95,15 +97,15 @@ std::vector<Bytes> foreign(ByteView acknowledge)
 
 std::vector<Bytes> wrongIds(ByteView acknowledge)
 {
-    const std::uint16_t id = gvcp::readU16(acknowledge, IdAt);
+    const std::uint16_t id = base::readU16(acknowledge, IdAt);
     Bytes packet = copyOf(acknowledge);
     // The same camera by its MAC, with everything else different: taken for an answer it would show.
-    gvcp::writeU32(packet, AddressAt, 0xC6336401); // 198.51.100.1
+    base::writeIpv4(packet, AddressAt, "198.51.100.1"_ip);
     setText(packet, ModelAt, "Wrong request id");
     setText(packet, UserNameAt, "wrong id");
     std::vector<Bytes> packets;
     for (const int other : {id - 1, id + 1, id ^ 0x8000, 0}) {
-        gvcp::writeU16(packet, IdAt, static_cast<std::uint16_t>(other));
+        base::writeU16(packet, IdAt, static_cast<std::uint16_t>(other));
         packets.push_back(packet);
     }
     return packets;
@@ -139,11 +141,11 @@ Bytes forgeAnswer(ByteView acknowledge, std::uint32_t index)
     // the same.
     packet[MacAt] = 0x02;
     packet[MacAt + 1] = acknowledge[MacAt + 5];
-    gvcp::writeU32(packet, MacAt + 2, index);
+    base::writeU32(packet, MacAt + 2, index);
 
-    const gvcp::Ipv4 mask = gvcp::readU32(acknowledge, MaskAt);
-    const gvcp::Ipv4 address = gvcp::readU32(acknowledge, AddressAt);
-    gvcp::writeU32(packet, AddressAt, (address & mask) | ((address + 1 + index) & ~mask));
+    const base::Ipv4 mask = base::readIpv4(acknowledge, MaskAt);
+    const base::Ipv4 address = base::readIpv4(acknowledge, AddressAt);
+    base::writeIpv4(packet, AddressAt, (address & mask) | (address.plus(1 + index) & ~mask));
     setText(packet, SerialAt, "F" + std::to_string(index));
     setText(packet, UserNameAt, "");
     return packet;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 #include "simulator/CameraConfig.h"
 
 #include <random>
@@ -10,11 +10,11 @@
 namespace simulator {
 
 /// Datagrams of this kind to go with a DISCOVERY acknowledge; none is longer than an Ethernet frame carries.
-std::vector<gvcp::Bytes> makeNoise(CameraConfig::NoiseKind kind, gvcp::ByteView acknowledge,
+std::vector<base::Bytes> makeNoise(CameraConfig::NoiseKind kind, base::ByteView acknowledge,
                                    std::mt19937& random);
 
 /// The acknowledge as another camera would send it: each `index` has a MAC of its own, always the same one,
 /// and an address in the genuine camera's subnet.
-gvcp::Bytes forgeAnswer(gvcp::ByteView acknowledge, std::uint32_t index);
+base::Bytes forgeAnswer(base::ByteView acknowledge, std::uint32_t index);
 
 } // namespace simulator

@@ -20,7 +20,7 @@ Farm::Farm(const FarmConfig& config, TimerQueue& timers, const FrameSink& send) 
 
 void Farm::receive(const Frame& frame)
 {
-    using gvcp::MacAddress;
+    using base::MacAddress;
     const MacAddress& source =
         std::visit([](const auto& message) -> const MacAddress& { return message.sourceMac; }, frame);
     const MacAddress& destination =
@@ -34,7 +34,7 @@ void Farm::receive(const Frame& frame)
     }
 }
 
-Station* Farm::find(const gvcp::MacAddress& mac) const
+Station* Farm::find(const base::MacAddress& mac) const
 {
     const auto found = m_byMac.find(mac);
     return found == m_byMac.end() ? nullptr : found->second;

@@ -20,13 +20,13 @@ public:
     void receive(const Frame& frame);
 
     /// Null when it has no such camera.
-    Station* find(const gvcp::MacAddress& mac) const;
+    Station* find(const base::MacAddress& mac) const;
     const std::vector<std::unique_ptr<Station>>& stations() const { return m_stations; }
 
 private:
     Timeouts m_timeouts;
     std::vector<std::unique_ptr<Station>> m_stations;
-    std::map<gvcp::MacAddress, Station*> m_byMac;
+    std::map<base::MacAddress, Station*> m_byMac;
 };
 
 } // namespace simulator

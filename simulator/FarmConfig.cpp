@@ -25,11 +25,11 @@ FarmConfig parseFarmConfig(std::string_view json, const std::filesystem::path& d
     if (!entries || entries->empty())
         object.fail("cameras", "must list at least one camera");
 
-    std::set<gvcp::MacAddress> macs;
+    std::set<base::MacAddress> macs;
     for (std::size_t i = 0; i < entries->size(); ++i) {
         for (CameraConfig& camera : readCameraEntry((*entries)[i], i, directory)) {
             if (!macs.insert(camera.mac).second)
-                throw ConfigError("cameras[" + std::to_string(i) + "] (" + toText(camera.mac) +
+                throw ConfigError("cameras[" + std::to_string(i) + "] (" + camera.mac.toText() +
                                   "): \"mac\" is another camera's already");
             config.cameras.push_back(std::move(camera));
         }

@@ -1,48 +1,49 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
+#include "base/Ipv4.h"
+#include "base/MacAddress.h"
 
 #include <functional>
 #include <variant>
 
 namespace simulator {
 
-inline constexpr gvcp::MacAddress BroadcastMac{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
+inline constexpr base::MacAddress BroadcastMac{{0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF}};
 
 struct UdpDatagram
 {
-    gvcp::MacAddress sourceMac;
-    gvcp::MacAddress destinationMac;
-    gvcp::Ipv4 source = 0;
-    gvcp::Ipv4 destination = 0;
+    base::MacAddress sourceMac;
+    base::MacAddress destinationMac;
+    base::Ipv4 source;
+    base::Ipv4 destination;
     std::uint16_t sourcePort = 0;
     std::uint16_t destinationPort = 0;
-    gvcp::Bytes payload;
+    base::Bytes payload;
 };
 
 struct ArpMessage
 {
-    gvcp::MacAddress sourceMac; ///< The sender's in the message too.
-    gvcp::MacAddress destinationMac;
+    base::MacAddress sourceMac; ///< The sender's in the message too.
+    base::MacAddress destinationMac;
     bool isRequest = true;
-    gvcp::Ipv4 sender = 0;
-    gvcp::Ipv4 target = 0;
-    gvcp::MacAddress targetMac;
+    base::Ipv4 sender;
+    base::Ipv4 target;
+    base::MacAddress targetMac;
 };
 
 /// ICMP echo request or reply.
 struct Echo
 {
-    gvcp::MacAddress sourceMac;
-    gvcp::MacAddress destinationMac;
-    gvcp::Ipv4 source = 0;
-    gvcp::Ipv4 destination = 0;
+    base::MacAddress sourceMac;
+    base::MacAddress destinationMac;
+    base::Ipv4 source;
+    base::Ipv4 destination;
     bool isRequest = true;
     std::uint16_t id = 0;
     std::uint16_t sequence = 0;
-    gvcp::Bytes payload;
+    base::Bytes payload;
 };
 
 /// The Ethernet frames that the farm has to do with.

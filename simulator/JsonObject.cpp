@@ -97,48 +97,48 @@ std::optional<double> JsonObject::probability(const char* member)
     return value->get<double>();
 }
 
-std::optional<gvcp::Ipv4> JsonObject::address(const char* member)
+std::optional<base::Ipv4> JsonObject::address(const char* member)
 {
     const nlohmann::json* const value = any(member);
     if (!value)
         return std::nullopt;
     const auto parsed =
-        value->is_string() ? gvcp::parseIpv4(value->get_ref<const std::string&>()) : std::nullopt;
+        value->is_string() ? base::Ipv4::parse(value->get_ref<const std::string&>()) : std::nullopt;
     if (!parsed)
         fail(member, "must be an IPv4 address such as \"192.168.1.20\"");
     return parsed;
 }
 
-std::optional<gvcp::Ipv4> JsonObject::mask(const char* member)
+std::optional<base::Ipv4> JsonObject::mask(const char* member)
 {
     const auto parsed = address(member);
-    if (parsed && !gvcp::isContiguousMask(*parsed))
+    if (parsed && !parsed->isMask())
         fail(member, "must be a subnet mask such as \"255.255.255.0\": ones, then zeros");
     return parsed;
 }
 
-std::optional<gvcp::MacAddress> JsonObject::mac(const char* member)
+std::optional<base::MacAddress> JsonObject::mac(const char* member)
 {
     const nlohmann::json* const value = any(member);
     return value ? std::optional(macIn(member, *value)) : std::nullopt;
 }
 
-std::optional<std::vector<gvcp::MacAddress>> JsonObject::macs(const char* member)
+std::optional<std::vector<base::MacAddress>> JsonObject::macs(const char* member)
 {
     const nlohmann::json* const list = array(member);
     if (!list)
         return std::nullopt;
-    std::vector<gvcp::MacAddress> all;
+    std::vector<base::MacAddress> all;
     for (const nlohmann::json& value : *list)
         all.push_back(macIn(member, value));
     return all;
 }
 
-gvcp::MacAddress JsonObject::macIn(const char* member, const nlohmann::json& value) const
+base::MacAddress JsonObject::macIn(const char* member, const nlohmann::json& value) const
 {
     const auto parsed =
-        value.is_string() ? gvcp::parseMac(value.get_ref<const std::string&>()) : std::nullopt;
-    if (!parsed || (parsed->bytes[0] & 1) != 0 || *parsed == gvcp::MacAddress{})
+        value.is_string() ? base::MacAddress::parse(value.get_ref<const std::string&>()) : std::nullopt;
+    if (!parsed || (parsed->bytes[0] & 1) != 0 || *parsed == base::MacAddress{})
         fail(member, "must be the MAC address of a single interface, such as \"00:1A:2B:00:00:01\"");
     return *parsed;
 }

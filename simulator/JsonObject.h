@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
+#include "base/Ipv4.h"
+#include "base/MacAddress.h"
 
 #include <chrono>
 #include <cstdint>
@@ -35,10 +36,10 @@ public:
                                                           std::uint32_t max);
     std::optional<bool> flag(const char* member);
     std::optional<double> probability(const char* member);
-    std::optional<gvcp::Ipv4> address(const char* member);
-    std::optional<gvcp::Ipv4> mask(const char* member);
-    std::optional<gvcp::MacAddress> mac(const char* member);
-    std::optional<std::vector<gvcp::MacAddress>> macs(const char* member);
+    std::optional<base::Ipv4> address(const char* member);
+    std::optional<base::Ipv4> mask(const char* member);
+    std::optional<base::MacAddress> mac(const char* member);
+    std::optional<std::vector<base::MacAddress>> macs(const char* member);
 
     /// The texts that a member may hold, and what they stand for.
     template <typename T>
@@ -69,7 +70,7 @@ public:
     [[noreturn]] void fail(const char* member, const std::string& why) const;
 
 private:
-    gvcp::MacAddress macIn(const char* member, const nlohmann::json& value) const;
+    base::MacAddress macIn(const char* member, const nlohmann::json& value) const;
 
     template <typename T>
     T chosen(const char* member, const nlohmann::json& value, Choices<T> allowed) const

@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-LinkLocalClaim::LinkLocalClaim(const gvcp::MacAddress& mac, TimerQueue& timers, FrameSink send,
+LinkLocalClaim::LinkLocalClaim(const base::MacAddress& mac, TimerQueue& timers, FrameSink send,
                                std::mt19937& random)
     : m_mac(mac),
       m_timeouts(timers),
@@ -13,7 +13,7 @@ LinkLocalClaim::LinkLocalClaim(const gvcp::MacAddress& mac, TimerQueue& timers, 
       m_random(random)
 {}
 
-void LinkLocalClaim::start(std::chrono::milliseconds interval, std::optional<gvcp::Ipv4> preferred, Done done)
+void LinkLocalClaim::start(std::chrono::milliseconds interval, std::optional<base::Ipv4> preferred, Done done)
 {
     m_interval = interval;
     m_done = std::move(done);
@@ -32,12 +32,12 @@ void LinkLocalClaim::heard(const ArpMessage& message)
         return;
     const bool isTaken = message.sender == *m_candidate;
     const bool isClaimedByAnother =
-        message.isRequest && message.sender == 0 && message.target == *m_candidate;
+        message.isRequest && message.sender.isUnspecified() && message.target == *m_candidate;
     if (isTaken || isClaimedByAnother)
         tryAddress(someAddress());
 }
 
-void LinkLocalClaim::tryAddress(gvcp::Ipv4 candidate)
+void LinkLocalClaim::tryAddress(base::Ipv4 candidate)
 {
     stop();
     m_candidate = candidate;
@@ -49,7 +49,7 @@ void LinkLocalClaim::tryAddress(gvcp::Ipv4 candidate)
 void LinkLocalClaim::probe(unsigned probesLeft)
 {
     if (probesLeft == 0) {
-        const IpSettings won{*m_candidate, Mask, 0};
+        const base::IpSettings won{*m_candidate, Mask, {}};
         stop();
         m_done(won);
         return;
@@ -62,11 +62,11 @@ void LinkLocalClaim::probe(unsigned probesLeft)
     m_send(request);
 }
 
-gvcp::Ipv4 LinkLocalClaim::someAddress()
+base::Ipv4 LinkLocalClaim::someAddress()
 {
     // The first and the last 256 of the network are reserved.
-    std::uniform_int_distribution<gvcp::Ipv4> host(0x0100, 0xFEFF);
-    return Network | host(m_random);
+    std::uniform_int_distribution<std::uint32_t> host(0x0100, 0xFEFF);
+    return Network.plus(host(m_random));
 }
 
 } // namespace simulator

@@ -32,7 +32,6 @@ constexpr std::uint32_t ApplicationPort = 0x0A04;
 constexpr std::uint32_t ApplicationAddress = 0x0A14;
 
 constexpr std::size_t DiscoveryBlockSize = 248;
-constexpr std::size_t UserNameSize = 16;
 constexpr std::uint32_t IpMethodBits =
     gvcp::IpConfig::Persistent | gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
 
@@ -46,17 +45,19 @@ struct IpRegisters
 constexpr IpRegisters Current{CurrentIp, CurrentSubnetMask, CurrentGateway};
 constexpr IpRegisters Persistent{reg::PersistentIp, reg::PersistentSubnetMask, reg::PersistentGateway};
 
-IpSettings readIp(const RegisterMap& map, unsigned interface, const IpRegisters& at)
+base::IpSettings readIp(const RegisterMap& map, unsigned interface, const IpRegisters& at)
 {
-    return {map.word(reg::ofInterface(interface, at.address)), map.word(reg::ofInterface(interface, at.mask)),
-            map.word(reg::ofInterface(interface, at.gateway))};
+    const auto read = [&](std::uint32_t ofFirst) {
+        return base::Ipv4(map.word(reg::ofInterface(interface, ofFirst)));
+    };
+    return {read(at.address), read(at.mask), read(at.gateway)};
 }
 
-void writeIp(RegisterMap& map, unsigned interface, const IpRegisters& at, const IpSettings& ip)
+void writeIp(RegisterMap& map, unsigned interface, const IpRegisters& at, const base::IpSettings& ip)
 {
-    map.setWord(reg::ofInterface(interface, at.address), ip.address);
-    map.setWord(reg::ofInterface(interface, at.mask), ip.mask);
-    map.setWord(reg::ofInterface(interface, at.gateway), ip.gateway);
+    map.setWord(reg::ofInterface(interface, at.address), ip.address.number());
+    map.setWord(reg::ofInterface(interface, at.mask), ip.mask.number());
+    map.setWord(reg::ofInterface(interface, at.gateway), ip.gateway.number());
 }
 
 constexpr std::uint32_t bitsOf(CameraConfig::IpMethod method)
@@ -77,7 +78,7 @@ StoredSettings factorySettings(const CameraConfig& config)
 {
     StoredSettings settings;
     for (unsigned number = 0; number < config.interfaceCount(); ++number) {
-        const IpSettings unused{0x0A090001 + (number << 8), 0xFFFFFF00, 0}; // 10.9.N.1/24
+        const base::IpSettings unused{"10.9.0.1"_ip.plus(number << 8), "255.255.255.0"_ip, {}};
         settings.interfaces.push_back(
             number == config.interface ? StoredIp{bitsOf(config.ipMethod), config.persistent}
                                        : StoredIp{bitsOf(CameraConfig::IpMethod::Persistent), unused});
@@ -122,7 +123,7 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     for (unsigned number = 0; number < m_interfaceCount; ++number) {
         const auto& mac = (number == m_interface ? config.mac : config.interfaceMacs[number]).bytes;
         setWord(reg::ofInterface(number, reg::MacHigh), static_cast<std::uint32_t>(mac[0] << 8 | mac[1]));
-        setWord(reg::ofInterface(number, reg::MacLow), gvcp::readU32(mac, 2));
+        setWord(reg::ofInterface(number, reg::MacLow), base::readU32(mac, 2));
         setWord(reg::ofInterface(number, reg::SupportedIpConfig),
                 hasStoredAddress(number) ? IpMethodBits : IpMethodBits & ~gvcp::IpConfig::Persistent);
     }
@@ -146,8 +147,9 @@ void RegisterMap::layOut(const CameraConfig& config)
     constexpr bool writable = true;
     add(Version, reg::CurrentIpConfig - Version, !writable);
     add(reg::CurrentIpConfig, 4, writable);
-    add(reg::CurrentIpConfig + 4, reg::UserDefinedName - reg::CurrentIpConfig - 4, !writable);
-    add(reg::UserDefinedName, UserNameSize, config.userNameAccess == CameraConfig::UserNameAccess::ReadWrite);
+    add(reg::CurrentIpConfig + 4, reg::UserDefinedName.address - reg::CurrentIpConfig - 4, !writable);
+    add(reg::UserDefinedName.address, reg::UserDefinedName.size,
+        config.userNameAccess == CameraConfig::UserNameAccess::ReadWrite);
     add(FirstUrl, CameraConfig::UrlSize, !writable);
     add(SecondUrl, CameraConfig::UrlSize, !writable);
     add(reg::InterfaceCount, 4, !writable);
@@ -217,7 +219,7 @@ Status RegisterMap::read(std::uint32_t address, std::span<std::uint8_t> out) con
     return Status::Success;
 }
 
-Status RegisterMap::write(std::uint32_t address, gvcp::ByteView data)
+Status RegisterMap::write(std::uint32_t address, base::ByteView data)
 {
     if (address % 4 != 0 || data.size() % 4 != 0)
         return Status::BadAlignment;
@@ -231,7 +233,7 @@ Status RegisterMap::write(std::uint32_t address, gvcp::ByteView data)
     }
     for (std::size_t done = 0; done < data.size(); done += 4) {
         const auto at = static_cast<std::uint32_t>(address + done);
-        const std::uint32_t value = accepted(at, gvcp::readU32(data, done));
+        const std::uint32_t value = accepted(at, base::readU32(data, done));
         setWord(at, value);
         m_isResetAsked = m_isResetAsked || (at == m_resetRegister && (value & m_resetMask) != 0);
     }
@@ -261,20 +263,20 @@ std::uint32_t RegisterMap::word(std::uint32_t address) const
     const Region* const region = regionAt(address);
     if (!region)
         throw std::logic_error("no such register");
-    return gvcp::readU32(region->bytes, address - region->address);
+    return base::readU32(region->bytes, address - region->address);
 }
 
 void RegisterMap::setWord(std::uint32_t address, std::uint32_t value)
 {
-    gvcp::writeU32(bytesAt(address), 0, value);
+    base::writeU32(bytesAt(address), 0, value);
 }
 
-IpSettings RegisterMap::currentIp() const
+base::IpSettings RegisterMap::currentIp() const
 {
     return readIp(*this, m_interface, Current);
 }
 
-void RegisterMap::setCurrentIp(const IpSettings& ip)
+void RegisterMap::setCurrentIp(const base::IpSettings& ip)
 {
     writeIp(*this, m_interface, Current, ip);
 }
@@ -284,7 +286,7 @@ StoredSettings RegisterMap::stored() const
     StoredSettings settings;
     for (unsigned number = 0; number < m_interfaceCount; ++number)
         settings.interfaces.push_back(storedIp(number));
-    const gvcp::Bytes& name = regionAt(reg::UserDefinedName)->bytes;
+    const base::Bytes& name = regionAt(reg::UserDefinedName.address)->bytes;
     settings.userName.assign(name.begin(), std::find(name.begin(), name.end(), 0));
     for (const MakersRegister& each : m_makers)
         settings.registers.emplace_back(each.address, word(each.address));
@@ -294,14 +296,14 @@ StoredSettings RegisterMap::stored() const
 StoredIp RegisterMap::storedIp(unsigned interface) const
 {
     return {word(reg::ofInterface(interface, reg::CurrentIpConfig)),
-            hasStoredAddress(interface) ? readIp(*this, interface, Persistent) : IpSettings{}};
+            hasStoredAddress(interface) ? readIp(*this, interface, Persistent) : base::IpSettings{}};
 }
 
 void RegisterMap::store(const StoredSettings& settings)
 {
     for (unsigned number = 0; number < m_interfaceCount; ++number)
         store(number, settings.interfaces[number]);
-    setText(reg::UserDefinedName, UserNameSize, settings.userName);
+    setText(reg::UserDefinedName.address, reg::UserDefinedName.size, settings.userName);
     for (const auto& [address, value] : settings.registers)
         setWord(address, value);
 }
@@ -323,20 +325,20 @@ bool RegisterMap::takeResetRequest()
     return wasAsked;
 }
 
-void RegisterMap::setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port)
+void RegisterMap::setController(std::uint32_t privilege, base::Ipv4 address, std::uint16_t port)
 {
     setWord(reg::ControlChannelPrivilege, privilege);
-    setWord(ApplicationAddress, address);
+    setWord(ApplicationAddress, address.number());
     setWord(ApplicationPort, port);
 }
 
-gvcp::Bytes RegisterMap::discoveryBlock() const
+base::Bytes RegisterMap::discoveryBlock() const
 {
-    gvcp::Bytes block(DiscoveryBlockSize);
+    base::Bytes block(DiscoveryBlockSize);
     read(Version, block);
     for (const std::uint32_t each : {reg::MacHigh, reg::MacLow, reg::SupportedIpConfig, reg::CurrentIpConfig,
                                      CurrentIp, CurrentSubnetMask, CurrentGateway})
-        gvcp::writeU32(block, each, word(reg::ofInterface(m_interface, each)));
+        base::writeU32(block, each, word(reg::ofInterface(m_interface, each)));
     return block;
 }
 
@@ -359,7 +361,7 @@ const std::uint8_t* RegisterMap::wordAt(std::uint32_t address) const
 
 void RegisterMap::add(std::uint32_t address, std::size_t size, bool writable)
 {
-    m_regions.push_back({address, writable, gvcp::Bytes(size)});
+    m_regions.push_back({address, writable, base::Bytes(size)});
 }
 
 void RegisterMap::setText(std::uint32_t address, std::size_t size, const std::string& text)

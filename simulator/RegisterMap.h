@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 #include "gvcp/Packet.h"
 #include "simulator/CameraConfig.h"
 #include "simulator/StoredSettings.h"
@@ -25,33 +25,33 @@ public:
     /// are multiples of 4, AccessDenied for what may only be written. `out` is unspecified unless Success.
     gvcp::Status read(std::uint32_t address, std::span<std::uint8_t> out) const;
     /// As read; also WriteProtect. Writes all or nothing.
-    gvcp::Status write(std::uint32_t address, gvcp::ByteView data);
+    gvcp::Status write(std::uint32_t address, base::ByteView data);
 
     /// For the camera itself, past write protection; the register must exist.
     std::uint32_t word(std::uint32_t address) const;
     void setWord(std::uint32_t address, std::uint32_t value);
 
     /// Of the interface that is on this network.
-    IpSettings currentIp() const;
-    void setCurrentIp(const IpSettings& ip);
+    base::IpSettings currentIp() const;
+    void setCurrentIp(const base::IpSettings& ip);
     /// What outlives a reset.
     StoredSettings stored() const;
     /// Its part for the interface that is on this network.
     StoredIp storedIp() const { return storedIp(m_interface); }
     /// The application in control; all zero for none.
-    void setController(std::uint32_t privilege, gvcp::Ipv4 address, std::uint16_t port);
+    void setController(std::uint32_t privilege, base::Ipv4 address, std::uint16_t port);
     /// Whether a reset has been asked for, by way of its register, since the last call.
     bool takeResetRequest();
     /// What a DISCOVERY acknowledge carries: the first 248 bytes, with what belongs to this network's
     /// interface in place of the first one's.
-    gvcp::Bytes discoveryBlock() const;
+    base::Bytes discoveryBlock() const;
 
 private:
     struct Region
     {
         std::uint32_t address;
         bool writable;
-        gvcp::Bytes bytes;
+        base::Bytes bytes;
 
         bool holds(std::uint32_t at) const { return at >= address && at - address < bytes.size(); }
     };
@@ -75,7 +75,7 @@ private:
     std::span<std::uint8_t> bytesAt(std::uint32_t address);
 
     std::vector<Region> m_regions;                    ///< Each of whole registers, none overlapping.
-    std::shared_ptr<const gvcp::Bytes> m_description; ///< Shared by cameras that have the same one.
+    std::shared_ptr<const base::Bytes> m_description; ///< Shared by cameras that have the same one.
     unsigned m_interface;
     unsigned m_interfaceCount;
     std::vector<CameraConfig::MakersRegister> m_makers;

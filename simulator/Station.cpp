@@ -14,9 +14,9 @@ namespace {
 constexpr unsigned ForgedBatch = 64;
 constexpr std::chrono::milliseconds ForgedPause{5};
 
-std::mt19937 generatorFor(std::uint32_t seed, const gvcp::MacAddress& mac)
+std::mt19937 generatorFor(std::uint32_t seed, const base::MacAddress& mac)
 {
-    std::seed_seq sequence{seed, gvcp::readU32(mac.bytes, 0), gvcp::readU32(mac.bytes, 2)};
+    std::seed_seq sequence{seed, base::readU32(mac.bytes, 0), base::readU32(mac.bytes, 2)};
     return std::mt19937(sequence);
 }
 
@@ -32,7 +32,7 @@ bool isSameCommand(const UdpDatagram& a, const UdpDatagram& b)
 }
 
 /// A refused DISCOVERY is acknowledged too, with nothing in it that could be falsified.
-bool namesACamera(gvcp::ByteView packet)
+bool namesACamera(base::ByteView packet)
 {
     const auto acknowledge = gvcp::parseAcknowledge(packet);
     return acknowledge->command == gvcp::Command::Discovery && acknowledge->status == gvcp::Status::Success;
@@ -49,7 +49,7 @@ Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& tim
       m_route(m_camera.config(), m_arp, [this](const Frame& frame) { transmit(frame); }),
       m_boot(
           m_camera.config(), timers, [this](const Frame& frame) { transmit(frame); }, m_random,
-          [this](const IpSettings& ip) {
+          [this](const base::IpSettings& ip) {
               m_camera.setIp(ip);
               announceAddress();
           })
@@ -78,9 +78,9 @@ void Station::receive(const Frame& frame)
 
 void Station::hear(const UdpDatagram& datagram)
 {
-    const IpSettings ip = m_camera.ip();
+    const base::IpSettings ip = m_camera.ip();
     const bool toAll =
-        datagram.destination == gvcp::LimitedBroadcast || datagram.destination == ip.broadcast();
+        datagram.destination == base::LimitedBroadcast || datagram.destination == ip.broadcastAddress();
     if (datagram.destinationPort != gvcp::DevicePort || (!toAll && datagram.destination != ip.address))
         return;
     const auto command = gvcp::parseCommand(datagram.payload);
@@ -161,7 +161,7 @@ void Station::carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& 
 void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault)
 {
     const auto command = gvcp::parseCommand(datagram.payload);
-    const IpSettings before = m_camera.ip();
+    const base::IpSettings before = m_camera.ip();
     const Camera::Reaction reaction =
         m_camera.handle(*command, {datagram.source, datagram.sourcePort}, m_timeouts.now());
     if (fault == FaultAction::Seize)
@@ -181,7 +181,7 @@ void Station::carryOut(const UdpDatagram& datagram, std::optional<FaultAction> f
         m_route.deliver(*answer, askerOf(datagram), follow);
 }
 
-void Station::followUp(Camera::Effect effect, const IpSettings& before)
+void Station::followUp(Camera::Effect effect, const base::IpSettings& before)
 {
     const std::chrono::milliseconds off = m_camera.config().forceIpOffTime;
     switch (effect) {
@@ -208,8 +208,8 @@ void Station::followUp(Camera::Effect effect, const IpSettings& before)
 
 void Station::hear(const ArpMessage& message)
 {
-    const gvcp::Ipv4 own = m_camera.ip().address;
-    const bool isAsked = message.isRequest && message.target == own && own != 0;
+    const base::Ipv4 own = m_camera.ip().address;
+    const bool isAsked = message.isRequest && message.target == own && !own.isUnspecified();
     if (isAsked && meetFault(Request::Arp))
         return;
     m_arp.heard(own, message);
@@ -227,7 +227,7 @@ void Station::hear(const ArpMessage& message)
 
 void Station::hear(const Echo& echo)
 {
-    const IpSettings ip = m_camera.ip();
+    const base::IpSettings ip = m_camera.ip();
     if (!echo.isRequest || echo.destination != ip.address || meetFault(Request::Ping))
         return;
     Echo reply = echo;
@@ -250,7 +250,7 @@ void Station::answerDiscovery(const Camera::Answer& answer, const AnswerRoute::R
 {
     for (const CameraConfig::NoiseKind kind : m_camera.config().noise) {
         Camera::Answer noise = answer;
-        for (gvcp::Bytes& packet : makeNoise(kind, answer.packet, m_random)) {
+        for (base::Bytes& packet : makeNoise(kind, answer.packet, m_random)) {
             noise.packet = std::move(packet);
             m_route.deliver(noise, to);
         }

@@ -19,7 +19,7 @@ public:
     Station(const Station&) = delete;
     Station& operator=(const Station&) = delete;
 
-    const gvcp::MacAddress& mac() const { return m_camera.config().mac; }
+    const base::MacAddress& mac() const { return m_camera.config().mac; }
     /// As it is now.
     const Camera& camera();
     BootSequence::Phase phase() const { return m_boot.phase(); }
@@ -64,7 +64,7 @@ private:
     void carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
                        std::optional<FaultAction> fault);
     /// What comes after the answer to a command; `before` is what the address was when it came.
-    void followUp(Camera::Effect effect, const IpSettings& before);
+    void followUp(Camera::Effect effect, const base::IpSettings& before);
     void answerDiscovery(const Camera::Answer& answer, const AnswerRoute::Recipient& to);
     void sendForged(const Camera::Answer& answer, const AnswerRoute::Recipient& to, unsigned next);
     void restartIp(std::chrono::milliseconds off);

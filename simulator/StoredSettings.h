@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/IpSettings.h"
+#include "base/IpSettings.h"
 
 #include <cstdint>
 #include <string>
@@ -14,7 +14,7 @@ namespace simulator {
 struct StoredIp
 {
     std::uint32_t ipConfig = 0; ///< The whole register, gvcp::IpConfig bits and those above them.
-    IpSettings persistent;
+    base::IpSettings persistent;
 
     bool operator==(const StoredIp&) const = default;
 };

@@ -99,7 +99,7 @@ std::optional<Frame> Wire::receive()
 
 void Wire::send(const Frame& frame)
 {
-    const gvcp::Bytes bytes = bytesOf(frame);
+    const base::Bytes bytes = bytesOf(frame);
     pcap_inject(m_capture->handle(), bytes.data(), bytes.size());
 }
 

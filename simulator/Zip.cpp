@@ -26,11 +26,11 @@ void require(bool isDone)
         throw std::runtime_error("cannot make a zip archive");
 }
 
-gvcp::Bytes readAll(zip_source_t* source)
+base::Bytes readAll(zip_source_t* source)
 {
     zip_stat_t state;
     require(zip_source_stat(source, &state) == 0 && zip_source_open(source) == 0);
-    gvcp::Bytes bytes(state.size);
+    base::Bytes bytes(state.size);
     const auto size = zip_source_read(source, bytes.data(), bytes.size());
     zip_source_close(source);
     require(size == static_cast<zip_int64_t>(bytes.size()));
@@ -39,7 +39,7 @@ gvcp::Bytes readAll(zip_source_t* source)
 
 } // namespace
 
-gvcp::Bytes zipped(const std::string& name, gvcp::ByteView contents)
+base::Bytes zipped(const std::string& name, base::ByteView contents)
 {
     const Source target(zip_source_buffer_create(nullptr, 0, 0, nullptr));
     require(target != nullptr);

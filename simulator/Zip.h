@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <string>
 
 namespace simulator {
 
 /// A zip archive of one file of that name. Throws std::runtime_error.
-gvcp::Bytes zipped(const std::string& name, gvcp::ByteView contents);
+base::Bytes zipped(const std::string& name, base::ByteView contents);
 
 } // namespace simulator

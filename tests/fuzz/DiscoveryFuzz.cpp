@@ -5,9 +5,9 @@
 #include "gvcp/ForceIp.h"
 #include "gvcp/Memory.h"
 #include "gvcp/Registers.h"
-#include "sdk/Enumeration.h"
-#include "sdk/ForceIpExchange.h"
-#include "sdk/RecordTable.h"
+#include "sdk/addressing/ForceIpExchange.h"
+#include "sdk/discovery/Enumeration.h"
+#include "sdk/discovery/RecordTable.h"
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"
 #include "tests/fuzz/Utf8.h"
@@ -16,12 +16,14 @@
 #include <cstring>
 
 using namespace std::chrono_literals;
-using gvcp::Bytes;
+using base::Bytes;
 using gvcp::Command;
 
 namespace {
 
-constexpr gvcp::Ipv4 Host = 0xC0A80105;
+constexpr base::Ipv4 Host = "192.168.1.5"_ip;
+/// Where a camera mostly is.
+constexpr base::Ipv4 Usual = "192.168.1.20"_ip;
 
 std::vector<sdk::Adapter> adaptersOf(std::uint8_t choice)
 {
@@ -29,28 +31,28 @@ std::vector<sdk::Adapter> adaptersOf(std::uint8_t choice)
     case 0:
         return {adapterWith(1, Host)};
     case 1: // Two in one subnet.
-        return {adapterWith(1, Host), adapterWith(2, 0xC0A80106)};
+        return {adapterWith(1, Host), adapterWith(2, "192.168.1.6"_ip)};
     case 2: // Several addresses, one in a subnet without a broadcast address.
-        return {{"eth0", 3, {{Host, 0xFFFFFF00}, {0x0A000005, 0xFFFFFFFE}}},
-                adapterWith(4, 0xA9FE0105, 0xFFFF0000)};
+        return {{"eth0", 3, {{Host, "255.255.255.0"_ip}, {"10.0.0.5"_ip, "255.255.255.254"_ip}}},
+                adapterWith(4, "169.254.1.5"_ip, "255.255.0.0"_ip)};
     case 3: // A subnet of one, and one that is everything.
-        return {adapterWith(1, Host, 0xFFFFFFFF), adapterWith(2, 0x0A000005, 0)};
+        return {adapterWith(1, Host, "255.255.255.255"_ip), adapterWith(2, "10.0.0.5"_ip, "0.0.0.0"_ip)};
     case 4:
         return {};
     default:
-        return {adapterWith(1, Host, 0xFFFFFFFC)};
+        return {adapterWith(1, Host, "255.255.255.252"_ip)};
     }
 }
 
-bool isOwnBroadcast(const sdk::Adapter& adapter, gvcp::Ipv4 address)
+bool isOwnBroadcast(const sdk::Adapter& adapter, base::Ipv4 address)
 {
-    return address == gvcp::LimitedBroadcast || adapter.isBroadcast(address);
+    return address == base::LimitedBroadcast || adapter.isBroadcast(address);
 }
 
 class Hostile
 {
 public:
-    explicit Hostile(gvcp::ByteView bytes) : m_input(bytes), m_network(adaptersOf(m_input.byte()))
+    explicit Hostile(base::ByteView bytes) : m_input(bytes), m_network(adaptersOf(m_input.byte()))
     {
         m_network.keepsSent = false;
         const std::uint8_t broken = m_input.byte();
@@ -78,7 +80,7 @@ private:
     {
         const auto begin = m_network.now();
         const auto found =
-            enumerateCameras(m_network, [this](const gvcp::MacAddress& mac, const sdk::Adapter& adapter) {
+            enumerateCameras(m_network, [this](const base::MacAddress& mac, const sdk::Adapter& adapter) {
                 return m_records.knows(mac, adapter.index);
             });
         const auto& adapters = m_network.adapters();
@@ -99,8 +101,8 @@ private:
     {
         require(camera.adapter < m_network.adapters().size());
         const sdk::Adapter& adapter = m_network.adapters()[camera.adapter];
-        require(camera.isReachable == (adapter.inSubnetOf(camera.identity.ip) != nullptr));
-        require(camera.adapterAddress == adapter.addressTowards(camera.identity.ip));
+        require(camera.isReachable == (adapter.inSubnetOf(camera.identity.ip.address) != nullptr));
+        require(camera.adapterAddress == adapter.addressTowards(camera.identity.ip.address));
         require(camera.isReachable || !camera.isAccessible);
         require(camera.isConsistent || !camera.isProven);
     }
@@ -148,8 +150,8 @@ private:
         RZ_CC_DEVICE_INFO camera{};
         camera.nMacHigh = 0x0200;
         camera.nMacLow = 1;
-        camera.stGigEInfo.nDeviceIp = Host + 15;
-        camera.stGigEInfo.nDeviceSubnetMask = 0xFFFFFF00;
+        camera.stGigEInfo.nDeviceIp = Usual.number();
+        camera.stGigEInfo.nDeviceSubnetMask = "255.255.255.0"_ip.number();
         return camera;
     }
 
@@ -157,12 +159,10 @@ private:
     {
         const auto begin = m_network.now();
         m_forces = 0;
-        const RZ_GIGE_DEVICE_INFO& info = m_chosen.stGigEInfo;
-        const gvcp::ForceIp before{sdk::macOf(m_chosen), info.nDeviceIp, info.nDeviceSubnetMask,
-                                   info.nDeviceGateway};
-        m_wanted = before;
+        const base::IpSettings before = sdk::ipSettingsOf(m_chosen);
+        m_wanted = {sdk::macOf(m_chosen), before};
         if (m_input.byte() % 4 != 0)
-            m_wanted = {before.mac, address(), 0xFFFFFF00, 0};
+            m_wanted.ip = {address(), "255.255.255.0"_ip, {}};
         const RZ_ERROR result = sdk::forceIp(m_network, m_wanted, before);
         require(result == RZ_OK || result == RZ_ERROR_NETWORK || result == RZ_ERROR_NO_ANSWER ||
                 result == RZ_ERROR_ACCESS_DENIED || result == RZ_ERROR_REFUSED);
@@ -207,11 +207,11 @@ private:
         const std::uint8_t how = m_input.byte();
         const bool isLate = (how & 0x80) != 0;
         const auto id = isLate ? static_cast<std::uint16_t>(command.id - m_input.byte()) : command.id;
-        const gvcp::Ipv4 source = (how & 0x40) != 0 ? address() : Host + 15;
+        const base::Ipv4 source = (how & 0x40) != 0 ? address() : Usual;
         switch ((how & 0x3F) % 7) {
         case 0: {
             const auto camera = identity();
-            deliver(camera.ip, discoveryAnswer(id, camera));
+            deliver(camera.ip.address, discoveryAnswer(id, camera));
             break;
         }
         case 1:
@@ -236,7 +236,7 @@ private:
         }
     }
 
-    void deliver(gvcp::Ipv4 source, gvcp::ByteView bytes)
+    void deliver(base::Ipv4 source, base::ByteView bytes)
     {
         const std::uint8_t when = m_input.byte();
         const auto delay = std::chrono::milliseconds{when < 0x80 ? when : when * 25u};
@@ -263,18 +263,19 @@ private:
         return {bytes.begin(), bytes.end()};
     }
 
-    gvcp::Ipv4 address()
+    base::Ipv4 address()
     {
-        constexpr gvcp::Ipv4 Usual[] = {Host + 15, Host + 16,  Host,       0xC0A801FF, 0x0A000004,
-                                        0,         0x7F000001, 0xE0000001, 0xFFFFFFFF, 0xA9FE0707};
+        constexpr base::Ipv4 Likely[] = {
+            Usual,        "192.168.1.21"_ip, Host,           "192.168.1.255"_ip,   "10.0.0.4"_ip,
+            "0.0.0.0"_ip, "127.0.0.1"_ip,    "224.0.0.1"_ip, "255.255.255.255"_ip, "169.254.7.7"_ip};
         const std::uint8_t number = m_input.byte();
-        return number < 0xF0 ? Usual[number % std::size(Usual)] : m_input.u32();
+        return number < 0xF0 ? Likely[number % std::size(Likely)] : base::Ipv4(m_input.u32());
     }
 
     Input m_input;
     FakeNetwork m_network;
     sdk::RecordTable m_records;
-    std::map<std::pair<gvcp::MacAddress, std::uint32_t>, const RZ_CC_DEVICE_INFO*> m_known;
+    std::map<std::pair<base::MacAddress, std::uint32_t>, const RZ_CC_DEVICE_INFO*> m_known;
     RZ_CC_DEVICE_INFO m_chosen = usualCamera();
     gvcp::ForceIp m_wanted;
     unsigned m_forces = 0;

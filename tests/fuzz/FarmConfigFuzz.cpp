@@ -15,9 +15,9 @@ namespace {
 
 constexpr std::uint32_t FirstMakersRegister = 0xA000;
 
-bool isOneInterfaces(const gvcp::MacAddress& mac)
+bool isOneInterfaces(const base::MacAddress& mac)
 {
-    return (mac.bytes[0] & 1) == 0 && mac != gvcp::MacAddress{};
+    return (mac.bytes[0] & 1) == 0 && mac != base::MacAddress{};
 }
 
 bool isTime(milliseconds time, milliseconds least = milliseconds{0})
@@ -38,10 +38,10 @@ void judgeAddresses(const CameraConfig& camera)
 {
     require(isOneInterfaces(camera.mac));
     require(camera.interface < camera.interfaceCount() && camera.interfaceCount() <= gvcp::MaxInterfaces);
-    for (const gvcp::MacAddress& mac : camera.interfaceMacs)
+    for (const base::MacAddress& mac : camera.interfaceMacs)
         require(isOneInterfaces(mac));
     require(camera.interfaceMacs.empty() || camera.interfaceMacs[camera.interface] == camera.mac);
-    require(gvcp::isContiguousMask(camera.ip.mask) && gvcp::isContiguousMask(camera.persistent.mask));
+    require(camera.ip.mask.isMask() && camera.persistent.mask.isMask());
     require(camera.hasPersistentIp || camera.ipMethod != CameraConfig::IpMethod::Persistent);
 }
 
@@ -70,7 +70,7 @@ void judgeQuirks(const CameraConfig& camera)
 void judge(const FarmConfig& config)
 {
     require(!config.cameras.empty() && config.cameras.size() <= FarmConfig::MaxCameras);
-    std::set<gvcp::MacAddress> macs;
+    std::set<base::MacAddress> macs;
     for (const CameraConfig& camera : config.cameras) {
         require(macs.insert(camera.mac).second);
         judgeTexts(camera);
@@ -100,7 +100,7 @@ void putIntoAFarm(FarmConfig config)
         require(present->modelName == untilNul(wanted.model));
         require(present->serialNumber == untilNul(wanted.serial));
         require(present->userDefinedName == untilNul(wanted.userName));
-        require(nlohmann::json::accept(runCommand(farm, "show " + toText(wanted.mac))));
+        require(nlohmann::json::accept(runCommand(farm, "show " + wanted.mac.toText())));
     }
 }
 

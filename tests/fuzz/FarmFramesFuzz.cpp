@@ -15,8 +15,8 @@
 #include <tins/exceptions.h>
 
 using namespace simulator;
-using gvcp::Bytes;
-using gvcp::ByteView;
+using base::Bytes;
+using base::ByteView;
 
 namespace {
 
@@ -24,8 +24,9 @@ constexpr std::size_t LargestFrame = 1514;    // bytes
 constexpr std::size_t LargestDatagram = 1472; // bytes
 constexpr std::uint16_t HostPort = 5000;
 constexpr std::uint16_t DhcpServerPort = 67;
-constexpr gvcp::MacAddress HostMac{{0x02, 0, 0, 0, 0, 0x05}};
-constexpr gvcp::Ipv4 Hosts[] = {0xC0A80105, 0xC0A80101, 0x0A000005, 0, 0xC0A80114, 0xFFFFFFFF};
+constexpr base::MacAddress HostMac{{0x02, 0, 0, 0, 0, 0x05}};
+constexpr base::Ipv4 Hosts[] = {"192.168.1.5"_ip, "192.168.1.1"_ip,  "10.0.0.5"_ip,
+                                "0.0.0.0"_ip,     "192.168.1.20"_ip, "255.255.255.255"_ip};
 
 constexpr const char* Configs[] = {
     R"({"cameras": [{"mac": "001A2B000001", "address": "192.168.1.20", "repeat": 2}]})",
@@ -146,13 +147,13 @@ private:
         return {HostMac,
                 isToAll ? BroadcastMac : to.mac(),
                 m_input.oneOf(Hosts),
-                isToAll ? gvcp::LimitedBroadcast : to.camera().ip().address,
+                isToAll ? base::LimitedBroadcast : to.camera().ip().address,
                 HostPort,
                 port,
                 {}};
     }
 
-    Bytes payload(gvcp::Command command, const gvcp::MacAddress& mac)
+    Bytes payload(gvcp::Command command, const base::MacAddress& mac)
     {
         const std::uint8_t size = m_input.byte();
         if (size >= 0xF0) {
@@ -164,7 +165,8 @@ private:
         }
         if (command == gvcp::Command::ForceIp)
             return gvcp::encodeForceIp(
-                {mac, address(), size % 2 == 0 ? 0xFFFFFF00 : m_input.u32(), address()});
+                {mac,
+                 {address(), size % 2 == 0 ? "255.255.255.0"_ip : base::Ipv4(m_input.u32()), address()}});
         std::vector<std::uint32_t> words(size % 12);
         for (std::uint32_t& each : words)
             each = word();
@@ -179,8 +181,8 @@ private:
                                            reg::PersistentIp,
                                            reg::HeartbeatTimeout,
                                            reg::GvcpConfiguration,
-                                           reg::UserDefinedName,
-                                           reg::FirstDescriptionUrl,
+                                           reg::UserDefinedName.address,
+                                           reg::FirstDescriptionUrl.address,
                                            CameraConfig::DescriptionAddress,
                                            0x00010000,
                                            0,
@@ -192,12 +194,12 @@ private:
         return number < std::size(Usual) ? Usual[number] : m_input.u32();
     }
 
-    gvcp::Ipv4 address()
+    base::Ipv4 address()
     {
         const std::uint8_t number = m_input.byte();
         if (number < std::size(Hosts))
             return Hosts[number];
-        return number % 2 == 0 ? camera().camera().ip().address : m_input.u32();
+        return number % 2 == 0 ? camera().camera().ip().address : base::Ipv4(m_input.u32());
     }
 
     ArpMessage arp()
@@ -236,7 +238,7 @@ private:
         UdpDatagram datagram = datagramTo(camera(), DhcpClient::Port);
         datagram.payload.assign(m_lastDhcp.begin(), m_lastDhcp.begin() + OptionsAt);
         datagram.payload[0] = Reply;
-        gvcp::writeU32(datagram.payload, AddressAt, address());
+        base::writeIpv4(datagram.payload, AddressAt, address());
         datagram.payload.insert(datagram.payload.end(), {53, 1, m_input.byte(), 54, 4, 192, 168, 1, 1});
         const ByteView options = m_input.bytes(m_input.byte());
         datagram.payload.insert(datagram.payload.end(), options.begin(), options.end());
@@ -257,7 +259,7 @@ private:
         constexpr const char* Commands[] = {"unplug", "plug",     "hold",  "release", "reset",
                                             "show",   "announce", "fault", "heal"};
         std::string line = m_input.oneOf(Commands);
-        line += " " + toText(camera().mac()) + " ";
+        line += " " + camera().mac().toText() + " ";
         const ByteView options = m_input.bytes(m_input.byte());
         line.append(options.begin(), options.end());
         try {

@@ -5,12 +5,13 @@
 #include "gvcp/Memory.h"
 #include "gvcp/Packet.h"
 #include "gvcp/PendingAck.h"
-#include "sdk/DescriptionCompletion.h"
-#include "sdk/DescriptionUrl.h"
+#include "sdk/description/DescriptionCompletion.h"
+#include "sdk/description/DescriptionUrl.h"
 #include "tests/fuzz/Require.h"
 
 #include <string_view>
 
+using namespace base;
 using namespace gvcp;
 
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <algorithm>
 
@@ -9,13 +9,13 @@
 class Input
 {
 public:
-    explicit Input(gvcp::ByteView bytes) : m_rest(bytes) {}
+    explicit Input(base::ByteView bytes) : m_rest(bytes) {}
 
     bool isAtEnd() const { return m_rest.empty(); }
 
     std::uint8_t byte()
     {
-        const gvcp::ByteView one = bytes(1);
+        const base::ByteView one = bytes(1);
         return one.empty() ? std::uint8_t{0} : one[0];
     }
     std::uint16_t u16()
@@ -29,13 +29,13 @@ public:
         return high | u16();
     }
     /// So many, or what is left.
-    gvcp::ByteView bytes(std::size_t count)
+    base::ByteView bytes(std::size_t count)
     {
         const auto taken = m_rest.first(std::min(count, m_rest.size()));
         m_rest = m_rest.subspan(taken.size());
         return taken;
     }
-    gvcp::ByteView rest() { return bytes(m_rest.size()); }
+    base::ByteView rest() { return bytes(m_rest.size()); }
 
     template <typename T, std::size_t Count>
     const T& oneOf(const T (&choices)[Count])
@@ -44,5 +44,5 @@ public:
     }
 
 private:
-    gvcp::ByteView m_rest;
+    base::ByteView m_rest;
 };

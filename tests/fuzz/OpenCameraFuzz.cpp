@@ -6,10 +6,11 @@
 #include "gvcp/Memory.h"
 #include "gvcp/PendingAck.h"
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
-#include "sdk/Description.h"
-#include "sdk/DescriptionCompletion.h"
 #include "sdk/Port.h"
+#include "sdk/addressing/IpRestart.h"
+#include "sdk/description/Description.h"
+#include "sdk/description/DescriptionCompletion.h"
+#include "sdk/network/CameraError.h"
 #include "tests/fuzz/Features.h"
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"
@@ -20,15 +21,14 @@
 #include <array>
 
 using namespace std::chrono_literals;
-using gvcp::Bytes;
-using gvcp::ByteView;
+using base::Bytes;
+using base::ByteView;
 using gvcp::Command;
 using gvcp::Status;
 
 namespace {
 
 constexpr std::uint32_t DescriptionAddress = 0x00100000;
-constexpr std::size_t UrlSize = 512;
 
 /// Files that say the same in different ways; of the second one features are missing, the third is the first
 /// one zipped.
@@ -92,7 +92,7 @@ private:
             m_camera.words[gvcp::reg::GvcpCapability] |= gvcp::Capability::PendingAck;
         m_camera.words[gvcp::reg::GvcpConfiguration] = 0;
         if ((choice & 2) != 0)
-            m_forced.keep({FakeCamera::Mac, FakeCamera::Ip, 0xFFFFFF00, 0}, m_camera.network.now());
+            m_forced.keep(FakeCamera::Mac, {FakeCamera::Ip, "255.255.255.0"_ip, {}}, m_camera.network.now());
         if ((choice & 4) != 0)
             m_forced.setWaiting(FakeCamera::Mac, true);
         for (unsigned count = choice >> 3 & 3; count > 0; --count) {
@@ -127,11 +127,11 @@ private:
         const auto command = gvcp::parseCommand(sent.bytes);
         require(command && command->id != 0 && (command->flags & gvcp::FlagAcknowledge) != 0);
         require(command->payload.size() <= gvcp::MaxPayload);
-        const std::uint32_t at = command->payload.size() >= 4 ? gvcp::readU32(command->payload, 0) : 0;
+        const std::uint32_t at = command->payload.size() >= 4 ? base::readU32(command->payload, 0) : 0;
         require(sent.destination == FakeCamera::Ip || command->command == Command::ForceIp);
         require(at % 4 == 0 || command->command == Command::ForceIp);
         if (command->command == Command::WriteRegister && at == gvcp::reg::ControlChannelPrivilege)
-            m_isTaken = gvcp::readU32(command->payload, 4) != gvcp::Privilege::Open;
+            m_isTaken = base::readU32(command->payload, 4) != gvcp::Privilege::Open;
         if (command->command == Command::ReadMemory) {
             const auto range = gvcp::parseMemoryRange(command->payload);
             require(range && range->count % 4 == 0 && range->count > 0);
@@ -216,12 +216,12 @@ private:
     std::optional<Bytes> fileData(const gvcp::MemoryRange& range) const
     {
         for (unsigned i = 0; i < m_urls.size(); ++i) {
-            const std::uint32_t at =
+            const gvcp::TextRegister& at =
                 i == 0 ? gvcp::reg::FirstDescriptionUrl : gvcp::reg::SecondDescriptionUrl;
-            if (range.address != at || range.count != UrlSize)
+            if (range.address != at.address || range.count != at.size)
                 continue;
             Bytes url(m_urls[i].begin(), m_urls[i].end());
-            url.resize(UrlSize);
+            url.resize(at.size);
             return url;
         }
         const std::uint64_t offset = std::uint64_t{range.address} - DescriptionAddress;
@@ -265,7 +265,7 @@ private:
         if (m_input.byte() % 2 == 0)
             session.close();
         else
-            session.closeWithIpRestart();
+            closeWithIpRestart(session);
         require(!session.isOpen() && !m_isTaken);
     }
 
@@ -317,7 +317,7 @@ private:
     std::uint32_t address()
     {
         namespace reg = gvcp::reg;
-        constexpr std::uint32_t Usual[] = {reg::UserDefinedName,
+        constexpr std::uint32_t Usual[] = {reg::UserDefinedName.address,
                                            reg::CurrentIpConfig,
                                            reg::CurrentIpConfig + 3,
                                            reg::PersistentIp,

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Feeds packets of any kind to what reads those that a packet socket hears: the bytes as they are, and as the
 // payload of a packet that another library makes.
-#include "sdk/UdpFrame.h"
+#include "sdk/network/UdpFrame.h"
 #include "tests/fuzz/Require.h"
 
 #include <algorithm>
@@ -10,9 +10,10 @@
 #include <tins/rawpdu.h>
 #include <tins/udp.h>
 
-using gvcp::Bytes;
-using gvcp::ByteView;
+using base::Bytes;
+using base::ByteView;
 using sdk::UdpChecksum;
+using base::operator""_ip;
 
 namespace {
 
@@ -36,7 +37,7 @@ void readPacket(ByteView packet)
             frame->payload.data() + frame->payload.size() <= packet.data() + packet.size());
 
     // What stands behind the packet is nothing to it, and what it lacks at its end makes it none.
-    const std::size_t size = gvcp::readU16(packet, 2);
+    const std::size_t size = base::readU16(packet, 2);
     Bytes padded(packet.begin(), packet.begin() + static_cast<std::ptrdiff_t>(size));
     require(isSame(sdk::parseUdpFrame(padded, UdpChecksum::Ignore).value(), *frame));
     require(!sdk::parseUdpFrame(ByteView(padded).first(size - 1), UdpChecksum::Ignore));
@@ -51,7 +52,7 @@ void readPayload(ByteView payload)
         Tins::RawPDU(payload.data(), static_cast<std::uint32_t>(std::min<std::size_t>(payload.size(), 1472)));
     Bytes bytes = packet.serialize();
     const auto frame = sdk::parseUdpFrame(bytes, UdpChecksum::Verify);
-    require(frame && frame->source == 0x0A000009 && frame->sourcePort == 3956 &&
+    require(frame && frame->source == "10.0.0.9"_ip && frame->sourcePort == 3956 &&
             frame->destinationPort == 40000);
     require(std::equal(frame->payload.begin(), frame->payload.end(), payload.begin(),
                        payload.begin() + static_cast<std::ptrdiff_t>(frame->payload.size())));

@@ -6,6 +6,7 @@
 
 #include <string_view>
 
+using namespace base;
 using namespace gvcp;
 
 namespace {
@@ -42,9 +43,7 @@ DiscoveryAck meaning()
             .mac = {{0x02, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}},
             .ipConfigOptions = 0x80000007,
             .ipConfigCurrent = 6,
-            .ip = 0xC0A80114,
-            .subnetMask = 0xFFFFFF00,
-            .gateway = 0xC0A801FE,
+            .ip = {"192.168.1.20"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip},
             .manufacturerName = "Maker",
             .modelName = "Model",
             .deviceVersion = "1.2.3",
@@ -86,7 +85,7 @@ TEST(DiscoveryAck, LacksWhatAShortAnswerLeavesOut)
     bytes.resize(106);
     const auto ack = parseDiscoveryAck(bytes);
     ASSERT_TRUE(ack);
-    EXPECT_EQ(ack->gateway, 0xC0A801FE);
+    EXPECT_EQ(ack->ip.gateway, "192.168.1.254"_ip);
     EXPECT_EQ(ack->manufacturerName, "Maker");
     EXPECT_EQ(ack->modelName, "Mo");
     EXPECT_EQ(ack->serialNumber, "");

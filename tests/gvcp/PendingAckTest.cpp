@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+using namespace base;
 using namespace gvcp;
 using namespace std::chrono_literals;
 using testing::ElementsAre;

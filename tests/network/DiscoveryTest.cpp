@@ -94,8 +94,8 @@ TEST(DiscoveryOnTwoAdapters, OfOneSubnetNamesTheAdapterThatHeardTheCamera)
     discoveryCondition("TwoAdaptersInOneSubnet").build(site);
     const auto records = enumerate(site);
     ASSERT_THAT(records, SizeIs(6)) << "no camera is heard on the adapter that does not reach it";
-    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0xC0A80105), nullptr);
-    EXPECT_NE(recordOf(records, "02:00:00:00:02:01", 0xC0A80205), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", "192.168.1.5"_ip), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:02:01", "192.168.2.5"_ip), nullptr);
     for (const auto* record : records) {
         const lab::Visit visit(site.host());
         EXPECT_TRUE(RZ_CC_IsDeviceAccessible(record, RZ_ACCESS_EXCLUSIVE)) << macText(*record);
@@ -108,8 +108,8 @@ TEST(DiscoveryOnTwoAdapters, GivesOneRecordForEachThatSeesTheCamera)
     discoveryCondition("OneCameraSeenByTwoAdapters").build(site);
     const auto records = enumerate(site);
     ASSERT_THAT(records, SizeIs(2));
-    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0x0A000005), nullptr);
-    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", 0xC0A80105), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", "10.0.0.5"_ip), nullptr);
+    EXPECT_NE(recordOf(records, "02:00:00:00:01:01", "192.168.1.5"_ip), nullptr);
 }
 
 TEST(DiscoveryRecords, StayTheSameFromEnumerationToEnumeration)
@@ -145,7 +145,7 @@ TEST(DiscoveryOfOthers, FindsTheFieldsOwnFakeCamera)
         records = enumerate(site);
     ASSERT_THAT(records, SizeIs(1));
     EXPECT_STREQ(records[0]->stGigEInfo.szSerialNumber, "FAKE1");
-    EXPECT_EQ(records[0]->stGigEInfo.nDeviceIp, 0xC0A80114u);
+    EXPECT_EQ(addressIn(*records[0]), "192.168.1.20"_ip);
     const lab::Visit visit(site.host());
     EXPECT_TRUE(RZ_CC_IsDeviceAccessible(records[0], RZ_ACCESS_EXCLUSIVE));
 }

@@ -10,8 +10,8 @@ namespace {
 
 constexpr const char* Mac = "02:00:00:00:01:01";
 constexpr const char* OtherMac = "02:00:00:00:01:02";
-constexpr unsigned OldIp = 0x0A000009; // 10.0.0.9
-constexpr unsigned NewIp = 0xC0A80132; // 192.168.1.50
+constexpr base::Ipv4 OldIp = "10.0.0.9"_ip;
+constexpr base::Ipv4 NewIp = "192.168.1.50"_ip;
 
 /// One camera outside the host's subnet with `quirks`, more JSON members of it.
 class ForceIp : public testing::Test
@@ -27,7 +27,7 @@ protected:
                 (moreCameras.empty() ? "" : ", " + moreCameras));
     }
 
-    int forceTo(unsigned ip, unsigned mask = 0xFFFFFF00, unsigned gateway = 0)
+    int forceTo(base::Ipv4 ip, base::Ipv4 mask = "255.255.255.0"_ip, base::Ipv4 gateway = {})
     {
         const auto* camera = recordOf(enumerate(site), Mac);
         if (!camera) {
@@ -37,10 +37,11 @@ protected:
         return force(site, *camera, ip, mask, gateway);
     }
 
-    unsigned addressOf(const std::string& mac)
+    /// 0.0.0.0 when the camera is not found.
+    base::Ipv4 addressOf(const std::string& mac)
     {
         const auto* camera = recordOf(enumerate(site), mac);
-        return camera ? camera->stGigEInfo.nDeviceIp : 0;
+        return camera ? addressIn(*camera) : base::Ipv4();
     }
 
     void expectObeyed(const std::string& quirks)
@@ -61,12 +62,12 @@ protected:
 TEST_F(ForceIp, BringsAnUnreachableCameraIntoTheSubnet)
 {
     build();
-    EXPECT_EQ(forceTo(NewIp, 0xFFFFFF80, 0xC0A80101), RZ_OK);
+    EXPECT_EQ(forceTo(NewIp, "255.255.255.128"_ip, "192.168.1.1"_ip), RZ_OK);
     const auto* camera = recordOf(enumerate(site), Mac);
     ASSERT_NE(camera, nullptr);
-    EXPECT_EQ(camera->stGigEInfo.nDeviceIp, NewIp);
-    EXPECT_EQ(camera->stGigEInfo.nDeviceSubnetMask, 0xFFFFFF80u);
-    EXPECT_EQ(camera->stGigEInfo.nDeviceGateway, 0xC0A80101u);
+    EXPECT_EQ(addressIn(*camera), NewIp);
+    EXPECT_EQ(base::Ipv4(camera->stGigEInfo.nDeviceSubnetMask), "255.255.255.128"_ip);
+    EXPECT_EQ(base::Ipv4(camera->stGigEInfo.nDeviceGateway), "192.168.1.1"_ip);
     const lab::Visit visit(site.host());
     EXPECT_TRUE(RZ_CC_IsDeviceAccessible(camera, RZ_ACCESS_EXCLUSIVE));
 }
@@ -157,10 +158,10 @@ TEST_F(ForceIp, GoesOutOnTheAdapterThatHeardTheCamera)
     site.addCameras(second, R"({"mac": "02:00:00:00:01:01", "address": "10.0.0.9"})");
     const auto records = enumerate(site);
     ASSERT_THAT(records, testing::SizeIs(2));
-    ASSERT_EQ(force(site, *recordOf(records, Mac, 0xC0A80106), NewIp), RZ_OK);
+    ASSERT_EQ(force(site, *recordOf(records, Mac, "192.168.1.6"_ip), NewIp), RZ_OK);
     const auto after = enumerate(site);
-    EXPECT_EQ(recordOf(after, Mac, 0xC0A80106)->stGigEInfo.nDeviceIp, NewIp);
-    EXPECT_EQ(recordOf(after, Mac, 0xC0A80105)->stGigEInfo.nDeviceIp, OldIp);
+    EXPECT_EQ(addressIn(*recordOf(after, Mac, "192.168.1.6"_ip)), NewIp);
+    EXPECT_EQ(addressIn(*recordOf(after, Mac, "192.168.1.5"_ip)), OldIp);
 }
 
 TEST_F(ForceIp, OfAnUnchangedConfigurationSucceeds)
@@ -180,7 +181,7 @@ TEST_F(ForceIp, OfAnUnchangedConfigurationFailsWhenAnotherApplicationHoldsTheCam
 {
     site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"),
                     R"({"mac": "02:00:00:00:01:01", "address": "192.168.1.20", "heldBy": "192.168.1.77"})");
-    EXPECT_EQ(forceTo(0xC0A80114), RZ_ERROR_ACCESS_DENIED);
+    EXPECT_EQ(forceTo("192.168.1.20"_ip), RZ_ERROR_ACCESS_DENIED);
 }
 
 TEST_F(ForceIp, WorksUnderAStrictReversePathFilter)
@@ -205,8 +206,8 @@ TEST_F(ForceIp, IsGoneAfterTheResetOfACameraThatIsNotStatic)
     ASSERT_EQ(forceTo(NewIp), RZ_OK);
     ASSERT_EQ(addressOf(Mac), NewIp);
     farm->control(std::string("reset ") + Mac);
-    unsigned address = 0;
-    for (int tries = 0; tries < 20 && address == 0; ++tries)
+    base::Ipv4 address;
+    for (int tries = 0; tries < 20 && address.isUnspecified(); ++tries)
         address = addressOf(Mac);
     EXPECT_EQ(address, OldIp);
 }

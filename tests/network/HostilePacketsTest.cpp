@@ -19,17 +19,17 @@ TEST(HostilePackets, AmongGenuineAnswersLeaveEachRecordWhole)
     const struct
     {
         const char* mac;
-        unsigned ip;
+        base::Ipv4 ip;
         const char* serial;
         const char* name;
-    } expected[] = {{"02:00:00:00:01:01", 0xC0A80114, "S1", "First"},
-                    {"02:00:00:00:01:02", 0xC0A80115, "S2", "Second"},
-                    {"02:00:00:00:01:03", 0x0A000009, "S3", "Third"}};
+    } expected[] = {{"02:00:00:00:01:01", "192.168.1.20"_ip, "S1", "First"},
+                    {"02:00:00:00:01:02", "192.168.1.21"_ip, "S2", "Second"},
+                    {"02:00:00:00:01:03", "10.0.0.9"_ip, "S3", "Third"}};
     for (const auto& camera : expected) {
         const auto* record = recordOf(records, camera.mac);
         ASSERT_NE(record, nullptr) << camera.mac;
-        EXPECT_EQ(record->stGigEInfo.nDeviceIp, camera.ip);
-        EXPECT_EQ(record->stGigEInfo.nDeviceSubnetMask, 0xFFFFFF00u);
+        EXPECT_EQ(addressIn(*record), camera.ip);
+        EXPECT_EQ(base::Ipv4(record->stGigEInfo.nDeviceSubnetMask), "255.255.255.0"_ip);
         EXPECT_EQ(record->stGigEInfo.nDeviceGateway, 0u);
         EXPECT_STREQ(record->stGigEInfo.szSerialNumber, camera.serial);
         EXPECT_STREQ(record->stGigEInfo.szUserDefinedName, camera.name);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "base/IpSettings.h"
 #include "tests/network/OpenCamera.h"
 #include "tests/network/Sdk.h"
 #include "tests/simulator/Shown.h"
@@ -12,8 +13,8 @@ using simulator_tests::runningCamera;
 using simulator_tests::shown;
 
 const std::string Mac = "02:00:00:00:01:01";
-constexpr unsigned NewIp = 0xC0A80132;
-constexpr unsigned Gateway = 0xC0A801FE;
+constexpr base::Ipv4 NewIp = "192.168.1.50"_ip;
+constexpr base::Ipv4 Gateway = "192.168.1.254"_ip;
 constexpr unsigned IpConfiguration = 0x14;
 constexpr const char* Old =
     R"(, "persistent": {"address": "10.0.0.9", "mask": "255.0.0.0", "gateway": "10.0.0.1"})";
@@ -37,7 +38,7 @@ protected:
         return *record;
     }
 
-    int force() { return ::force(site, found(), NewIp, 0xFFFFFF00, Gateway); }
+    int force() { return ::force(site, found(), NewIp, "255.255.255.0"_ip, Gateway); }
     std::string stored() const { return shown(*farm, Mac).at("persistent").at("address"); }
     std::string addressAfterReset()
     {
@@ -133,7 +134,7 @@ TEST_F(LastingAddress, OfADhcpCameraThatLeavesTheNetworkForFourSecondsIsStoredWh
     const RZ_CC_DEVICE_INFO& record = found();
     EXPECT_EQ(force(), RZ_OK);
     RZ_CC_DEVICE_INFO moved = record; // As after a save worker's force, without another look at the network.
-    moved.stGigEInfo.nDeviceIp = NewIp;
+    moved.stGigEInfo.nDeviceIp = NewIp.number();
     {
         const OpenCamera camera(site, moved);
         ASSERT_EQ(camera.result(), RZ_OK) << "it is waited for";
@@ -162,7 +163,7 @@ TEST_F(LastingAddress, BelongsToTheNetworkInterfaceThatWasHeard)
     unsigned gateway = 0;
     ASSERT_EQ(RZ_CC_CreateHandle(&handle, &found()), RZ_OK);
     EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK);
-    EXPECT_EQ(ip, NewIp);
+    EXPECT_EQ(ip, NewIp.number());
     EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
 }
 
@@ -177,13 +178,14 @@ TEST_F(LastingAddress, CanBeReadWithoutControl)
     unsigned mask = 0;
     unsigned gateway = 0;
     EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK);
-    EXPECT_EQ((std::vector{ip, mask, gateway}), (std::vector{0x0A000009u, 0xFF000000u, 0x0A000001u}));
+    EXPECT_EQ((base::IpSettings{base::Ipv4(ip), base::Ipv4(mask), base::Ipv4(gateway)}),
+              (base::IpSettings{"10.0.0.9"_ip, "255.0.0.0"_ip, "10.0.0.1"_ip}));
     EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, nullptr, &mask, &gateway), RZ_ERROR_PARAMETER);
     farm->control("release " + Mac);
     EXPECT_EQ(RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0), RZ_OK);
     ip = 0;
     EXPECT_EQ(RZ_GIGE_GetPersistentIp(handle, &ip, &mask, &gateway), RZ_OK) << "by way of the open handle";
-    EXPECT_EQ(ip, 0x0A000009u);
+    EXPECT_EQ(ip, "10.0.0.9"_ip.number());
     EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
 }
 

@@ -103,7 +103,7 @@ TEST_F(SameAddress, EndsWhenTheOtherOneAnswersInMidSession)
 TEST_F(SameAddress, TheForcedOneIsTheOneThatWasMeantAndItsAddressIsStoredThere)
 {
     direct(Other);
-    EXPECT_EQ(force(site, *record, 0xC0A80132), RZ_OK);
+    EXPECT_EQ(force(site, *record, "192.168.1.50"_ip), RZ_OK);
     EXPECT_EQ(shown(*farm, Meant).at("address"), "192.168.1.50");
     EXPECT_EQ(shown(*farm, Meant).at("persistent").at("address"), "192.168.1.50");
     expectOtherUntouched();
@@ -112,7 +112,7 @@ TEST_F(SameAddress, TheForcedOneIsTheOneThatWasMeantAndItsAddressIsStoredThere)
 TEST_F(SameAddress, IsNeverStoredInTheOtherOne)
 {
     direct(Other);
-    EXPECT_EQ(force(site, *record, 0xC0A80114, 0xFFFF0000), RZ_OK) << "another mask alone";
+    EXPECT_EQ(force(site, *record, "192.168.1.20"_ip, "255.255.0.0"_ip), RZ_OK) << "another mask alone";
     EXPECT_TRUE(RZ_GIGE_IsForcedIpWaiting(record));
     EXPECT_EQ(OpenCamera(site, *record).result(), RZ_ERROR_OTHER_CAMERA);
     EXPECT_EQ(shown(*farm, Other).at("persistent").at("mask"), "255.255.255.0");

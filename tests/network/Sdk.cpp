@@ -67,21 +67,27 @@ std::set<std::string> macTexts(const std::vector<const RZ_CC_DEVICE_INFO*>& reco
 }
 
 const RZ_CC_DEVICE_INFO* recordOf(const std::vector<const RZ_CC_DEVICE_INFO*>& records,
-                                  const std::string& mac, unsigned adapterAddress)
+                                  const std::string& mac, base::Ipv4 adapterAddress)
 {
     const auto found = std::find_if(records.begin(), records.end(), [&](const auto* record) {
         return macText(*record) == mac &&
-               (adapterAddress == 0 || record->stGigEInfo.nNetExportIp == adapterAddress);
+               (adapterAddress.isUnspecified() || record->stGigEInfo.nNetExportIp == adapterAddress.number());
     });
     return found == records.end() ? nullptr : *found;
 }
 
-int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, unsigned ip, unsigned mask, unsigned gateway)
+base::Ipv4 addressIn(const RZ_CC_DEVICE_INFO& record)
+{
+    return base::Ipv4(record.stGigEInfo.nDeviceIp);
+}
+
+int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, base::Ipv4 address, base::Ipv4 mask,
+          base::Ipv4 gateway)
 {
     const lab::Visit visit(site.host());
     void* handle = nullptr;
     EXPECT_EQ(RZ_CC_CreateHandle(&handle, &camera), RZ_OK);
-    const int result = RZ_GIGE_ForceIpEx(handle, ip, mask, gateway);
+    const int result = RZ_GIGE_ForceIpEx(handle, address.number(), mask.number(), gateway.number());
     EXPECT_EQ(RZ_CC_DestroyHandle(handle), RZ_OK);
     return result;
 }

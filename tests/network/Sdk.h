@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "base/Ipv4.h"
 #include "sdk/RzCameraSdk.h"
 #include "tests/network/Site.h"
 
 #include <set>
 #include <string>
 #include <vector>
+
+using base::operator""_ip;
 
 /// The SDK's calls as a program on the site's host makes them.
 
@@ -21,7 +24,10 @@ std::set<std::string> macTexts(const std::vector<const RZ_CC_DEVICE_INFO*>& reco
 
 /// The record of that camera, by the adapter with that address when one is given; null when there is none.
 const RZ_CC_DEVICE_INFO* recordOf(const std::vector<const RZ_CC_DEVICE_INFO*>& records,
-                                  const std::string& mac, unsigned adapterAddress = 0);
+                                  const std::string& mac, base::Ipv4 adapterAddress = {});
 
-int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, unsigned ip, unsigned mask = 0xFFFFFF00,
-          unsigned gateway = 0);
+/// The address that the camera has, by the record.
+base::Ipv4 addressIn(const RZ_CC_DEVICE_INFO& record);
+
+int force(const Site& site, const RZ_CC_DEVICE_INFO& camera, base::Ipv4 address,
+          base::Ipv4 mask = "255.255.255.0"_ip, base::Ipv4 gateway = {});

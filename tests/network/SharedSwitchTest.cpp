@@ -13,8 +13,8 @@ namespace {
 using simulator_tests::shown;
 
 constexpr int Cameras = 12;
-constexpr unsigned FirstAdapter = 0xC0A80105;  // 192.168.1.5
-constexpr unsigned SecondAdapter = 0xC0A80106; // 192.168.1.6
+constexpr base::Ipv4 FirstAdapter = "192.168.1.5"_ip;
+constexpr base::Ipv4 SecondAdapter = "192.168.1.6"_ip;
 
 /// By reverse-path filter.
 class SharedSwitch : public testing::TestWithParam<int>
@@ -41,7 +41,7 @@ TEST_P(SharedSwitch, CamerasAreHeardFreeAndOpenedByEitherAdapter)
     const auto records = enumerate(site);
     for (int i = 0; i < Cameras; ++i) {
         int heard = 0;
-        for (const unsigned adapter : {FirstAdapter, SecondAdapter}) {
+        for (const base::Ipv4 adapter : {FirstAdapter, SecondAdapter}) {
             const auto* const record = recordOf(records, macOf(i), adapter);
             if (!record)
                 continue;
@@ -64,19 +64,21 @@ TEST_P(SharedSwitch, CamerasAreHeardFreeAndOpenedByEitherAdapter)
 TEST_P(SharedSwitch, CamerasAreForcedByEitherAdapter)
 {
     const auto records = enumerate(site);
-    unsigned next = 0xC0A80164; // 192.168.1.100
+    constexpr base::Ipv4 First = "192.168.1.101"_ip;
+    base::Ipv4 next = First;
     for (int i = 0; i < Cameras; ++i) {
-        for (const unsigned adapter : {FirstAdapter, SecondAdapter}) {
+        for (const base::Ipv4 adapter : {FirstAdapter, SecondAdapter}) {
             const auto* const record = recordOf(records, macOf(i), adapter);
             if (!record)
                 continue;
-            EXPECT_EQ(force(site, *record, ++next), RZ_OK);
-            const std::string address = "192.168.1." + std::to_string(next & 0xFF);
+            EXPECT_EQ(force(site, *record, next), RZ_OK);
+            const std::string address = next.toText();
+            next = next.plus(1);
             EXPECT_EQ(shown(*farm, macOf(i)).at("address"), address);
             EXPECT_EQ(shown(*farm, macOf(i)).at("persistent").at("address"), address) << "stored, too";
         }
     }
-    EXPECT_GE(next, 0xC0A80164u + Cameras);
+    EXPECT_GE(next, First.plus(Cameras));
 }
 
 INSTANTIATE_TEST_SUITE_P(ReversePathFilter, SharedSwitch, testing::Values(0, 1, 2));

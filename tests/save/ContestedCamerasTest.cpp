@@ -9,6 +9,7 @@
 #include <chrono>
 #include <thread>
 
+using base::operator""_ip;
 using simulator_tests::GvcpClient;
 using simulator_tests::shown;
 using testing::ElementsAre;
@@ -71,8 +72,8 @@ TEST_F(ContestedCameras, ACrashedApplicationsCameraCanBeSavedWhenItsHeartbeatHas
     const lab::Namespace other;
     network.attach(other, "eth0", "192.168.0.6/16");
     const GvcpClient crashed(other);
-    const auto taken = crashed.ask(0xC0A80114, hex("42 01 0082 0008 0001 00000A00 00000001"));
-    ASSERT_EQ(gvcp::readU16(taken, 0), 0u);
+    const auto taken = crashed.ask("192.168.1.20"_ip, hex("42 01 0082 0008 0001 00000A00 00000001"));
+    ASSERT_EQ(base::readU16(taken, 0), 0u);
 
     ASSERT_TRUE(becomesFree(0));
     saves[0].wantStatic(newAddress(0));

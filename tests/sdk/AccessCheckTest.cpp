@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/AccessCheck.h"
+#include "sdk/discovery/AccessCheck.h"
 
 #include "gvcp/Registers.h"
 #include "tests/sdk/FakeNetwork.h"
@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr gvcp::Ipv4 Host = 0xC0A80105;
-constexpr gvcp::Ipv4 Camera = 0xC0A80114;
+constexpr base::Ipv4 Host = "192.168.1.5"_ip;
+constexpr base::Ipv4 Camera = "192.168.1.20"_ip;
 
 class AccessCheckTest : public testing::Test
 {
@@ -34,19 +34,19 @@ protected:
         return check.answer(0, Camera);
     }
 
-    void answerEach(const std::function<gvcp::Bytes(std::uint16_t id)>& make, gvcp::Ipv4 source = Camera)
+    void answerEach(const std::function<base::Bytes(std::uint16_t id)>& make, base::Ipv4 source = Camera)
     {
         network.onSend = [=, this](const FakeNetwork::Sent& sent) {
             network.deliver(1ms, sent.adapter, source, make(sent.command().id));
         };
     }
 
-    static gvcp::Bytes refusal(std::uint16_t id, gvcp::Status status)
+    static base::Bytes refusal(std::uint16_t id, gvcp::Status status)
     {
         return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, status, id);
     }
 
-    FakeNetwork network{{adapterWith(1, Host), adapterWith(2, 0xC0A80106)}};
+    FakeNetwork network{{adapterWith(1, Host), adapterWith(2, "192.168.1.6"_ip)}};
 };
 
 } // namespace
@@ -113,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Statuses, PassingRefusal,
 
 TEST_F(AccessCheckTest, AnswersOfOthersAreNotTheCameras)
 {
-    answerEach([](auto id) { return registerAnswer(id, 0); }, 0xC0A80115);
+    answerEach([](auto id) { return registerAnswer(id, 0); }, "192.168.1.21"_ip);
     EXPECT_EQ(run(), AccessCheck::Answer::Silent) << "another camera's address";
 }
 
@@ -127,7 +127,7 @@ TEST_F(AccessCheckTest, TakesTheAnswerOnWhicheverAdapterItComesIn)
 
 TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
 {
-    const std::map<std::string, std::function<gvcp::Bytes(std::uint16_t id)>> rows{
+    const std::map<std::string, std::function<base::Bytes(std::uint16_t id)>> rows{
         {"another id",
          [](auto id) {
              return registerAnswer(static_cast<std::uint16_t>(id + 1), gvcp::Privilege::Control);
@@ -135,11 +135,11 @@ TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
         {"another acknowledge code",
          [](auto id) {
              return gvcp::encodeAcknowledge(gvcp::Command::ReadMemory, gvcp::Status::Success, id,
-                                            gvcp::Bytes(4));
+                                            base::Bytes(4));
          }},
         {"a payload shorter than its length",
          [](auto id) {
-             gvcp::Bytes bytes = registerAnswer(id, gvcp::Privilege::Control);
+             base::Bytes bytes = registerAnswer(id, gvcp::Privilege::Control);
              bytes.pop_back();
              return bytes;
          }},
@@ -156,7 +156,7 @@ TEST_F(AccessCheckTest, WhatIsNotTheAnswerIsDroppedAndTheAnswerStillTaken)
 
 TEST_F(AccessCheckTest, TheFirstValueOfALongerAnswerCounts)
 {
-    const auto answerWith = [this](const gvcp::Bytes& payload) {
+    const auto answerWith = [this](const base::Bytes& payload) {
         answerEach([payload](auto id) {
             return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::Success, id, payload);
         });

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/CameraMemory.h"
+#include "sdk/camera/CameraMemory.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -30,7 +30,7 @@ protected:
 
     std::string read(std::uint64_t address, std::size_t size)
     {
-        gvcp::Bytes bytes(size);
+        base::Bytes bytes(size);
         memory.read(address, bytes);
         return {bytes.begin(), bytes.end()};
     }
@@ -63,7 +63,7 @@ TEST_F(CameraMemoryTest, WritesAnyLengthToAnyAddressAndNothingBeside)
         for (const std::size_t size : {1u, 2u, 3u, 4u, 5u, 16u, 509u, 512u, 513u, 516u, 1024u, 1500u})
             for (std::uint32_t offset = 0; offset < 5; ++offset) {
                 camera.setBytes(Start, pattern);
-                const gvcp::Bytes data(size, 0xEE);
+                const base::Bytes data(size, 0xEE);
                 fresh.write(Start + offset, data);
                 auto expected = pattern;
                 expected.replace(offset, size, size, '\xEE');

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/ControlChannel.h"
+#include "sdk/camera/ControlChannel.h"
 
 #include "gvcp/Memory.h"
 #include "gvcp/PendingAck.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -83,10 +83,10 @@ TEST_F(ControlChannelTest, ReadsAndWritesRegisters)
 TEST_F(ControlChannelTest, ReadsAndWritesMemory)
 {
     camera.setBytes(0xB000, "one two ");
-    gvcp::Bytes bytes(8);
+    base::Bytes bytes(8);
     channel.readMemory(0xB000, bytes);
     EXPECT_EQ(std::string(bytes.begin(), bytes.end()), "one two ");
-    channel.writeMemory(0xB004, gvcp::Bytes{'s', 'i', 'x', '!'});
+    channel.writeMemory(0xB004, base::Bytes{'s', 'i', 'x', '!'});
     EXPECT_EQ(camera.bytes(0xB000, 8), "one six!");
 }
 
@@ -143,14 +143,14 @@ TEST_F(ControlChannelTest, DropsAnswersThatAreNotToThisCommandAndNeverWaitsLonge
         auto& network = camera.network;
         for (auto delay = 0ms; delay < 3s; delay += 10ms) {
             network.deliver(delay, 0, FakeCamera::Ip, registerAnswer(wrongId, 0xBAD));
-            network.deliver(delay, 0, 0xC0A80163, registerAnswer(command.id, 0xBAD));
+            network.deliver(delay, 0, "192.168.1.99"_ip, registerAnswer(command.id, 0xBAD));
             network.deliver(
                 delay, 0, FakeCamera::Ip,
                 gvcp::encodeAcknowledge(gvcp::Command::ReadMemory, Status::Success, command.id, value));
-            network.deliver(delay, 0, FakeCamera::Ip, gvcp::Bytes{0, 0, 0, 0x81});
+            network.deliver(delay, 0, FakeCamera::Ip, base::Bytes{0, 0, 0, 0x81});
             network.deliver(
                 delay, 0, FakeCamera::Ip,
-                gvcp::encodeAcknowledge(command.command, Status::Success, command.id, gvcp::Bytes{1, 2}));
+                gvcp::encodeAcknowledge(command.command, Status::Success, command.id, base::Bytes{1, 2}));
         }
         return true;
     };
@@ -198,7 +198,7 @@ TEST_F(ControlChannelTest, WaitsForNoCameraLongerThanTenSecondsAltogether)
 TEST_F(ControlChannelTest, IgnoresTheTimeThatSomebodyElseAsksFor)
 {
     camera.onCommand = [this](const gvcp::CommandPacket& command) {
-        camera.network.deliver(1ms, 0, 0xC0A80163,
+        camera.network.deliver(1ms, 0, "192.168.1.99"_ip,
                                gvcp::encodeAcknowledge(gvcp::PendingCommand, Status::Success, command.id,
                                                        gvcp::encodePendingAck(60000ms)));
         camera.network.deliver(1ms, 0, FakeCamera::Ip,
@@ -275,20 +275,20 @@ TEST_F(ControlChannelTest, TakesMemoryWithoutItsAddressToo)
         camera.answer(command, Status::Success, {1, 2, 3, 4});
         return true;
     };
-    gvcp::Bytes bytes(4);
+    base::Bytes bytes(4);
     channel.readMemory(0xB000, bytes);
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 4));
 }
 
 TEST_F(ControlChannelTest, TakesWhatItAskedForOutOfALongerAnswer)
 {
-    gvcp::Bytes payload;
+    base::Bytes payload;
     camera.onCommand = [&](const auto& command) {
         camera.answer(command, Status::Success, payload);
         return true;
     };
-    payload = gvcp::encodeMemoryBlock({0xB000, gvcp::Bytes{1, 2, 3, 4, 0xEE, 0xEE, 0xEE}});
-    gvcp::Bytes bytes(4);
+    payload = gvcp::encodeMemoryBlock({0xB000, base::Bytes{1, 2, 3, 4, 0xEE, 0xEE, 0xEE}});
+    base::Bytes bytes(4);
     channel.readMemory(0xB000, bytes);
     EXPECT_THAT(bytes, ElementsAre(1, 2, 3, 4));
     payload = {0x12, 0x34, 0x56, 0x78, 0xEE};
@@ -299,9 +299,9 @@ TEST_F(ControlChannelTest, TakesWhatItAskedForOutOfALongerAnswer)
 
 TEST_F(ControlChannelTest, DoesNotTakeMemoryOfAnotherAddressOrSize)
 {
-    const gvcp::Bytes rows[] = {
-        gvcp::encodeMemoryBlock({0xB004, gvcp::Bytes{1, 2, 3, 4}}),
-        gvcp::encodeMemoryBlock({0xB000, gvcp::Bytes{1, 2}}),
+    const base::Bytes rows[] = {
+        gvcp::encodeMemoryBlock({0xB004, base::Bytes{1, 2, 3, 4}}),
+        gvcp::encodeMemoryBlock({0xB000, base::Bytes{1, 2}}),
         {},
     };
     for (const auto& row : rows) {
@@ -309,7 +309,7 @@ TEST_F(ControlChannelTest, DoesNotTakeMemoryOfAnotherAddressOrSize)
             camera.answer(command, Status::Success, row);
             return true;
         };
-        gvcp::Bytes bytes(4);
+        base::Bytes bytes(4);
         EXPECT_EQ(errorOf([&] { channel.readMemory(0xB000, bytes); }).code(), RZ_ERROR_NO_ANSWER)
             << testing::PrintToString(row);
     }
@@ -350,7 +350,8 @@ TEST_F(ControlChannelTest, FailsAtOnceWhenTheHostCannotSend)
     camera.network.brokenAdapters = {0};
     EXPECT_EQ(readingError().code(), RZ_ERROR_NETWORK);
     EXPECT_EQ(camera.network.elapsed(), 0ms);
-    EXPECT_EQ(
-        errorOf([] { ControlChannel(std::make_unique<FakeNetwork>(std::vector<Adapter>()), 1); }).code(),
-        RZ_ERROR_NETWORK);
+    EXPECT_EQ(errorOf([] {
+                  ControlChannel(std::make_unique<FakeNetwork>(std::vector<Adapter>()), FakeCamera::Ip);
+              }).code(),
+              RZ_ERROR_NETWORK);
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/DescriptionCompletion.h"
+#include "sdk/description/DescriptionCompletion.h"
 
 #include "tests/genapi/Zips.h"
 
@@ -32,7 +32,7 @@ std::string description(const std::string& nodes)
            "\n</RegisterDescription>\n";
 }
 
-gvcp::Bytes bytesOf(const std::string& text)
+base::Bytes bytesOf(const std::string& text)
 {
     return {text.begin(), text.end()};
 }

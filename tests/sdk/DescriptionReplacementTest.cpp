@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the completion of a description puts in the place of nodes that are there.
-#include "sdk/DescriptionCompletion.h"
+#include "sdk/description/DescriptionCompletion.h"
 #include "tests/genapi/Zips.h"
 
 #include <gmock/gmock.h>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/Description.h"
+#include "sdk/description/Description.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -20,8 +20,8 @@ class DescriptionTest : public testing::Test
 protected:
     DescriptionTest()
     {
-        setUrl(FirstDescriptionUrl, "");
-        setUrl(SecondDescriptionUrl, "");
+        setUrl(FirstDescriptionUrl.address, "");
+        setUrl(SecondDescriptionUrl.address, "");
     }
 
     void setUrl(std::uint32_t address, std::string text)
@@ -55,8 +55,8 @@ protected:
 TEST_F(DescriptionTest, ComesFromWhereTheFirstUrlSays)
 {
     camera.setBytes(0x10000, "<RegisterDescription/>");
-    setUrl(FirstDescriptionUrl, "Local:a.xml;10000;16");
-    setUrl(SecondDescriptionUrl, "Local:b.xml;20000;16");
+    setUrl(FirstDescriptionUrl.address, "Local:a.xml;10000;16");
+    setUrl(SecondDescriptionUrl.address, "Local:b.xml;20000;16");
     EXPECT_EQ(fetch(), "<RegisterDescription/>");
 }
 
@@ -64,7 +64,7 @@ TEST_F(DescriptionTest, IsReadInWholeWordsAndCutToItsLength)
 {
     const std::string file = "PK\3\4 any \0 bytes at all\xFF\0 and all of them"s;
     camera.setBytes(0x10000, file + "something else");
-    setUrl(FirstDescriptionUrl, "Local:a.zip;10000;19");
+    setUrl(FirstDescriptionUrl.address, "Local:a.zip;10000;19");
     EXPECT_EQ(fetch(), file.substr(0, 0x19));
     EXPECT_THAT(camera.log(), testing::ElementsAre("READMEM 00000200+512", "READMEM 00010000+28"));
 }
@@ -72,22 +72,22 @@ TEST_F(DescriptionTest, IsReadInWholeWordsAndCutToItsLength)
 TEST_F(DescriptionTest, ComesFromTheSecondUrlWhenTheFirstIsOfNoUse)
 {
     camera.setBytes(0x20000, "second");
-    setUrl(SecondDescriptionUrl, "Local:b.xml;20000;6");
+    setUrl(SecondDescriptionUrl.address, "Local:b.xml;20000;6");
     for (const char* useless : {"", "nonsense", "http://example.com/a.xml", "File:a.xml",
                                 "Local:a.xml;10000;300001", "Local:a.xml;90000000;10"}) {
-        setUrl(FirstDescriptionUrl, useless);
+        setUrl(FirstDescriptionUrl.address, useless);
         EXPECT_EQ(fetch(), "second") << useless;
     }
 }
 
 TEST_F(DescriptionTest, IsRefusedWhenItIsNotInTheCamera)
 {
-    setUrl(FirstDescriptionUrl, "File:camera.xml");
-    setUrl(SecondDescriptionUrl, "http://example.com/camera.xml");
+    setUrl(FirstDescriptionUrl.address, "File:camera.xml");
+    setUrl(SecondDescriptionUrl.address, "http://example.com/camera.xml");
     EXPECT_EQ(fetchError(), RZ_ERROR_DESCRIPTION_ELSEWHERE);
-    setUrl(SecondDescriptionUrl, "");
+    setUrl(SecondDescriptionUrl.address, "");
     EXPECT_EQ(fetchError(), RZ_ERROR_DESCRIPTION_ELSEWHERE);
-    setUrl(FirstDescriptionUrl, "");
+    setUrl(FirstDescriptionUrl.address, "");
     EXPECT_EQ(fetchError(), RZ_ERROR_DESCRIPTION);
 }
 
@@ -96,18 +96,18 @@ TEST_F(DescriptionTest, MayBeThreeMebibytesLongAndNotOneByteMore)
     camera.network.keepsSent = false;
     for (std::uint32_t i = 0; i < RZ_MAX_DESCRIPTION; i += 4)
         camera.words[0x10000000 + i] = i;
-    setUrl(FirstDescriptionUrl, "Local:a.xml;10000000;300000");
+    setUrl(FirstDescriptionUrl.address, "Local:a.xml;10000000;300000");
     const auto file = fetch();
     EXPECT_EQ(file.size(), RZ_MAX_DESCRIPTION);
     EXPECT_EQ(file.substr(0x2FFFFC), "\x00\x2F\xFF\xFC"s);
-    setUrl(FirstDescriptionUrl, "Local:a.xml;10000000;300001");
+    setUrl(FirstDescriptionUrl.address, "Local:a.xml;10000000;300001");
     EXPECT_EQ(fetchError(), RZ_ERROR_BUFFER);
 }
 
 TEST_F(DescriptionTest, IsNotLookedForElsewhereWhenTheCameraIsGone)
 {
-    setUrl(FirstDescriptionUrl, "Local:a.xml;10000;10");
-    camera.onCommand = [](const auto& command) { return gvcp::readU32(command.payload, 0) == 0x10000; };
+    setUrl(FirstDescriptionUrl.address, "Local:a.xml;10000;10");
+    camera.onCommand = [](const auto& command) { return base::readU32(command.payload, 0) == 0x10000; };
     camera.setBytes(0x10000, "0123456789ABCDEF");
     EXPECT_EQ(fetchError(), RZ_ERROR_NO_ANSWER);
     EXPECT_THAT(camera.log(), testing::Not(testing::Contains("READMEM 00000400+512")));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/DescriptionUrl.h"
+#include "sdk/description/DescriptionUrl.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/Enumeration.h"
+#include "sdk/discovery/Enumeration.h"
 
 #include "gvcp/Registers.h"
 #include "tests/sdk/FakeNetwork.h"
@@ -16,16 +16,16 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr gvcp::Ipv4 Host = 0xC0A80105;     // 192.168.1.5
-constexpr gvcp::Ipv4 Camera1 = 0xC0A80114;  // 192.168.1.20
-constexpr gvcp::Ipv4 Stranger = 0x0A000009; // 10.0.0.9
+constexpr base::Ipv4 Host = "192.168.1.5"_ip;
+constexpr base::Ipv4 Camera1 = "192.168.1.20"_ip;
+constexpr base::Ipv4 Stranger = "10.0.0.9"_ip;
 
 bool isDiscovery(const FakeNetwork::Sent& sent)
 {
     return sent.command().command == gvcp::Command::Discovery;
 }
 
-bool knowsNone(const gvcp::MacAddress&, const Adapter&)
+bool knowsNone(const base::MacAddress&, const Adapter&)
 {
     return false;
 }
@@ -38,9 +38,11 @@ void answer(FakeNetwork& network, std::vector<gvcp::DiscoveryAck> cameras, Clock
                       privilege](const FakeNetwork::Sent& sent) {
         for (const auto& camera : cameras) {
             if (isDiscovery(sent))
-                network.deliver(delay, sent.adapter, camera.ip, discoveryAnswer(sent.command().id, camera));
-            else if (sent.destination == camera.ip && privilege)
-                network.deliver(1ms, sent.adapter, camera.ip, registerAnswer(sent.command().id, *privilege));
+                network.deliver(delay, sent.adapter, camera.ip.address,
+                                discoveryAnswer(sent.command().id, camera));
+            else if (sent.destination == camera.ip.address && privilege)
+                network.deliver(1ms, sent.adapter, camera.ip.address,
+                                registerAnswer(sent.command().id, *privilege));
         }
     };
 }
@@ -49,28 +51,31 @@ void answer(FakeNetwork& network, std::vector<gvcp::DiscoveryAck> cameras, Clock
 
 TEST(Enumeration, AsksByBothBroadcastsFromEachAddressOfEachAdapter)
 {
-    FakeNetwork network(
-        {{"eth1", 1, {{Host, 0xFFFFFF00}, {0x0A010105, 0xFFFF0000}}}, adapterWith(2, 0xAC100005)});
+    FakeNetwork network({{"eth1", 1, {{Host, "255.255.255.0"_ip}, {"10.1.1.5"_ip, "255.255.0.0"_ip}}},
+                         adapterWith(2, "172.16.0.5"_ip)});
     enumerateCameras(network, knowsNone);
 
-    std::set<std::tuple<std::size_t, gvcp::Ipv4, gvcp::Ipv4>> ways;
+    std::set<std::tuple<std::size_t, base::Ipv4, base::Ipv4>> ways;
     for (const auto& sent : network.sentCommands(gvcp::Command::Discovery)) {
         ways.insert({sent.adapter, sent.source, sent.destination});
         EXPECT_EQ(sent.command().flags, 0x11);
         EXPECT_TRUE(sent.command().payload.empty());
     }
-    EXPECT_THAT(ways, ElementsAre(std::tuple(0u, 0x0A010105u, 0x0A01FFFFu),
-                                  std::tuple(0u, 0x0A010105u, 0xFFFFFFFFu), std::tuple(0u, Host, 0xC0A801FFu),
-                                  std::tuple(0u, Host, 0xFFFFFFFFu), std::tuple(1u, 0xAC100005u, 0xAC1000FFu),
-                                  std::tuple(1u, 0xAC100005u, 0xFFFFFFFFu)));
+    EXPECT_THAT(ways, ElementsAre(std::tuple(0u, "10.1.1.5"_ip, "10.1.255.255"_ip),
+                                  std::tuple(0u, "10.1.1.5"_ip, "255.255.255.255"_ip),
+                                  std::tuple(0u, Host, "192.168.1.255"_ip),
+                                  std::tuple(0u, Host, "255.255.255.255"_ip),
+                                  std::tuple(1u, "172.16.0.5"_ip, "172.16.0.255"_ip),
+                                  std::tuple(1u, "172.16.0.5"_ip, "255.255.255.255"_ip)));
 }
 
 TEST(Enumeration, ASubnetWithoutBroadcastAddressIsAskedByTheLimitedBroadcastAlone)
 {
-    FakeNetwork network({adapterWith(1, Host, 0xFFFFFFFF), adapterWith(2, Host, 0xFFFFFFFE)});
+    FakeNetwork network(
+        {adapterWith(1, Host, "255.255.255.255"_ip), adapterWith(2, Host, "255.255.255.254"_ip)});
     enumerateCameras(network, knowsNone);
     for (const auto& sent : network.sentCommands(gvcp::Command::Discovery))
-        EXPECT_EQ(sent.destination, gvcp::LimitedBroadcast);
+        EXPECT_EQ(sent.destination, base::LimitedBroadcast);
 }
 
 TEST(Enumeration, AsksSeveralTimesWithANewIdEachTime)
@@ -114,7 +119,7 @@ TEST(Enumeration, HearsAHeldBackAnswerAfterThreeLostOnes)
     FakeNetwork network({adapterWith(1, Host)});
     int asked = 0;
     network.onSend = [&](const FakeNetwork::Sent& sent) {
-        if (isDiscovery(sent) && sent.destination == gvcp::LimitedBroadcast && ++asked == 4)
+        if (isDiscovery(sent) && sent.destination == base::LimitedBroadcast && ++asked == 4)
             network.deliver(1000ms, 0, Stranger, discoveryAnswer(sent.command().id, cameraAt(1, Stranger)));
     };
     EXPECT_THAT(enumerateCameras(network, knowsNone).cameras, SizeIs(1));
@@ -124,13 +129,14 @@ TEST(Enumeration, TakesNoLongerWhenNobodyAnswersRegisterReads)
 {
     std::vector<gvcp::DiscoveryAck> cameras;
     for (int i = 0; i < 256; ++i)
-        cameras.push_back(cameraAt(static_cast<std::uint8_t>(i), 0xC0A80200u + static_cast<gvcp::Ipv4>(i)));
+        cameras.push_back(
+            cameraAt(static_cast<std::uint8_t>(i), "192.168.2.0"_ip.plus(static_cast<std::uint32_t>(i))));
 
-    FakeNetwork prompt({adapterWith(1, Host, 0xFFFF0000)});
+    FakeNetwork prompt({adapterWith(1, Host, "255.255.0.0"_ip)});
     answer(prompt, cameras);
     EXPECT_THAT(enumerateCameras(prompt, knowsNone).cameras, SizeIs(256));
 
-    FakeNetwork silent({adapterWith(1, Host, 0xFFFF0000)});
+    FakeNetwork silent({adapterWith(1, Host, "255.255.0.0"_ip)});
     answer(silent, cameras, 1ms, std::nullopt);
     const auto found = enumerateCameras(silent, knowsNone).cameras;
     EXPECT_THAT(found, SizeIs(256));
@@ -178,30 +184,30 @@ TEST(Enumeration, AsksOnlyReachableCamerasForTheirControlChannel)
 
 TEST(Enumeration, NamesTheAdaptersAddressInTheCamerasSubnet)
 {
-    FakeNetwork network({{"eth1", 1, {{Host, 0xFFFFFF00}, {0x0A000001, 0xFF000000}}}});
-    answer(network, {cameraAt(1, Camera1), cameraAt(2, Stranger), cameraAt(3, 0xAC100009)});
+    FakeNetwork network({{"eth1", 1, {{Host, "255.255.255.0"_ip}, {"10.0.0.1"_ip, "255.0.0.0"_ip}}}});
+    answer(network, {cameraAt(1, Camera1), cameraAt(2, Stranger), cameraAt(3, "172.16.0.9"_ip)});
     const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(3));
     EXPECT_EQ(found[0].adapterAddress, Host);
-    EXPECT_EQ(found[1].adapterAddress, 0x0A000001u);
+    EXPECT_EQ(found[1].adapterAddress, "10.0.0.1"_ip);
     EXPECT_TRUE(found[1].isReachable);
     EXPECT_EQ(found[2].adapterAddress, Host) << "in none of the subnets: the adapter's first address";
 }
 
 TEST(Enumeration, ListsACameraOnceForEachAdapterThatHearsIt)
 {
-    FakeNetwork network({adapterWith(1, Host), adapterWith(2, 0xAC100005)});
+    FakeNetwork network({adapterWith(1, Host), adapterWith(2, "172.16.0.5"_ip)});
     answer(network, {cameraAt(1, Camera1)});
     const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(2));
     EXPECT_TRUE(found[0].isReachable);
     EXPECT_FALSE(found[1].isReachable);
-    EXPECT_EQ(found[1].adapterAddress, 0xAC100005u);
+    EXPECT_EQ(found[1].adapterAddress, "172.16.0.5"_ip);
 }
 
 TEST(Enumeration, OneAdaptersFailureCostsTheOthersNothing)
 {
-    FakeNetwork network({adapterWith(1, Host), adapterWith(2, 0xAC100005)});
+    FakeNetwork network({adapterWith(1, Host), adapterWith(2, "172.16.0.5"_ip)});
     answer(network, {cameraAt(1, Camera1)});
     network.brokenAdapters = {0};
     const auto found = enumerateCameras(network, knowsNone);
@@ -220,19 +226,19 @@ TEST(Enumeration, WithoutAdaptersEndsAtOnce)
 TEST(Enumeration, DropsWhatIsNoAnswerToItsQuestions)
 {
     const auto good = [](std::uint16_t id) { return discoveryAnswer(id, cameraAt(9, Camera1)); };
-    const auto cut = [](gvcp::Bytes bytes, std::size_t size) {
+    const auto cut = [](base::Bytes bytes, std::size_t size) {
         bytes.resize(size);
         return bytes;
     };
-    const std::map<std::string, std::function<gvcp::Bytes(std::uint16_t)>> rows{
-        {"empty", [](auto) { return gvcp::Bytes{}; }},
+    const std::map<std::string, std::function<base::Bytes(std::uint16_t)>> rows{
+        {"empty", [](auto) { return base::Bytes{}; }},
         {"header cut", [&](auto id) { return cut(good(id), 7); }},
         {"payload cut", [&](auto id) { return cut(good(id), 8 + 247); }},
         {"another id", [&](auto id) { return good(static_cast<std::uint16_t>(id ^ 0x4000)); }},
         {"too short for addresses",
          [](auto id) {
              return gvcp::encodeAcknowledge(gvcp::Command::Discovery, gvcp::Status::Success, id,
-                                            gvcp::Bytes(71));
+                                            base::Bytes(71));
          }},
         {"error status",
          [](auto id) {
@@ -266,8 +272,8 @@ TEST(Enumeration, TakesEachRecordWholeFromTheLatestPacket)
     network.onSend = [&](const FakeNetwork::Sent& sent) {
         if (!isDiscovery(sent))
             return;
-        network.deliver(1ms, 0, first.ip, discoveryAnswer(sent.command().id, first));
-        network.deliver(900ms, 0, second.ip, discoveryAnswer(sent.command().id, second));
+        network.deliver(1ms, 0, first.ip.address, discoveryAnswer(sent.command().id, first));
+        network.deliver(900ms, 0, second.ip.address, discoveryAnswer(sent.command().id, second));
     };
     const auto found = enumerateCameras(network, knowsNone).cameras;
     ASSERT_THAT(found, SizeIs(1));
@@ -284,13 +290,13 @@ TEST(Enumeration, AFloodOfForgedAnswersIsBoundedAndCrowdsOutNoKnownCamera)
         if (!isDiscovery(sent) || !std::exchange(isFirst, false))
             return;
         for (unsigned i = 0; i < 10'000; ++i) {
-            auto forged = cameraAt(0, 0x0A000000 + i);
-            gvcp::writeU32(forged.mac.bytes, 2, 0xBAD00000 + i);
-            network.deliver(1ms, 0, forged.ip, discoveryAnswer(sent.command().id, forged));
+            auto forged = cameraAt(0, "10.0.0.0"_ip.plus(i));
+            base::writeU32(forged.mac.bytes, 2, 0xBAD00000 + i);
+            network.deliver(1ms, 0, forged.ip.address, discoveryAnswer(sent.command().id, forged));
         }
         network.deliver(2ms, 0, Camera1, discoveryAnswer(sent.command().id, known));
     };
-    const auto found = enumerateCameras(network, [&](const gvcp::MacAddress& mac, const Adapter&) {
+    const auto found = enumerateCameras(network, [&](const base::MacAddress& mac, const Adapter&) {
                            return mac == known.mac;
                        }).cameras;
     EXPECT_THAT(found.size(), Le(1100u));
@@ -307,8 +313,8 @@ TEST(Enumeration, AFloodOfAnswersThatComeFromElsewhereThanTheySayCrowdsOutNoNewC
         if (!isDiscovery(sent) || !std::exchange(isFirst, false))
             return;
         for (unsigned i = 0; i < 10'000; ++i) {
-            auto forged = cameraAt(0, 0x0A000000 + i);
-            gvcp::writeU32(forged.mac.bytes, 2, 0xBAD00000 + i);
+            auto forged = cameraAt(0, "10.0.0.0"_ip.plus(i));
+            base::writeU32(forged.mac.bytes, 2, 0xBAD00000 + i);
             network.deliver(1ms, 0, Camera1, discoveryAnswer(sent.command().id, forged));
         }
         network.deliver(2ms, 0, Stranger, discoveryAnswer(sent.command().id, fresh));
@@ -325,14 +331,14 @@ TEST(Enumeration, KnowsWhichCamerasAnsweredACommandFromTheAddressThatTheyName)
         const auto id = sent.command().id;
         if (isDiscovery(sent)) {
             network.deliver(1ms, 0, Camera1, discoveryAnswer(id, cameraAt(1, Camera1)));
-            network.deliver(1ms, 0, Camera1 + 1, discoveryAnswer(id, cameraAt(2, Camera1 + 1)));
-            network.deliver(1ms, 0, Camera1 + 2, discoveryAnswer(id, cameraAt(3, Camera1 + 2)));
-            network.deliver(1ms, 0, Camera1 + 9, discoveryAnswer(id, cameraAt(4, Camera1)));
+            network.deliver(1ms, 0, Camera1.plus(1), discoveryAnswer(id, cameraAt(2, Camera1.plus(1))));
+            network.deliver(1ms, 0, Camera1.plus(2), discoveryAnswer(id, cameraAt(3, Camera1.plus(2))));
+            network.deliver(1ms, 0, Camera1.plus(9), discoveryAnswer(id, cameraAt(4, Camera1)));
         } else if (sent.destination == Camera1) {
             network.deliver(1ms, 0, Camera1, registerAnswer(id, gvcp::Privilege::Open));
-        } else if (sent.destination == Camera1 + 1) {
+        } else if (sent.destination == Camera1.plus(1)) {
             network.deliver(
-                1ms, 0, Camera1 + 1,
+                1ms, 0, Camera1.plus(1),
                 gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::AccessDenied, id));
         }
     };
@@ -344,7 +350,7 @@ TEST(Enumeration, KnowsWhichCamerasAnsweredACommandFromTheAddressThatTheyName)
 
 TEST(Enumeration, TakesTheAnswerToAQuestionOnWhicheverAdapterItComesIn)
 {
-    FakeNetwork network({adapterWith(1, Host), adapterWith(2, Host + 1)});
+    FakeNetwork network({adapterWith(1, Host), adapterWith(2, Host.plus(1))});
     network.onSend = [&](const FakeNetwork::Sent& sent) {
         if (isDiscovery(sent))
             network.deliver(1ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
@@ -359,7 +365,7 @@ TEST(Enumeration, TakesTheAnswerToAQuestionOnWhicheverAdapterItComesIn)
 
 TEST(Enumeration, WhoAnswersFromEverMoreAddressesIsAskedAtFewOfThem)
 {
-    FakeNetwork network({adapterWith(1, Host, 0xFFFF0000)});
+    FakeNetwork network({adapterWith(1, Host, "255.255.0.0"_ip)});
     bool isFirst = true;
     network.onSend = [&](const FakeNetwork::Sent& sent) {
         if (sent.destination == Camera1)
@@ -367,8 +373,8 @@ TEST(Enumeration, WhoAnswersFromEverMoreAddressesIsAskedAtFewOfThem)
         if (!isDiscovery(sent) || !std::exchange(isFirst, false))
             return;
         for (unsigned i = 0; i < 10'000; ++i) {
-            const auto forged = cameraAt(9, 0xC0A84000 + i);
-            network.deliver(1ms, 0, forged.ip, discoveryAnswer(sent.command().id, forged));
+            const auto forged = cameraAt(9, "192.168.64.0"_ip.plus(i));
+            network.deliver(1ms, 0, forged.ip.address, discoveryAnswer(sent.command().id, forged));
         }
         network.deliver(2ms, 0, Camera1, discoveryAnswer(sent.command().id, cameraAt(1, Camera1)));
     };

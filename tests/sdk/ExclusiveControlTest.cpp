@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/ExclusiveControl.h"
+#include "sdk/camera/ExclusiveControl.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -101,7 +101,7 @@ TEST_F(ExclusiveControlTest, IsGivenBackWhenOnlyTheAnswersWereLost)
 {
     camera.onCommand = [this](const gvcp::CommandPacket& command) {
         if (isWrite(command))
-            camera.words[ControlChannelPrivilege] = gvcp::readU32(command.payload, 4);
+            camera.words[ControlChannelPrivilege] = base::readU32(command.payload, 4);
         return true;
     };
     EXPECT_EQ(takeError(), RZ_ERROR_NO_ANSWER);

@@ -3,13 +3,13 @@
 
 #include "gvcp/ForceIp.h"
 #include "gvcp/Memory.h"
-#include "gvcp/Registers.h"
 
 #include <cstdio>
 
 using namespace std::chrono_literals;
 using gvcp::Command;
 using gvcp::Status;
+namespace reg = gvcp::reg;
 
 namespace {
 
@@ -21,8 +21,8 @@ public:
 
     const std::vector<sdk::Adapter>& adapters() const override { return m_network.adapters(); }
     sdk::Clock::time_point now() const override { return m_network.now(); }
-    bool send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,
-              gvcp::ByteView datagram) override
+    bool send(std::size_t adapter, base::Ipv4 source, base::Ipv4 destination,
+              base::ByteView datagram) override
     {
         return m_network.send(adapter, source, destination, datagram);
     }
@@ -37,25 +37,25 @@ private:
 
 std::string describe(const gvcp::CommandPacket& command)
 {
-    const gvcp::ByteView payload = command.payload;
+    const base::ByteView payload = command.payload;
     char text[80] = "?";
     switch (command.command) {
     case Command::ReadRegister:
-        std::snprintf(text, sizeof text, "READREG %08X", gvcp::readU32(payload, 0));
+        std::snprintf(text, sizeof text, "READREG %08X", base::readU32(payload, 0));
         break;
     case Command::WriteRegister:
-        std::snprintf(text, sizeof text, "WRITEREG %08X=%08X", gvcp::readU32(payload, 0),
-                      gvcp::readU32(payload, 4));
+        std::snprintf(text, sizeof text, "WRITEREG %08X=%08X", base::readU32(payload, 0),
+                      base::readU32(payload, 4));
         break;
     case Command::ReadMemory:
-        std::snprintf(text, sizeof text, "READMEM %08X+%u", gvcp::readU32(payload, 0),
-                      gvcp::readU16(payload, 6));
+        std::snprintf(text, sizeof text, "READMEM %08X+%u", base::readU32(payload, 0),
+                      base::readU16(payload, 6));
         break;
     case Command::WriteMemory:
-        std::snprintf(text, sizeof text, "WRITEMEM %08X+%zu", gvcp::readU32(payload, 0), payload.size() - 4);
+        std::snprintf(text, sizeof text, "WRITEMEM %08X+%zu", base::readU32(payload, 0), payload.size() - 4);
         break;
     case Command::ForceIp:
-        return "FORCEIP " + gvcp::toText(gvcp::parseForceIp(payload).value().ip);
+        return "FORCEIP " + gvcp::parseForceIp(payload).value().ip.address.toText();
     case Command::Discovery:
         return "DISCOVERY";
     }
@@ -66,11 +66,11 @@ std::string describe(const gvcp::CommandPacket& command)
 
 FakeCamera::FakeCamera()
 {
-    words = {{gvcp::reg::MacHigh, 0x0200},
-             {gvcp::reg::MacLow, 0x00000001},
-             {gvcp::reg::ControlChannelPrivilege, 0},
-             {gvcp::reg::HeartbeatTimeout, 3000},
-             {gvcp::reg::GvcpCapability, gvcp::Capability::UserDefinedName | gvcp::Capability::WriteMemory}};
+    words = {{reg::MacHigh, 0x0200},
+             {reg::MacLow, 0x00000001},
+             {reg::ControlChannelPrivilege, 0},
+             {reg::HeartbeatTimeout, 3000},
+             {reg::GvcpCapability, gvcp::Capability::UserDefinedName | gvcp::Capability::WriteMemory}};
     network.onSend = [this](const FakeNetwork::Sent& sent) {
         const auto command = sent.command();
         if (sent.destination != Ip && command.command != Command::ForceIp)
@@ -87,8 +87,8 @@ std::unique_ptr<sdk::Network> FakeCamera::connect()
 
 void FakeCamera::becomeAnother()
 {
-    words[gvcp::reg::MacLow] = 0x00000002;
-    words[gvcp::reg::ControlChannelPrivilege] = 0;
+    words[reg::MacLow] = 0x00000002;
+    words[reg::ControlChannelPrivilege] = 0;
 }
 
 void FakeCamera::setBytes(std::uint32_t address, const std::string& bytes)
@@ -111,6 +111,18 @@ std::string FakeCamera::bytes(std::uint32_t address, std::size_t size) const
     return result;
 }
 
+void FakeCamera::storeAddress(const base::IpSettings& settings, std::uint32_t at)
+{
+    words[at] = settings.address.number();
+    words[at + 0x10] = settings.mask.number();
+    words[at + 0x20] = settings.gateway.number();
+}
+
+base::IpSettings FakeCamera::storedAddress(std::uint32_t at) const
+{
+    return {base::Ipv4(words.at(at)), base::Ipv4(words.at(at + 0x10)), base::Ipv4(words.at(at + 0x20))};
+}
+
 std::vector<std::string> FakeCamera::log() const
 {
     std::vector<std::string> result;
@@ -119,16 +131,16 @@ std::vector<std::string> FakeCamera::log() const
     return result;
 }
 
-void FakeCamera::answer(const gvcp::CommandPacket& command, Status status, const gvcp::Bytes& payload)
+void FakeCamera::answer(const gvcp::CommandPacket& command, Status status, const base::Bytes& payload)
 {
     network.deliver(1ms, 0, Ip, gvcp::encodeAcknowledge(command.command, status, command.id, payload));
 }
 
 void FakeCamera::obey(const gvcp::CommandPacket& command)
 {
-    gvcp::Bytes payload;
+    base::Bytes payload;
     Status status = Status::Success;
-    const auto address = gvcp::readU32(command.payload, 0);
+    const auto address = base::readU32(command.payload, 0);
     switch (command.command) {
     case Command::ReadRegister:
         if (words.count(address) > 0)
@@ -137,7 +149,7 @@ void FakeCamera::obey(const gvcp::CommandPacket& command)
             status = Status::InvalidAddress;
         break;
     case Command::WriteRegister:
-        status = write(address, gvcp::readU32(command.payload, 4));
+        status = write(address, base::readU32(command.payload, 4));
         payload = gvcp::encodeWriteResult(1);
         break;
     case Command::ReadMemory:
@@ -151,7 +163,7 @@ void FakeCamera::obey(const gvcp::CommandPacket& command)
         break;
     }
     // An error's acknowledge is the bare header, as some cameras have it.
-    answer(command, status, status == Status::Success ? payload : gvcp::Bytes());
+    answer(command, status, status == Status::Success ? payload : base::Bytes());
 }
 
 Status FakeCamera::write(std::uint32_t address, std::uint32_t value)
@@ -164,29 +176,29 @@ Status FakeCamera::write(std::uint32_t address, std::uint32_t value)
     return Status::Success;
 }
 
-Status FakeCamera::readMemory(gvcp::ByteView payload, gvcp::Bytes& answer) const
+Status FakeCamera::readMemory(base::ByteView payload, base::Bytes& answer) const
 {
     const auto range = gvcp::parseMemoryRange(payload).value();
     if (range.address % 4 != 0 || range.count % 4 != 0)
         return Status::BadAlignment;
-    gvcp::Bytes data(range.count);
+    base::Bytes data(range.count);
     for (std::uint32_t i = 0; i < range.count; i += 4) {
         const auto word = words.find(range.address + i);
         if (word == words.end())
             return Status::InvalidAddress;
-        gvcp::writeU32(data, i, word->second);
+        base::writeU32(data, i, word->second);
     }
     answer = gvcp::encodeMemoryBlock({range.address, data});
     return Status::Success;
 }
 
-Status FakeCamera::writeMemory(gvcp::ByteView payload)
+Status FakeCamera::writeMemory(base::ByteView payload)
 {
     const auto block = gvcp::parseMemoryBlock(payload).value();
     if (block.address % 4 != 0 || block.data.size() % 4 != 0)
         return Status::BadAlignment;
     for (std::uint32_t i = 0; i < block.data.size(); i += 4) {
-        const Status status = write(block.address + i, gvcp::readU32(block.data, i));
+        const Status status = write(block.address + i, base::readU32(block.data, i));
         if (status != Status::Success)
             return status;
     }

@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-bool FakeNetwork::send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,
-                       gvcp::ByteView datagram)
+bool FakeNetwork::send(std::size_t adapter, base::Ipv4 source, base::Ipv4 destination,
+                       base::ByteView datagram)
 {
     if (brokenAdapters.count(adapter) > 0)
         return false;
@@ -29,8 +29,8 @@ std::optional<sdk::Datagram> FakeNetwork::receive(sdk::Clock::time_point until)
     return sdk::Datagram{first.mapped().adapter, first.mapped().source, m_received};
 }
 
-void FakeNetwork::deliver(sdk::Clock::duration delay, std::size_t adapter, gvcp::Ipv4 source,
-                          gvcp::Bytes bytes)
+void FakeNetwork::deliver(sdk::Clock::duration delay, std::size_t adapter, base::Ipv4 source,
+                          base::Bytes bytes)
 {
     m_onTheirWay.emplace(m_now + delay, OnItsWay{adapter, source, std::move(bytes)});
 }
@@ -43,30 +43,29 @@ std::vector<FakeNetwork::Sent> FakeNetwork::sentCommands(gvcp::Command command) 
     return result;
 }
 
-sdk::Adapter adapterWith(unsigned index, gvcp::Ipv4 address, gvcp::Ipv4 mask)
+sdk::Adapter adapterWith(unsigned index, base::Ipv4 address, base::Ipv4 mask)
 {
     return {"eth" + std::to_string(index), index, {{address, mask}}};
 }
 
-gvcp::DiscoveryAck cameraAt(std::uint8_t number, gvcp::Ipv4 ip)
+gvcp::DiscoveryAck cameraAt(std::uint8_t number, base::Ipv4 ip)
 {
     gvcp::DiscoveryAck camera;
     camera.mac = {{0x02, 0, 0, 0, 0, number}};
     camera.ipConfigCurrent = 2;
-    camera.ip = ip;
-    camera.subnetMask = 0xFFFFFF00;
+    camera.ip = {ip, "255.255.255.0"_ip, {}};
     camera.modelName = "Model";
     camera.serialNumber = std::to_string(number);
     return camera;
 }
 
-gvcp::Bytes discoveryAnswer(std::uint16_t id, const gvcp::DiscoveryAck& camera)
+base::Bytes discoveryAnswer(std::uint16_t id, const gvcp::DiscoveryAck& camera)
 {
     return gvcp::encodeAcknowledge(gvcp::Command::Discovery, gvcp::Status::Success, id,
                                    gvcp::encodeDiscoveryAck(camera));
 }
 
-gvcp::Bytes registerAnswer(std::uint16_t id, std::uint32_t value)
+base::Bytes registerAnswer(std::uint16_t id, std::uint32_t value)
 {
     return gvcp::encodeAcknowledge(gvcp::Command::ReadRegister, gvcp::Status::Success, id,
                                    gvcp::encodeWords({value}));

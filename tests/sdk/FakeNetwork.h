@@ -3,11 +3,13 @@
 
 #include "gvcp/DiscoveryAck.h"
 #include "gvcp/Packet.h"
-#include "sdk/Network.h"
+#include "sdk/network/Network.h"
 
 #include <functional>
 #include <map>
 #include <set>
+
+using base::operator""_ip;
 
 /// A network of the test's own, whose clock moves only when the code under test waits. The test scripts the
 /// cameras: it sees what is sent and puts answers on the way.
@@ -18,9 +20,9 @@ public:
     {
         sdk::Clock::duration time; ///< Since the network was made.
         std::size_t adapter;
-        gvcp::Ipv4 source;
-        gvcp::Ipv4 destination;
-        gvcp::Bytes bytes;
+        base::Ipv4 source;
+        base::Ipv4 destination;
+        base::Bytes bytes;
 
         gvcp::CommandPacket command() const { return gvcp::parseCommand(bytes).value(); }
     };
@@ -30,12 +32,12 @@ public:
     const std::vector<sdk::Adapter>& adapters() const override { return m_adapters; }
     void setAdapters(std::vector<sdk::Adapter> adapters) { m_adapters = std::move(adapters); }
     sdk::Clock::time_point now() const override { return m_now; }
-    bool send(std::size_t adapter, gvcp::Ipv4 source, gvcp::Ipv4 destination,
-              gvcp::ByteView datagram) override;
+    bool send(std::size_t adapter, base::Ipv4 source, base::Ipv4 destination,
+              base::ByteView datagram) override;
     std::optional<sdk::Datagram> receive(sdk::Clock::time_point until) override;
 
     /// Puts a datagram on its way to this host.
-    void deliver(sdk::Clock::duration delay, std::size_t adapter, gvcp::Ipv4 source, gvcp::Bytes bytes);
+    void deliver(sdk::Clock::duration delay, std::size_t adapter, base::Ipv4 source, base::Bytes bytes);
 
     sdk::Clock::duration elapsed() const { return m_now.time_since_epoch(); }
     /// All that was sent, in order.
@@ -51,22 +53,22 @@ private:
     struct OnItsWay
     {
         std::size_t adapter;
-        gvcp::Ipv4 source;
-        gvcp::Bytes bytes;
+        base::Ipv4 source;
+        base::Bytes bytes;
     };
 
     std::vector<sdk::Adapter> m_adapters;
     sdk::Clock::time_point m_now{};
     std::multimap<sdk::Clock::time_point, OnItsWay> m_onTheirWay;
-    gvcp::Bytes m_received;
+    base::Bytes m_received;
     std::vector<Sent> m_sent;
 };
 
 /// One adapter with one address.
-sdk::Adapter adapterWith(unsigned index, gvcp::Ipv4 address, gvcp::Ipv4 mask = 0xFFFFFF00);
+sdk::Adapter adapterWith(unsigned index, base::Ipv4 address, base::Ipv4 mask = "255.255.255.0"_ip);
 
 /// A camera 02:00:00:00:00:<number> at the address.
-gvcp::DiscoveryAck cameraAt(std::uint8_t number, gvcp::Ipv4 ip);
+gvcp::DiscoveryAck cameraAt(std::uint8_t number, base::Ipv4 ip);
 
-gvcp::Bytes discoveryAnswer(std::uint16_t id, const gvcp::DiscoveryAck& camera);
-gvcp::Bytes registerAnswer(std::uint16_t id, std::uint32_t value);
+base::Bytes discoveryAnswer(std::uint16_t id, const gvcp::DiscoveryAck& camera);
+base::Bytes registerAnswer(std::uint16_t id, std::uint32_t value);

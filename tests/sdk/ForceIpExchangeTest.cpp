@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/ForceIpExchange.h"
+#include "sdk/addressing/ForceIpExchange.h"
 
 #include "gvcp/Registers.h"
 #include "tests/sdk/FakeNetwork.h"
@@ -15,11 +15,11 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr gvcp::Ipv4 Host = 0xC0A80105;
-constexpr gvcp::Ipv4 OldIp = 0x0A000009;
-constexpr gvcp::Ipv4 NewIp = 0xC0A80114;
-constexpr gvcp::Ipv4 Mask = 0xFFFFFF00;
-const gvcp::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
+constexpr base::Ipv4 Host = "192.168.1.5"_ip;
+constexpr base::Ipv4 OldIp = "10.0.0.9"_ip;
+constexpr base::Ipv4 NewIp = "192.168.1.20"_ip;
+constexpr base::Ipv4 Mask = "255.255.255.0"_ip;
+const base::MacAddress Mac{{0x02, 0, 0, 0, 0, 1}};
 
 /// A camera of a few lines: what it does with FORCEIP is the test's to say, discovery it answers truly.
 class ForceIpTest : public testing::Test
@@ -30,19 +30,19 @@ protected:
         network.onSend = [this](const FakeNetwork::Sent& sent) { take(sent); };
     }
 
-    RZ_ERROR force() { return forceIp(network, wanted, before); }
-    RZ_ERROR forceWhatItHas() { return forceIp(network, before, before); }
+    RZ_ERROR force() { return forceIp(network, {Mac, wanted}, before); }
+    RZ_ERROR forceWhatItHas() { return forceIp(network, {Mac, before}, before); }
 
-    std::vector<gvcp::Ipv4> destinations() const
+    std::vector<base::Ipv4> destinations() const
     {
-        std::vector<gvcp::Ipv4> result;
+        std::vector<base::Ipv4> result;
         for (const auto& sent : network.sentCommands(gvcp::Command::ForceIp))
             result.push_back(sent.destination);
         return result;
     }
 
     void obey() { present = wanted; }
-    void acknowledge(const FakeNetwork::Sent& sent, gvcp::Ipv4 source,
+    void acknowledge(const FakeNetwork::Sent& sent, base::Ipv4 source,
                      gvcp::Status status = gvcp::Status::Success)
     {
         network.deliver(1ms, 0, source,
@@ -50,9 +50,9 @@ protected:
     }
 
     FakeNetwork network{{adapterWith(1, Host)}};
-    gvcp::ForceIp before{Mac, OldIp, Mask, 0};
-    const gvcp::ForceIp wanted{Mac, NewIp, Mask, 0xC0A801FE};
-    gvcp::ForceIp present = before;
+    base::IpSettings before{OldIp, Mask, {}};
+    const base::IpSettings wanted{NewIp, Mask, "192.168.1.254"_ip};
+    base::IpSettings present = before;
     std::uint32_t privilege = gvcp::Privilege::Open;
     bool isThere = true;
     Clock::duration discoveryDelay = 1ms;
@@ -67,12 +67,11 @@ private:
         if (command.command == gvcp::Command::ForceIp) {
             onForceIp(sent);
         } else if (command.command == gvcp::Command::Discovery) {
-            auto camera = cameraAt(1, present.ip);
-            camera.subnetMask = present.subnetMask;
-            camera.gateway = present.gateway;
-            network.deliver(discoveryDelay, 0, present.ip, discoveryAnswer(command.id, camera));
-        } else if (sent.destination == present.ip) {
-            network.deliver(1ms, 0, present.ip, registerAnswer(command.id, privilege));
+            auto camera = cameraAt(1, present.address);
+            camera.ip = present;
+            network.deliver(discoveryDelay, 0, present.address, discoveryAnswer(command.id, camera));
+        } else if (sent.destination == present.address) {
+            network.deliver(1ms, 0, present.address, registerAnswer(command.id, privilege));
         }
     }
 };
@@ -85,10 +84,10 @@ TEST_F(ForceIpTest, GoesOutWithTheCamerasMacAndTheThreeValues)
     EXPECT_EQ(force(), RZ_OK);
     const auto sent = network.sentCommands(gvcp::Command::ForceIp);
     ASSERT_THAT(sent, SizeIs(1));
-    EXPECT_EQ(sent[0].destination, gvcp::LimitedBroadcast);
+    EXPECT_EQ(sent[0].destination, base::LimitedBroadcast);
     EXPECT_EQ(sent[0].source, Host);
     EXPECT_EQ(sent[0].command().flags, 0x11);
-    EXPECT_EQ(gvcp::parseForceIp(sent[0].command().payload), wanted);
+    EXPECT_EQ(gvcp::parseForceIp(sent[0].command().payload), (gvcp::ForceIp{Mac, wanted}));
 }
 
 TEST_F(ForceIpTest, GoesOutThreeTimesAtMostAndWithinTheFirstSecond)
@@ -96,7 +95,7 @@ TEST_F(ForceIpTest, GoesOutThreeTimesAtMostAndWithinTheFirstSecond)
     isThere = false;
     EXPECT_EQ(force(), RZ_ERROR_NO_ANSWER);
     EXPECT_THAT(destinations(),
-                ElementsAre(gvcp::LimitedBroadcast, gvcp::LimitedBroadcast, gvcp::LimitedBroadcast))
+                ElementsAre(base::LimitedBroadcast, base::LimitedBroadcast, base::LimitedBroadcast))
         << "from another subnet it hears no other broadcast";
     EXPECT_THAT(network.sentCommands(gvcp::Command::ForceIp).back().time, Le(1s));
 }
@@ -104,9 +103,10 @@ TEST_F(ForceIpTest, GoesOutThreeTimesAtMostAndWithinTheFirstSecond)
 TEST_F(ForceIpTest, GoesOutByBothBroadcastsInTurnToACameraOfTheSubnet)
 {
     isThere = false;
-    before.ip = 0xC0A80163;
+    before.address = "192.168.1.99"_ip;
     EXPECT_EQ(force(), RZ_ERROR_NO_ANSWER);
-    EXPECT_THAT(destinations(), ElementsAre(gvcp::LimitedBroadcast, 0xC0A801FFu, gvcp::LimitedBroadcast));
+    EXPECT_THAT(destinations(),
+                ElementsAre(base::LimitedBroadcast, "192.168.1.255"_ip, base::LimitedBroadcast));
 }
 
 TEST_F(ForceIpTest, IsDoneWhenAcknowledgedFromTheOldAddress)
@@ -251,7 +251,7 @@ TEST_F(ForceIpTest, ACameraThatFindsItMisalignedOnceForNothingIsNotBelieved)
 TEST_F(ForceIpTest, DoesNotBelieveAcknowledgesFromElsewhereOrWithAnotherId)
 {
     onForceIp = [this](const auto& sent) {
-        acknowledge(sent, 0xC0A80163);
+        acknowledge(sent, "192.168.1.99"_ip);
         network.deliver(1ms, 0, OldIp,
                         gvcp::encodeAcknowledge(gvcp::Command::ForceIp, gvcp::Status::Success,
                                                 static_cast<std::uint16_t>(sent.command().id ^ 0x4000)));
@@ -270,21 +270,21 @@ TEST_F(ForceIpTest, DoesNotTakeAnotherCameraAtTheNewAddressForThisOne)
 
 TEST_F(ForceIpTest, IsDoneWhenTheCameraMakesItsOwnOfMaskAndGateway)
 {
-    onForceIp = [this](const auto&) { present.ip = NewIp; };
+    onForceIp = [this](const auto&) { present.address = NewIp; };
     EXPECT_EQ(force(), RZ_OK);
     EXPECT_THAT(destinations(), SizeIs(1)) << "Each more might restart it.";
 }
 
 TEST_F(ForceIpTest, OfAnotherMaskAloneIsDoneWhenTheCameraHasIt)
 {
-    onForceIp = [this](const auto&) { present.subnetMask = 0xFFFF0000; };
-    EXPECT_EQ(forceIp(network, {Mac, OldIp, 0xFFFF0000, 0}, before), RZ_OK);
+    onForceIp = [this](const auto&) { present.mask = "255.255.0.0"_ip; };
+    EXPECT_EQ(forceIp(network, {Mac, {OldIp, "255.255.0.0"_ip, {}}}, before), RZ_OK);
     EXPECT_LE(network.elapsed(), 10ms);
 }
 
 TEST_F(ForceIpTest, CountsAnswersOnWhicheverAdapterTheyComeIn)
 {
-    network.setAdapters({adapterWith(1, Host), adapterWith(2, Host + 1)});
+    network.setAdapters({adapterWith(1, Host), adapterWith(2, Host.plus(1))});
     onForceIp = [this](const FakeNetwork::Sent& sent) {
         EXPECT_EQ(sent.adapter, 0u);
         network.deliver(
@@ -320,5 +320,5 @@ TEST_F(ForceIpTest, FailsAtOnceWhenTheAdapterCannotSend)
     network.brokenAdapters = {0};
     EXPECT_EQ(force(), RZ_ERROR_NETWORK);
     FakeNetwork none({});
-    EXPECT_EQ(forceIp(none, wanted, before), RZ_ERROR_NETWORK);
+    EXPECT_EQ(forceIp(none, {Mac, wanted}, before), RZ_ERROR_NETWORK);
 }

@@ -1,11 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/RzCameraSdk.h"
 
+#include "base/Ipv4.h"
+
 #include <gtest/gtest.h>
 
 #include <pthread.h>
 #include <sys/resource.h>
 #include <thread>
+
+using base::operator""_ip;
+
+namespace {
+
+int force(void* handle, base::Ipv4 address)
+{
+    return RZ_GIGE_ForceIpEx(handle, address.number(), "255.255.255.0"_ip.number(), 0);
+}
+
+} // namespace
 
 TEST(Handles, AreMadeForARecordAndDestroyedOnce)
 {
@@ -30,8 +43,8 @@ TEST(Handles, OfNothingAreRefused)
 TEST(Handles, ThatAreNoneAreNotForcedOnto)
 {
     int notAHandle = 0;
-    EXPECT_EQ(RZ_GIGE_ForceIpEx(nullptr, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_HANDLE);
-    EXPECT_EQ(RZ_GIGE_ForceIpEx(&notAHandle, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_HANDLE);
+    EXPECT_EQ(force(nullptr, "192.168.1.20"_ip), RZ_ERROR_HANDLE);
+    EXPECT_EQ(force(&notAHandle, "192.168.1.20"_ip), RZ_ERROR_HANDLE);
 }
 
 TEST(Handles, ThatAreNoneAreNotOpenedAndHaveNothing)
@@ -72,8 +85,9 @@ TEST(Handles, RefuseAddressesThatNoCameraCanHave)
     const RZ_CC_DEVICE_INFO info{};
     void* handle = nullptr;
     ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
-    for (const unsigned ip : {0u, 0x00010203u, 0x7F000001u, 0xE0000001u, 0xFFFFFFFFu})
-        EXPECT_EQ(RZ_GIGE_ForceIpEx(handle, ip, 0xFFFFFF00, 0), RZ_ERROR_PARAMETER) << std::hex << ip;
+    for (const base::Ipv4 ip :
+         {"0.0.0.0"_ip, "0.1.2.3"_ip, "127.0.0.1"_ip, "224.0.0.1"_ip, "255.255.255.255"_ip})
+        EXPECT_EQ(force(handle, ip), RZ_ERROR_PARAMETER) << ip;
     RZ_CC_DestroyHandle(handle);
 }
 
@@ -83,7 +97,7 @@ TEST(Handles, OfACameraWhoseAdapterIsGoneSendNothing)
     info.stGigEInfo.nNetExportIndex = 0x7FFFFFFF;
     void* handle = nullptr;
     ASSERT_EQ(RZ_CC_CreateHandle(&handle, &info), RZ_OK);
-    EXPECT_EQ(RZ_GIGE_ForceIpEx(handle, 0xC0A80114, 0xFFFFFF00, 0), RZ_ERROR_NETWORK);
+    EXPECT_EQ(force(handle, "192.168.1.20"_ip), RZ_ERROR_NETWORK);
     RZ_CC_DestroyHandle(handle);
 }
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/Heartbeat.h"
+#include "sdk/camera/Heartbeat.h"
 
 #include <gtest/gtest.h>
 

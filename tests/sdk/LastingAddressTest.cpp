@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/LastingAddress.h"
+#include "sdk/addressing/LastingAddress.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -22,7 +22,7 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-constexpr gvcp::MacAddress Mac = FakeCamera::Mac;
+constexpr base::MacAddress Mac = FakeCamera::Mac;
 constexpr std::uint32_t All = Persistent | Dhcp | LinkLocal;
 
 /// A camera that has just been forced to FakeCamera::Ip and has another address stored.
@@ -33,27 +33,20 @@ protected:
     {
         camera.words[reg::SupportedIpConfig] = All;
         camera.words[reg::CurrentIpConfig] = Persistent | LinkLocal;
-        camera.words[reg::PersistentIp] = before[0];
-        camera.words[reg::PersistentSubnetMask] = before[1];
-        camera.words[reg::PersistentGateway] = before[2];
-        forced.keep(wanted, {});
+        camera.storeAddress(before);
+        forced.keep(Mac, wanted, {});
     }
 
     /// With what the camera said of itself before it was forced.
     void makeLast(std::uint32_t options = All, std::uint32_t configuration = Persistent | LinkLocal)
     {
-        makeAddressLast(camera.connect(), wanted, options, configuration, forced);
+        makeAddressLast(camera.connect(), Mac, wanted, options, configuration, forced);
     }
 
-    std::vector<std::uint32_t> stored()
-    {
-        return {camera.words[reg::PersistentIp], camera.words[reg::PersistentSubnetMask],
-                camera.words[reg::PersistentGateway]};
-    }
+    base::IpSettings stored() { return camera.storedAddress(); }
 
-    const gvcp::ForceIp wanted{Mac, FakeCamera::Ip, 0xFFFFFF00, 0xC0A801FE};
-    const std::vector<std::uint32_t> wantedWords{wanted.ip, wanted.subnetMask, wanted.gateway};
-    const std::vector<std::uint32_t> before{0x0A000009, 0xFF000000, 0x0A000001};
+    const base::IpSettings wanted{FakeCamera::Ip, "255.255.255.0"_ip, "192.168.1.254"_ip};
+    const base::IpSettings before{"10.0.0.9"_ip, "255.0.0.0"_ip, "10.0.0.1"_ip};
     FakeCamera camera;
     ForcedAddresses forced;
 };
@@ -63,7 +56,7 @@ protected:
 TEST_F(LastingAddressTest, IsStoredByACameraThatStartsWithAStoredOne)
 {
     makeLast();
-    EXPECT_EQ(stored(), wantedWords);
+    EXPECT_EQ(stored(), wanted);
     EXPECT_FALSE(forced.isWaiting(Mac));
     EXPECT_EQ(camera.words[reg::ControlChannelPrivilege], 0u) << "the camera is free again";
     EXPECT_THAT(camera.log(), Contains("WRITEREG 00000A00=00000001")) << "it took control for that";
@@ -80,9 +73,9 @@ TEST_F(LastingAddressTest, IsNotWrittenAgainWhenItIsStoredAlready)
 
 TEST_F(LastingAddressTest, WritesOnlyWhatIsWrong)
 {
-    camera.words[reg::PersistentIp] = wanted.ip;
+    camera.words[reg::PersistentIp] = wanted.address.number();
     makeLast();
-    EXPECT_EQ(stored(), wantedWords);
+    EXPECT_EQ(stored(), wanted);
     EXPECT_THAT(camera.log(), Not(Contains(StartsWith("WRITEREG 0000064C"))));
 }
 
@@ -94,11 +87,11 @@ TEST_F(LastingAddressTest, IsStoredForTheNetworkInterfaceThatWasHeard)
     camera.words[0x0684] = 0x00000001;
     camera.words[0x0688] = All;
     camera.words[0x068C] = Persistent | LinkLocal;
-    camera.words[0x06CC] = camera.words[0x06DC] = camera.words[0x06EC] = 0;
+    camera.storeAddress({}, 0x06CC);
     camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal; // The first interface's.
     makeLast();
     EXPECT_EQ(stored(), before);
-    EXPECT_EQ((std::vector{camera.words[0x06CC], camera.words[0x06DC], camera.words[0x06EC]}), wantedWords);
+    EXPECT_EQ(camera.storedAddress(0x06CC), wanted);
 }
 
 TEST_F(LastingAddressTest, IsOnlyKeptForACameraThatStartsOtherwise)
@@ -124,7 +117,7 @@ TEST_F(LastingAddressTest, IsStoredByACameraThatTakesFiveSecondsToAnswerAtItsNew
 {
     camera.onCommand = [this](const auto&) { return camera.network.elapsed() < 5s; };
     makeLast();
-    EXPECT_EQ(stored(), wantedWords);
+    EXPECT_EQ(stored(), wanted);
 }
 
 TEST_F(LastingAddressTest, WaitsOnACameraThatIsNotReachedIfItOughtToBeStored)
@@ -191,7 +184,7 @@ protected:
 TEST_F(WaitingAddressTest, IsStoredOnceTheCameraIsOpen)
 {
     EXPECT_EQ(store(), "");
-    EXPECT_EQ(stored(), wantedWords);
+    EXPECT_EQ(stored(), wanted);
     EXPECT_FALSE(forced.isWaiting(Mac));
 }
 
@@ -204,7 +197,7 @@ TEST_F(WaitingAddressTest, IsAllThatIsStored)
 
 TEST_F(WaitingAddressTest, IsNotStoredInACameraThatIsElsewhereByNow)
 {
-    forced.keep({Mac, FakeCamera::Ip + 1, 0xFFFFFF00, 0}, {});
+    forced.keep(Mac, {FakeCamera::Ip.plus(1), "255.255.255.0"_ip, {}}, {});
     forced.setWaiting(Mac, true);
     EXPECT_EQ(store(), "");
     EXPECT_EQ(stored(), before);
@@ -228,7 +221,7 @@ TEST_F(WaitingAddressTest, SaysWhenItIsStoredInPart)
                 testing::HasSubstr("it may have stored some of the old address and some of the new"));
     camera.writeProtected = 1;
     camera.onCommand = [](const gvcp::CommandPacket& command) {
-        return gvcp::readU32(command.payload, 0) == reg::PersistentGateway &&
+        return base::readU32(command.payload, 0) == reg::PersistentGateway &&
                command.command == gvcp::Command::WriteRegister; // It may have heard it, who knows.
     };
     EXPECT_THAT(store(),
@@ -238,14 +231,17 @@ TEST_F(WaitingAddressTest, SaysWhenItIsStoredInPart)
 TEST(ForcedAddressesTest, KeepsTheLatestOfEachCamera)
 {
     ForcedAddresses forced;
-    const gvcp::MacAddress other{{0x02, 0, 0, 0, 0, 2}};
-    forced.keep({Mac, 1, 2, 3}, {});
-    forced.keep({other, 4, 5, 6}, {});
-    forced.keep({Mac, 7, 8, 9}, {});
-    EXPECT_EQ(forced.of(Mac), (gvcp::ForceIp{Mac, 7, 8, 9}));
+    const base::MacAddress other{{0x02, 0, 0, 0, 0, 2}};
+    const base::IpSettings earlier{"10.0.0.1"_ip, "10.0.0.2"_ip, "10.0.0.3"_ip};
+    const base::IpSettings others{"10.0.0.4"_ip, "10.0.0.5"_ip, "10.0.0.6"_ip};
+    const base::IpSettings latest{"10.0.0.7"_ip, "10.0.0.8"_ip, "10.0.0.9"_ip};
+    forced.keep(Mac, earlier, {});
+    forced.keep(other, others, {});
+    forced.keep(Mac, latest, {});
+    EXPECT_EQ(forced.of(Mac), latest);
     forced.forget(Mac);
     EXPECT_EQ(forced.of(Mac), std::nullopt);
-    EXPECT_EQ(forced.of(other), (gvcp::ForceIp{other, 4, 5, 6}));
+    EXPECT_EQ(forced.of(other), others);
 }
 
 TEST(ForcedAddressesTest, KnowsHowLatelyACameraWasForced)
@@ -253,7 +249,7 @@ TEST(ForcedAddressesTest, KnowsHowLatelyACameraWasForced)
     ForcedAddresses forced;
     const Clock::time_point now{1h};
     EXPECT_FALSE(forced.wasJustForced(Mac, now));
-    forced.keep({Mac, 1, 2, 3}, now);
+    forced.keep(Mac, {}, now);
     EXPECT_TRUE(forced.wasJustForced(Mac, now + 9s));
     EXPECT_FALSE(forced.wasJustForced(Mac, now + 11s));
 }

@@ -2,7 +2,7 @@
 #include "sdk/Port.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/DescriptionCompletion.h"
+#include "sdk/description/DescriptionCompletion.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -28,10 +28,8 @@ protected:
     PortTest()
     {
         camera.words[reg::CurrentIpConfig] = 0xC000'0000 | Dhcp | LinkLocal;
-        camera.words[reg::PersistentIp] = 0x0A000009;
-        camera.words[reg::PersistentSubnetMask] = 0xFF000000;
-        camera.words[reg::PersistentGateway] = 0;
-        camera.setBytes(reg::UserDefinedName, std::string(16, '\0'));
+        camera.storeAddress({"10.0.0.9"_ip, "255.0.0.0"_ip, {}});
+        camera.setBytes(reg::UserDefinedName.address, std::string(16, '\0'));
         session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
         port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
     }
@@ -58,7 +56,7 @@ protected:
         return camera;
     }
 
-    std::uint32_t storedIp() { return quietCamera().words[reg::PersistentIp]; }
+    base::Ipv4 storedIp() { return quietCamera().storedAddress().address; }
 
     FakeCamera camera;
     ForcedAddresses forced;
@@ -70,11 +68,11 @@ protected:
 
 TEST_F(PortTest, ReadsAndWritesTheCamerasMemory)
 {
-    write(reg::UserDefinedName, "Left camera");
+    write(reg::UserDefinedName.address, "Left camera");
     std::string name(4, ' ');
-    port->Read(name.data(), reg::UserDefinedName + 5, 4);
+    port->Read(name.data(), reg::UserDefinedName.address + 5, 4);
     EXPECT_EQ(name, "came");
-    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName, 12), std::string("Left camera\0", 12));
+    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName.address, 12), std::string("Left camera\0", 12));
 }
 
 TEST_F(PortTest, IsReadableAndWritableWhileTheCameraIsOpen)
@@ -109,7 +107,7 @@ TEST_F(PortTest, RefusesBuffersLengthsAndAddressesThatCannotBe)
 
 TEST_F(PortTest, StoresTheForcedAddressBeforeTheCameraIsToldToStartWithIt)
 {
-    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE}, {});
+    forced.keep(FakeCamera::Mac, {"192.168.1.20"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip}, {});
     write(reg::CurrentIpConfig, std::string("\xC0\0\0\x07", 4));
     const auto log = quietCamera().log();
     const auto at = [&log](const char* command) { return std::find(log.begin(), log.end(), command); };
@@ -135,7 +133,7 @@ TEST_F(PortTest, SeesThatTheCameraShallStartWithAStoredAddressHoweverThatIsWritt
     for (const Row& row : rows) {
         camera.words[reg::CurrentIpConfig] = Dhcp | LinkLocal;
         camera.words[reg::PersistentIp] = 0;
-        forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
+        forced.keep(FakeCamera::Mac, {"192.168.1.20"_ip, "255.255.255.0"_ip, {}}, {});
         write(row.address, row.bytes);
         std::uint32_t stored = 0;
         port->Read(&stored, reg::PersistentIp, 4);
@@ -146,32 +144,32 @@ TEST_F(PortTest, SeesThatTheCameraShallStartWithAStoredAddressHoweverThatIsWritt
 TEST_F(PortTest, StoresNothingWhenTheCameraStartsWithItsStoredAddressAlready)
 {
     camera.words[reg::CurrentIpConfig] = Persistent | LinkLocal;
-    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
+    forced.keep(FakeCamera::Mac, {"192.168.1.20"_ip, "255.255.255.0"_ip, {}}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
-    EXPECT_EQ(storedIp(), 0x0A000009u);
+    EXPECT_EQ(storedIp(), "10.0.0.9"_ip);
 }
 
 TEST_F(PortTest, StoresNothingWhenTheCameraIsToldToStartOtherwise)
 {
-    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
+    forced.keep(FakeCamera::Mac, {"192.168.1.20"_ip, "255.255.255.0"_ip, {}}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\6", 4));
     write(0x16, std::string("\1", 1)); // The bit's place in another byte.
-    write(reg::UserDefinedName, "\1\1\1\1");
-    EXPECT_EQ(storedIp(), 0x0A000009u);
+    write(reg::UserDefinedName.address, "\1\1\1\1");
+    EXPECT_EQ(storedIp(), "10.0.0.9"_ip);
 }
 
 TEST_F(PortTest, StoresNothingForACameraThatNothingWasForcedOnto)
 {
-    forced.keep({{{0x02, 0, 0, 0, 0, 9}}, 0xC0A80114, 0xFFFFFF00, 0}, {});
+    forced.keep({{0x02, 0, 0, 0, 0, 9}}, {"192.168.1.20"_ip, "255.255.255.0"_ip, {}}, {});
     write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4));
-    EXPECT_EQ(storedIp(), 0x0A000009u);
+    EXPECT_EQ(storedIp(), "10.0.0.9"_ip);
     EXPECT_EQ(camera.words[reg::CurrentIpConfig], 5u);
 }
 
 TEST_F(PortTest, LeavesTheCamerasConfigurationAloneWhenItsAddressCannotBeStored)
 {
     camera.writeProtected = reg::PersistentSubnetMask;
-    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0}, {});
+    forced.keep(FakeCamera::Mac, {"192.168.1.20"_ip, "255.255.255.0"_ip, {}}, {});
     EXPECT_THAT(errorOf([this] { write(reg::CurrentIpConfig, std::string("\0\0\0\5", 4)); }),
                 HasSubstr("0x0000065C"));
     EXPECT_EQ(quietCamera().words[reg::CurrentIpConfig], 0xC000'0000 | Dhcp | LinkLocal);
@@ -181,16 +179,16 @@ TEST_F(PortTest, WritesNothingToAnotherCameraThatAnswersAtTheAddress)
 {
     camera.words[0x10000] = 0;
     camera.onCommand = [this](const gvcp::CommandPacket& command) {
-        if (gvcp::readU32(command.payload, 0) == reg::MacHigh)
+        if (base::readU32(command.payload, 0) == reg::MacHigh)
             camera.becomeAnother();
         return false;
     };
     const std::string why =
         "at its address 192.168.1.20 the camera 02:00:00:00:00:02 answers and not 02:00:00:00:00:01";
-    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName, "\1\1\1\1"); }), HasSubstr(why));
+    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName.address, "\1\1\1\1"); }), HasSubstr(why));
     EXPECT_THAT(errorOf([this] { write(0x10000, std::string("\0\0\0\1", 4)); }), HasSubstr(why));
     EXPECT_EQ(port->GetAccessMode(), GenApi::NA) << "the session is over";
-    EXPECT_EQ(camera.bytes(reg::UserDefinedName, 4), std::string(4, '\0'));
+    EXPECT_EQ(camera.bytes(reg::UserDefinedName.address, 4), std::string(4, '\0'));
     EXPECT_EQ(camera.words[0x10000], 0u);
 }
 
@@ -202,17 +200,16 @@ TEST_F(PortTest, StoresTheForcedAddressOfTheNetworkInterfaceThatItTalksTo)
     camera.words[0x0680] = 0x0200;
     camera.words[0x0684] = 0x00000001;
     camera.words[0x068C] = Dhcp | LinkLocal;
-    camera.words[0x06CC] = camera.words[0x06DC] = camera.words[0x06EC] = 0;
+    camera.storeAddress({}, 0x06CC);
     session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
     port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
-    forced.keep({FakeCamera::Mac, 0xC0A80114, 0xFFFFFF00, 0xC0A801FE}, {});
+    const base::IpSettings wanted{"192.168.1.20"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip};
+    forced.keep(FakeCamera::Mac, wanted, {});
 
     write(0x0014, std::string("\0\0\0\5", 4));
     write(0x068C, std::string("\0\0\0\5", 4));
-    EXPECT_EQ(storedIp(), 0x0A000009u) << "that is the first interface's";
-    EXPECT_EQ(camera.words[0x06CC], 0xC0A80114u);
-    EXPECT_EQ(camera.words[0x06DC], 0xFFFFFF00u);
-    EXPECT_EQ(camera.words[0x06EC], 0xC0A801FEu);
+    EXPECT_EQ(storedIp(), "10.0.0.9"_ip) << "that is the first interface's";
+    EXPECT_EQ(camera.storedAddress(0x06CC), wanted);
 }
 
 TEST_F(PortTest, RestartsTheCamerasAddressWhenItsOwnRegisterIsWritten)
@@ -227,11 +224,12 @@ TEST_F(PortTest, TakesACameraThatVanishesUponAWriteToAMakersRegisterForOneThatRe
 {
     camera.words[0x10000] = 0;
     camera.onCommand = [isGone = false](const gvcp::CommandPacket& command) mutable {
-        isGone = isGone || gvcp::readU32(command.payload, 0) == 0x10000;
+        isGone = isGone || base::readU32(command.payload, 0) == 0x10000;
         return isGone;
     };
     EXPECT_NO_THROW(write(0x10000, std::string("\0\0\0\1", 4)));
-    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName, "name"); }), HasSubstr("does not answer"))
+    EXPECT_THAT(errorOf([this] { write(reg::UserDefinedName.address, "name"); }),
+                HasSubstr("does not answer"))
         << "a register of the standard's resets nothing";
 }
 
@@ -239,7 +237,7 @@ TEST_F(PortTest, TakesACameraThatComesBackWithoutKnowingUsForOneThatHasReset)
 {
     camera.words[0x10000] = 0;
     camera.onCommand = [this, received = 0](const gvcp::CommandPacket& command) mutable {
-        if (gvcp::readU32(command.payload, 0) != 0x10000)
+        if (base::readU32(command.payload, 0) != 0x10000)
             return false;
         camera.words[reg::ControlChannelPrivilege] = 0;
         if (++received > 3)
@@ -253,7 +251,7 @@ TEST_F(PortTest, DoesNotTakeACameraThatOnlyIgnoresAWriteForOneThatResets)
 {
     camera.words[0x10000] = 0;
     camera.onCommand = [](const gvcp::CommandPacket& command) {
-        return gvcp::readU32(command.payload, 0) == 0x10000;
+        return base::readU32(command.payload, 0) == 0x10000;
     };
     EXPECT_THAT(errorOf([this] { write(0x10000, std::string("\0\0\0\1", 4)); }),
                 HasSubstr("does not answer"));
@@ -263,7 +261,7 @@ TEST_F(PortTest, PassesOnThatACameraDeniesAWriteToAMakersRegister)
 {
     camera.words[0x10000] = 0;
     camera.onCommand = [this](const gvcp::CommandPacket& command) {
-        if (gvcp::readU32(command.payload, 0) != 0x10000)
+        if (base::readU32(command.payload, 0) != 0x10000)
             return false;
         camera.words[reg::ControlChannelPrivilege] = 0;
         camera.answer(command, gvcp::Status::AccessDenied);
@@ -276,11 +274,11 @@ TEST_F(PortTest, FinishesAnAccessWhoseThreadIsCancelledMeanwhile)
 {
     std::thread thread([this] {
         pthread_cancel(pthread_self());
-        write(reg::UserDefinedName, "Left camera");
+        write(reg::UserDefinedName.address, "Left camera");
         pthread_testcancel();
         ADD_FAILURE() << "the thread should be gone by now";
     });
     thread.join();
-    write(reg::UserDefinedName + 12, "!!!!");
-    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName, 11), "Left camera");
+    write(reg::UserDefinedName.address + 12, "!!!!");
+    EXPECT_EQ(quietCamera().bytes(reg::UserDefinedName.address, 11), "Left camera");
 }

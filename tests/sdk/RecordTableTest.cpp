@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/RecordTable.h"
+#include "sdk/discovery/RecordTable.h"
 
 #include "tests/sdk/FakeNetwork.h"
 
@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr gvcp::Ipv4 Host = 0xC0A80105;
+constexpr base::Ipv4 Host = "192.168.1.5"_ip;
 
 FoundCamera found(const gvcp::DiscoveryAck& identity, std::size_t adapter = 0, bool isReachable = true,
                   bool isAccessible = true)
@@ -29,8 +29,8 @@ std::vector<FoundCamera> invented(unsigned count, unsigned round = 0, bool isCon
 {
     std::vector<FoundCamera> cameras;
     for (unsigned i = 0; i < count; ++i) {
-        auto identity = cameraAt(0, i);
-        gvcp::writeU32(identity.mac.bytes, 0, round << 16 | i);
+        auto identity = cameraAt(0, "10.0.0.0"_ip.plus(i));
+        base::writeU32(identity.mac.bytes, 0, round << 16 | i);
         cameras.push_back({identity, 0, Host, false, false, false, isConsistent});
     }
     return cameras;
@@ -44,14 +44,14 @@ protected:
         return table.publish(cameras, adapters, now, list);
     }
 
-    bool lists(const gvcp::MacAddress& mac) const
+    bool lists(const base::MacAddress& mac) const
     {
         return std::any_of(list.apDeviceInfo, list.apDeviceInfo + list.nDeviceCount,
                            [&mac](const RZ_CC_DEVICE_INFO* record) { return macOf(*record) == mac; });
     }
 
     RecordTable table;
-    const std::vector<Adapter> adapters{adapterWith(7, Host), adapterWith(8, 0xC0A80106)};
+    const std::vector<Adapter> adapters{adapterWith(7, Host), adapterWith(8, "192.168.1.6"_ip)};
     Clock::time_point now{};
     RZ_CC_DEVICE_INFO_LIST list{};
 };
@@ -72,12 +72,12 @@ std::uint64_t residentKilobytes()
 
 TEST_F(RecordTableTest, ARecordHasAllThatTheCameraSaid)
 {
-    gvcp::DiscoveryAck camera = cameraAt(0x5E, 0xC0A80114);
+    gvcp::DiscoveryAck camera = cameraAt(0x5E, "192.168.1.20"_ip);
     camera.mac = {{0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E}};
     camera.versionMajor = 2;
     camera.versionMinor = 1;
     camera.ipConfigOptions = 0x80000007;
-    camera.gateway = 0xC0A801FE;
+    camera.ip.gateway = "192.168.1.254"_ip;
     camera.manufacturerName = "Maker";
     camera.deviceVersion = "1.2";
     camera.manufacturerInfo = "Info";
@@ -94,22 +94,22 @@ TEST_F(RecordTableTest, ARecordHasAllThatTheCameraSaid)
     EXPECT_EQ(macOf(record), camera.mac);
     EXPECT_EQ(record.stGigEInfo.nIpConfigOptions, 0x80000007u);
     EXPECT_EQ(record.stGigEInfo.nIpConfigCurrent, 2u);
-    EXPECT_EQ(record.stGigEInfo.nDeviceIp, 0xC0A80114u);
-    EXPECT_EQ(record.stGigEInfo.nDeviceSubnetMask, 0xFFFFFF00u);
-    EXPECT_EQ(record.stGigEInfo.nDeviceGateway, 0xC0A801FEu);
+    EXPECT_EQ(base::Ipv4(record.stGigEInfo.nDeviceIp), "192.168.1.20"_ip);
+    EXPECT_EQ(base::Ipv4(record.stGigEInfo.nDeviceSubnetMask), "255.255.255.0"_ip);
+    EXPECT_EQ(base::Ipv4(record.stGigEInfo.nDeviceGateway), "192.168.1.254"_ip);
     EXPECT_STREQ(record.stGigEInfo.szManufacturerName, "Maker");
     EXPECT_STREQ(record.stGigEInfo.szModelName, "Model");
     EXPECT_STREQ(record.stGigEInfo.szDeviceVersion, "1.2");
     EXPECT_STREQ(record.stGigEInfo.szManufacturerInfo, "Info");
     EXPECT_STREQ(record.stGigEInfo.szSerialNumber, "94");
     EXPECT_STREQ(record.stGigEInfo.szUserDefinedName, "Left");
-    EXPECT_EQ(record.stGigEInfo.nNetExportIp, Host);
+    EXPECT_EQ(base::Ipv4(record.stGigEInfo.nNetExportIp), Host);
     EXPECT_EQ(record.stGigEInfo.nNetExportIndex, 7u);
 }
 
 TEST_F(RecordTableTest, TextsThatFillTheirFieldStillEndInANul)
 {
-    gvcp::DiscoveryAck camera = cameraAt(1, 1);
+    gvcp::DiscoveryAck camera = cameraAt(1, "10.0.0.1"_ip);
     camera.serialNumber = "0123456789ABCDEF";
     camera.userDefinedName = "0123456789ABC\xE7\x9B\xB8"; // A three-byte character that would be cut in half.
     publish({found(camera)});
@@ -139,7 +139,7 @@ TEST_F(RecordTableTest, TextsAreUtf8WhateverTheCameraSends)
         {std::string(14, 'n') + "\xEA", std::string(14, 'n')},
     };
     for (const Row& row : rows) {
-        auto camera = cameraAt(1, 1);
+        auto camera = cameraAt(1, "10.0.0.1"_ip);
         camera.userDefinedName = row.sent;
         publish({found(camera)});
         EXPECT_EQ(list.apDeviceInfo[0]->stGigEInfo.szUserDefinedName, row.handedOn);
@@ -148,8 +148,8 @@ TEST_F(RecordTableTest, TextsAreUtf8WhateverTheCameraSends)
 
 TEST_F(RecordTableTest, RecordsStayWhereTheyAreAndAreBroughtUpToDate)
 {
-    publish(
-        {found(cameraAt(1, 0x01010101)), found(cameraAt(1, 0x01010101), 1), found(cameraAt(2, 0x02020202))});
+    publish({found(cameraAt(1, "1.1.1.1"_ip)), found(cameraAt(1, "1.1.1.1"_ip), 1),
+             found(cameraAt(2, "2.2.2.2"_ip))});
     ASSERT_EQ(list.nDeviceCount, 3u);
     RZ_CC_DEVICE_INFO* const first = list.apDeviceInfo[0];
     RZ_CC_DEVICE_INFO* const second = list.apDeviceInfo[1];
@@ -157,18 +157,19 @@ TEST_F(RecordTableTest, RecordsStayWhereTheyAreAndAreBroughtUpToDate)
 
     publish({});
     EXPECT_EQ(list.nDeviceCount, 0u);
-    EXPECT_EQ(first->stGigEInfo.nDeviceIp, 0x01010101u) << "a camera that is gone keeps its record";
+    EXPECT_EQ(base::Ipv4(first->stGigEInfo.nDeviceIp), "1.1.1.1"_ip)
+        << "a camera that is gone keeps its record";
 
-    publish({found(cameraAt(1, 0x01010199))});
+    publish({found(cameraAt(1, "1.1.1.153"_ip))});
     ASSERT_EQ(list.nDeviceCount, 1u);
     EXPECT_EQ(list.apDeviceInfo[0], first);
-    EXPECT_EQ(first->stGigEInfo.nDeviceIp, 0x01010199u);
-    EXPECT_EQ(second->stGigEInfo.nDeviceIp, 0x01010101u);
+    EXPECT_EQ(base::Ipv4(first->stGigEInfo.nDeviceIp), "1.1.1.153"_ip);
+    EXPECT_EQ(base::Ipv4(second->stGigEInfo.nDeviceIp), "1.1.1.1"_ip);
 }
 
 TEST_F(RecordTableTest, AChangedTextLeavesNothingOfTheOldOne)
 {
-    gvcp::DiscoveryAck camera = cameraAt(1, 1);
+    gvcp::DiscoveryAck camera = cameraAt(1, "10.0.0.1"_ip);
     camera.userDefinedName = "a long old name";
     publish({found(camera)});
     camera.userDefinedName = "new";
@@ -181,8 +182,8 @@ TEST_F(RecordTableTest, AListOf256PrefersCamerasToFurtherSightingsOfThem)
 {
     std::vector<FoundCamera> cameras;
     for (std::uint8_t i = 0; i < 200; ++i) {
-        cameras.push_back(found(cameraAt(i, i), 0, false));
-        cameras.push_back(found(cameraAt(i, i), 1, true));
+        cameras.push_back(found(cameraAt(i, "10.0.0.0"_ip.plus(i)), 0, false));
+        cameras.push_back(found(cameraAt(i, "10.0.0.0"_ip.plus(i)), 1, true));
     }
     publish(cameras);
     ASSERT_EQ(list.nDeviceCount, 256u);
@@ -195,7 +196,7 @@ TEST_F(RecordTableTest, AListOf256PrefersCamerasToFurtherSightingsOfThem)
 
 TEST_F(RecordTableTest, AListOf256KeepsTheCamerasThatWereListedBefore)
 {
-    const auto listed = found(cameraAt(0xFF, 0xC0A80114), 0, false);
+    const auto listed = found(cameraAt(0xFF, "192.168.1.20"_ip), 0, false);
     EXPECT_EQ(publish({listed}), 0u);
     auto cameras = invented(1000);
     cameras.push_back(listed);
@@ -208,7 +209,7 @@ TEST_F(RecordTableTest, AListOf256PrefersNewCamerasThatAnsweredACommandToOthersT
 {
     publish(invented(256));
     auto cameras = invented(256);
-    const auto fresh = cameraAt(0xFF, 0xC0A80114);
+    const auto fresh = cameraAt(0xFF, "192.168.1.20"_ip);
     cameras.push_back(found(fresh));
     EXPECT_EQ(publish(cameras), 1u);
     EXPECT_TRUE(lists(fresh.mac)) << "though all the others were listed before";
@@ -218,7 +219,7 @@ TEST_F(RecordTableTest, AListOf256PrefersAnswersFromTheAddressThatTheyName)
 {
     publish(invented(256, 0, false));
     auto cameras = invented(256, 0, false);
-    const auto fresh = cameraAt(0xFF, 0x0A000009);
+    const auto fresh = cameraAt(0xFF, "10.0.0.9"_ip);
     cameras.push_back(found(fresh, 0, false));
     publish(cameras);
     EXPECT_TRUE(lists(fresh.mac)) << "though it is out of reach and new";
@@ -228,8 +229,8 @@ TEST_F(RecordTableTest, AListOf256BeginsWithTheCameraThatIsExpected)
 {
     std::vector<FoundCamera> cameras;
     for (unsigned i = 0; i < 300; ++i) {
-        auto identity = cameraAt(0, i);
-        gvcp::writeU32(identity.mac.bytes, 0, i);
+        auto identity = cameraAt(0, "10.0.0.0"_ip.plus(i));
+        base::writeU32(identity.mac.bytes, 0, i);
         cameras.push_back(found(identity));
     }
     publish(cameras);
@@ -244,15 +245,15 @@ TEST_F(RecordTableTest, AListOf256BeginsWithTheCameraThatIsExpected)
 
 TEST_F(RecordTableTest, KnowsACameraByItsMacAndAdapter)
 {
-    publish({found(cameraAt(1, 1))});
-    EXPECT_TRUE(table.knows(cameraAt(1, 1).mac, 7));
-    EXPECT_FALSE(table.knows(cameraAt(1, 1).mac, 8));
-    EXPECT_FALSE(table.knows(cameraAt(2, 1).mac, 7));
+    publish({found(cameraAt(1, "10.0.0.1"_ip))});
+    EXPECT_TRUE(table.knows(cameraAt(1, "10.0.0.1"_ip).mac, 7));
+    EXPECT_FALSE(table.knows(cameraAt(1, "10.0.0.1"_ip).mac, 8));
+    EXPECT_FALSE(table.knows(cameraAt(2, "10.0.0.1"_ip).mac, 7));
 }
 
 TEST_F(RecordTableTest, InventedCamerasWithoutEndNeitherGrowItWithoutEndNorKeepTrueOnesOut)
 {
-    const auto old = cameraAt(1, 0xC0A80114);
+    const auto old = cameraAt(1, "192.168.1.20"_ip);
     publish({found(old)});
     const auto with = [&old](unsigned round, const std::vector<FoundCamera>& others) {
         auto cameras = invented(250, round);
@@ -265,14 +266,14 @@ TEST_F(RecordTableTest, InventedCamerasWithoutEndNeitherGrowItWithoutEndNorKeepT
     ASSERT_EQ(list.nDeviceCount, 1u) << "there is no more room for strangers";
     EXPECT_TRUE(lists(old.mac));
 
-    const auto answering = cameraAt(2, 0xC0A80115);
+    const auto answering = cameraAt(2, "192.168.1.21"_ip);
     publish(with(101, {found(answering)}));
     EXPECT_TRUE(lists(answering.mac)) << "at once";
-    const auto outOfReach = cameraAt(3, 0x0A000009);
+    const auto outOfReach = cameraAt(3, "10.0.0.9"_ip);
     EXPECT_EQ(publish(with(102, {found(outOfReach, 0, false)})), 251u);
     publish(with(103, {found(outOfReach, 0, false)}));
     EXPECT_TRUE(lists(outOfReach.mac)) << "when it is heard a second time";
-    const auto expected = cameraAt(4, 0x0A00000A);
+    const auto expected = cameraAt(4, "10.0.0.10"_ip);
     table.expect(expected.mac);
     publish(with(104, {found(expected, 0, false)}));
     EXPECT_TRUE(lists(expected.mac)) << "at once";
@@ -283,8 +284,9 @@ TEST_F(RecordTableTest, InventedCamerasWithoutEndNeitherGrowItWithoutEndNorKeepT
 
 TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAsked)
 {
-    publish({found(cameraAt(1, 11), 0, true, true), found(cameraAt(2, 22), 0, true, false),
-             found(cameraAt(3, 33), 0, false, false)});
+    publish({found(cameraAt(1, "10.0.0.11"_ip), 0, true, true),
+             found(cameraAt(2, "10.0.0.22"_ip), 0, true, false),
+             found(cameraAt(3, "10.0.0.33"_ip), 0, false, false)});
     RZ_CC_DEVICE_INFO free = *list.apDeviceInfo[0];
     EXPECT_EQ(table.recentAccess(free, now), true);
     EXPECT_EQ(table.recentAccess(*list.apDeviceInfo[1], now), false);
@@ -298,7 +300,7 @@ TEST_F(RecordTableTest, AccessIsKnownAsLongAsItIsFreshAndTheCameraIsWhereItWasAs
 TEST_F(RecordTableTest, ACopyMadeBesideEnumerationsIsOfOneOfThem)
 {
     const auto camera = [](char letter) {
-        gvcp::DiscoveryAck said = cameraAt(1, 0x0A000000u + static_cast<unsigned char>(letter));
+        gvcp::DiscoveryAck said = cameraAt(1, "10.0.0.0"_ip.plus(static_cast<unsigned char>(letter)));
         said.manufacturerInfo = std::string(47, letter);
         said.userDefinedName = std::string(15, letter);
         return found(said);
@@ -326,11 +328,11 @@ TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "the sanitizer's own memory would be measured";
 #endif
-    FakeNetwork network({adapterWith(7, Host, 0xFFFF0000)});
+    FakeNetwork network({adapterWith(7, Host, "255.255.0.0"_ip)});
     network.keepsSent = false;
     std::vector<gvcp::DiscoveryAck> cameras;
     for (unsigned i = 0; i < 256; ++i)
-        cameras.push_back(cameraAt(static_cast<std::uint8_t>(i), 0xC0A80200 + i));
+        cameras.push_back(cameraAt(static_cast<std::uint8_t>(i), "192.168.2.0"_ip.plus(i)));
     bool answers = false;
     network.onSend = [&](const FakeNetwork::Sent& sent) {
         const auto command = sent.command();
@@ -338,7 +340,7 @@ TEST_F(RecordTableTest, TenThousandEnumerationsOf256CamerasDoNotGrowTheProcess)
             network.deliver(1ms, 0, sent.destination, registerAnswer(command.id, 0));
         else if (std::exchange(answers, false))
             for (const auto& camera : cameras)
-                network.deliver(1ms, 0, camera.ip, discoveryAnswer(command.id, camera));
+                network.deliver(1ms, 0, camera.ip.address, discoveryAnswer(command.id, camera));
     };
     const auto enumerateOften = [&](int times) {
         for (int i = 0; i < times; ++i) {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/Session.h"
+#include "sdk/camera/Session.h"
 
 #include "gvcp/Registers.h"
-#include "sdk/CameraError.h"
+#include "sdk/network/CameraError.h"
 #include "tests/sdk/FakeCamera.h"
 
 #include <gmock/gmock.h>
@@ -66,7 +66,7 @@ TEST_F(SessionTest, GivesTheCameraBackWhenItIsClosedAndIsOfNoUseAfterwards)
 TEST_F(SessionTest, GivesTheCameraBackWhenOpeningFailsHalfWay)
 {
     camera.onCommand = [](const gvcp::CommandPacket& command) {
-        return gvcp::readU32(command.payload, 0) == gvcp::reg::HeartbeatTimeout; // Its answer is lost.
+        return base::readU32(command.payload, 0) == gvcp::reg::HeartbeatTimeout; // Its answer is lost.
     };
     EXPECT_THROW(Session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac), CameraError);
     EXPECT_THAT(camera.log(), Contains("WRITEREG 00000A00=00000001"));
@@ -115,19 +115,6 @@ TEST_F(SessionTest, ClosedByTwoThreadsAtOnceIsClosedForBothWhenTheyReturn)
     close();
     other.join();
     EXPECT_EQ(closed, 2);
-}
-
-TEST_F(SessionTest, RestartsTheCamerasAddressAfterGivingTheCameraBack)
-{
-    Session session(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
-    session.closeWithIpRestart();
-    EXPECT_FALSE(session.isOpen());
-    const auto log = camera.log();
-    ASSERT_GE(log.size(), 3u);
-    EXPECT_EQ(log[log.size() - 3], "WRITEREG 00000A00=00000000");
-    EXPECT_EQ(log[log.size() - 2], "FORCEIP 0.0.0.0") << "by both broadcasts";
-    EXPECT_EQ(log[log.size() - 1], "FORCEIP 0.0.0.0");
-    EXPECT_THROW(session.closeWithIpRestart(), CameraError);
 }
 
 TEST_F(SessionTest, IsNotOpenedOnAnotherCameraAtThatAddressWhichGetsControlBackAtOnce)
@@ -240,7 +227,7 @@ TEST_F(SessionTest, WaitsUntilASlowCameraIsSwitchedOnToAskForTime)
     std::optional<Clock::duration> first;
     camera.onCommand = [&](const gvcp::CommandPacket& command) {
         const bool isSwitch =
-            command.command == gvcp::Command::WriteRegister && gvcp::readU32(command.payload, 0) == 0x0954;
+            command.command == gvcp::Command::WriteRegister && base::readU32(command.payload, 0) == 0x0954;
         if (isSwitch && !first)
             first = camera.network.elapsed();
         return isSwitch && camera.network.elapsed() - *first < 3s;

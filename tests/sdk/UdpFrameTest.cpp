@@ -1,22 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/UdpFrame.h"
+#include "sdk/network/UdpFrame.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using namespace sdk;
 
+using base::operator""_ip;
+
 namespace {
 
 /// 10.0.0.9:3956 -> 192.168.1.5:40000, "ab", with its right checksums.
-const gvcp::Bytes Literal{
+const base::Bytes Literal{
     0x45, 0x00, 0x00, 0x1E, 0x00, 0x00, 0x40, 0x00, 0x40, 0x11, 0x6F, 0x19, 0x0A, 0x00, 0x00,
     0x09, 0xC0, 0xA8, 0x01, 0x05, 0x0F, 0x74, 0x9C, 0x40, 0x00, 0x0A, 0x27, 0x0D, 'a',  'b',
 };
 
-gvcp::Bytes changed(std::size_t offset, std::uint8_t value)
+base::Bytes changed(std::size_t offset, std::uint8_t value)
 {
-    gvcp::Bytes packet = Literal;
+    base::Bytes packet = Literal;
     packet[offset] = value;
     return packet;
 }
@@ -27,7 +29,7 @@ TEST(UdpFrame, IsReadFromItsBytes)
 {
     const auto frame = parseUdpFrame(Literal, UdpChecksum::Verify);
     ASSERT_TRUE(frame);
-    EXPECT_EQ(frame->source, 0x0A000009u);
+    EXPECT_EQ(frame->source, "10.0.0.9"_ip);
     EXPECT_EQ(frame->sourcePort, 3956);
     EXPECT_EQ(frame->destinationPort, 40000);
     EXPECT_THAT(frame->payload, testing::ElementsAre('a', 'b'));
@@ -35,14 +37,14 @@ TEST(UdpFrame, IsReadFromItsBytes)
 
 TEST(UdpFrame, IgnoresEthernetsPadding)
 {
-    gvcp::Bytes packet = Literal;
+    base::Bytes packet = Literal;
     packet.resize(46, 0xEE);
     EXPECT_EQ(parseUdpFrame(packet, UdpChecksum::Verify)->payload.size(), 2u);
 }
 
 TEST(UdpFrame, SkipsIpOptions)
 {
-    gvcp::Bytes packet = Literal;
+    base::Bytes packet = Literal;
     packet.insert(packet.begin() + 20, {1, 1, 1, 0});
     packet[0] = 0x46;
     packet[3] = 0x22;
@@ -59,14 +61,14 @@ TEST(UdpFrame, WithAWrongChecksumIsNone)
 
 TEST(UdpFrame, WithoutAChecksumIsTaken)
 {
-    gvcp::Bytes packet = Literal;
+    base::Bytes packet = Literal;
     packet[26] = packet[27] = 0;
     EXPECT_TRUE(parseUdpFrame(packet, UdpChecksum::Verify));
 }
 
 TEST(UdpFrame, WithAnOddLengthHasItsChecksumTooVerified)
 {
-    gvcp::Bytes packet = Literal;
+    base::Bytes packet = Literal;
     packet[3] = 0x1D;
     packet[25] = 0x09;
     packet[26] = 0x27;
@@ -93,5 +95,5 @@ TEST(UdpFrame, IsNoneOutOfAnythingElse)
     EXPECT_FALSE(parseUdpFrame(changed(25, 0x07), UdpChecksum::Ignore))
         << "a datagram shorter than its header";
     for (std::size_t size = 0; size < Literal.size(); ++size)
-        EXPECT_FALSE(parseUdpFrame(gvcp::ByteView(Literal).first(size), UdpChecksum::Ignore)) << size;
+        EXPECT_FALSE(parseUdpFrame(base::ByteView(Literal).first(size), UdpChecksum::Ignore)) << size;
 }

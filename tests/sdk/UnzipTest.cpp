@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "sdk/Unzip.h"
+#include "sdk/description/Unzip.h"
 
 #include "tests/genapi/Zips.h"
 
@@ -10,7 +10,7 @@ using sdk::unzip;
 
 namespace {
 
-gvcp::Bytes bytesOf(const std::string& text)
+base::Bytes bytesOf(const std::string& text)
 {
     return {text.begin(), text.end()};
 }
@@ -50,7 +50,7 @@ TEST(Unzip, GivesNothingForADamagedArchive)
 {
     const auto archive = bytesOf(zipOf({{"a.xml", Text}}));
     for (std::size_t size = 0; size < archive.size(); size += 7)
-        EXPECT_FALSE(unzip(gvcp::ByteView(archive).first(size), 1'000'000)) << size;
+        EXPECT_FALSE(unzip(base::ByteView(archive).first(size), 1'000'000)) << size;
     for (std::size_t at = 0; at < archive.size(); ++at) {
         auto damaged = archive;
         damaged[at] ^= 0xFF;

@@ -9,11 +9,12 @@
 namespace {
 
 using namespace simulator;
+using base::IpSettings;
 using namespace std::chrono_literals;
 using Phase = BootSequence::Phase;
 
-constexpr IpSettings Stored{0xAC100007, 0xFFFF0000, 0xAC100001};
-constexpr IpSettings AtStart{0xC0A80114, 0xFFFFFF00, 0};
+constexpr IpSettings Stored{"172.16.0.7"_ip, "255.255.0.0"_ip, "172.16.0.1"_ip};
+constexpr IpSettings AtStart{"192.168.1.20"_ip, "255.255.255.0"_ip, {}};
 constexpr std::uint32_t Persistent = gvcp::IpConfig::Persistent | gvcp::IpConfig::LinkLocal;
 constexpr std::uint32_t Dhcp = gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
 constexpr std::uint32_t LinkLocalOnly = gvcp::IpConfig::LinkLocal;
@@ -113,7 +114,7 @@ TEST_F(BootSequenceTest, TakesItsConfiguredAddressForTheLease)
 
 TEST_F(BootSequenceTest, AsksForALeaseWhenItsConfiguredAddressIsLinkLocalAndReturnsToThatOne)
 {
-    const IpSettings linkLocal{0xA9FE2107, 0xFFFF0000, 0};
+    const IpSettings linkLocal{"169.254.33.7"_ip, "255.255.0.0"_ip, {}};
     bootOf(at(linkLocal)).run(0ms, {Dhcp, {}});
     EXPECT_EQ(boot->phase(), Phase::Dhcp);
     pass(4401ms);

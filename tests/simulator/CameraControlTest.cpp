@@ -91,7 +91,7 @@ TEST_F(CameraControl, KeepsControlForWhoWaitsForADelayedAnswer)
 
 TEST_F(CameraControl, IsHeldForGoodByAnApplicationThatIsNeverHeard)
 {
-    camera.hold({0xC0A8014D, 2});
+    camera.hold({"192.168.1.77"_ip, 2});
     now += 24h;
     EXPECT_TRUE(isHeld());
     EXPECT_EQ(answer("42 01 0080 0004 0001 00000A14"), hex("0000 0081 0004 0001 C0A8014D"));
@@ -101,7 +101,7 @@ TEST_F(CameraControl, HeldFromTheStartRefusesOthersAsTheHoldersPrivilegeSays)
 {
     const std::string privilege = "42 01 0080 0004 0001 00000A00";
     CameraConfig held = config();
-    held.heldBy = CameraConfig::Holder{0xC0A8014D, 1};
+    held.heldBy = CameraConfig::Holder{"192.168.1.77"_ip, 1};
     become(held);
     EXPECT_EQ(answer(privilege), hex("8006 0081 0000 0001"));
     EXPECT_EQ(answer(TakeControl), hex("8006 0083 0004 0010 0000 0000"));

@@ -8,10 +8,11 @@
 
 namespace simulator_tests {
 
-using gvcp::Bytes;
+using base::Bytes;
+using base::IpSettings;
+using base::operator""_ip;
 using simulator::Camera;
 using simulator::CameraConfig;
-using simulator::IpSettings;
 using namespace std::chrono_literals;
 
 struct Exchange
@@ -21,8 +22,8 @@ struct Exchange
     const char* answer;
 };
 
-inline constexpr Camera::Asker Application{0xC0A80105, 5000};
-inline constexpr Camera::Asker OtherApplication{0xC0A80105, 5001};
+inline constexpr Camera::Asker Application{"192.168.1.5"_ip, 5000};
+inline constexpr Camera::Asker OtherApplication{"192.168.1.5"_ip, 5001};
 
 inline const std::string TakeControl = "42 01 0082 0008 0010  00000A00 00000002";
 inline const std::string TakeExclusive = "42 01 0082 0008 0010  00000A00 00000001";
@@ -35,7 +36,7 @@ inline CameraConfig config()
 {
     CameraConfig camera;
     camera.mac = {{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
-    camera.ip = {0xC0A80114, 0xFFFFFF00, 0};
+    camera.ip = {"192.168.1.20"_ip, "255.255.255.0"_ip, {}};
     camera.serial = "SN1";
     return camera;
 }

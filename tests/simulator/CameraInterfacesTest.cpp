@@ -20,7 +20,7 @@ protected:
                                 {{0x00, 0x1A, 0x2B, 0, 0, 0xA1}},
                                 {{0x00, 0x1A, 0x2B, 0, 0, 0xA2}}};
         camera.interfaceMacs[own] = camera.mac;
-        camera.persistent = {0xC0A80163, 0xFFFFFF00, 0xC0A801FE};
+        camera.persistent = {"192.168.1.99"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip};
         return camera;
     }
 
@@ -93,9 +93,10 @@ TEST_F(CameraInterfaces, LetsTheSameBeWrittenOfEach)
     camera.restart();
     const auto stored = camera.registers().stored().interfaces;
     ASSERT_EQ(stored.size(), 3u) << "all of it outlives a reset";
-    EXPECT_EQ(stored[0], (simulator::StoredIp{0x80000006, {0x0A090001, 0xFFFFFF00, 0}}));
-    EXPECT_EQ(stored[1], (simulator::StoredIp{5, {0xAC100007, 0xFFFF0000, 0xAC100001}}));
-    EXPECT_EQ(stored[2], (simulator::StoredIp{0x40000005, {0xC0A80163, 0xFFFFFF00, 0xC0A801FE}}));
+    EXPECT_EQ(stored[0], (simulator::StoredIp{0x80000006, {"10.9.0.1"_ip, "255.255.255.0"_ip, {}}}));
+    EXPECT_EQ(stored[1], (simulator::StoredIp{5, {"172.16.0.7"_ip, "255.255.0.0"_ip, "172.16.0.1"_ip}}));
+    EXPECT_EQ(stored[2],
+              (simulator::StoredIp{0x40000005, {"192.168.1.99"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip}}));
     EXPECT_EQ(camera.registers().storedIp(), stored[2]);
 }
 

@@ -45,7 +45,7 @@ TEST_F(CameraSettings, AsksForItsStoredConfigurationToBeRunWhenForcedToNoAddress
     restart.replace(restart.find("0A000009"), 8, "00000000");
     const Camera::Reaction reaction = react(restart);
     ASSERT_TRUE(reaction.answer);
-    EXPECT_EQ(reaction.answer->from.address, 0x0A000009u);
+    EXPECT_EQ(reaction.answer->from.address, "10.0.0.9"_ip);
     EXPECT_EQ(reaction.effect, Camera::Effect::IpRestart);
 }
 

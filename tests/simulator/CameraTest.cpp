@@ -93,7 +93,7 @@ TEST_F(CameraTest, TakesAForcedAddressAndAcknowledgesFromTheOldOne)
     EXPECT_EQ(acknowledge->packet, hex("0000 0005 0000 0007"));
     EXPECT_EQ(acknowledge->from, before);
     EXPECT_FALSE(acknowledge->onlyByBroadcast);
-    EXPECT_EQ(camera.ip(), (IpSettings{0x0A000009, 0xFF000000, 0x0A000001}));
+    EXPECT_EQ(camera.ip(), (IpSettings{"10.0.0.9"_ip, "255.0.0.0"_ip, "10.0.0.1"_ip}));
     EXPECT_EQ(answer("42 01 0080 000C 0001 00000024 00000034 00000044"),
               hex("0000 0081 000C 0001 0A000009 FF000000 0A000001"));
 }
@@ -105,7 +105,7 @@ TEST_F(CameraTest, AcknowledgesAForcedAddressAsItsQuirkHasIt)
     become(quirk);
     const auto acknowledge = handle(ForceTo10_0_0_9);
     ASSERT_TRUE(acknowledge);
-    EXPECT_EQ(acknowledge->from.address, 0x0A000009u);
+    EXPECT_EQ(acknowledge->from.address, "10.0.0.9"_ip);
 
     quirk.forceIpAcknowledge = CameraConfig::ForceIpAcknowledge::Broadcast;
     become(quirk);
@@ -114,7 +114,7 @@ TEST_F(CameraTest, AcknowledgesAForcedAddressAsItsQuirkHasIt)
     quirk.forceIpAcknowledge = CameraConfig::ForceIpAcknowledge::Never;
     become(quirk);
     EXPECT_FALSE(handle(ForceTo10_0_0_9));
-    EXPECT_EQ(camera.ip().address, 0x0A000009u) << "silent, but obedient";
+    EXPECT_EQ(camera.ip().address, "10.0.0.9"_ip) << "silent, but obedient";
 }
 
 TEST_F(CameraTest, IgnoresAForcedAddressForAnotherCamera)
@@ -202,7 +202,7 @@ TEST_F(CameraTest, SurvivesMangledCommandsAndAnswersWithinTheStandardsBounds)
         if (const auto answered = camera.handle(*command, Application, now).answer) {
             ++answers;
             ASSERT_LE(answered->packet.size(), 8u + 540u);
-            ASSERT_EQ(gvcp::readU16(answered->packet, 4), answered->packet.size() - 8);
+            ASSERT_EQ(base::readU16(answered->packet, 4), answered->packet.size() - 8);
         }
     }
     EXPECT_GT(answers, 1000) << "too few got through to say anything";

@@ -27,7 +27,10 @@ protected:
     Station& camera() { return *farm.stations()[0]; }
 
     /// The camera learns from it where to send its answers to this host.
-    void askByArp() { farm.receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}}); }
+    void askByArp()
+    {
+        farm.receive(ArpMessage{{}, BroadcastMac, true, "192.168.1.5"_ip, "192.168.1.20"_ip, {}});
+    }
 
     int sent = 0;
     TimerQueue timers{TimerQueue::Clock::time_point{}};
@@ -46,7 +49,7 @@ TEST_F(CommandsTest, ChangeTheCameraTheyName)
     EXPECT_EQ(camera().camera().registers().word(0xA00), 1u);
     runCommand(farm, "hold 00:1A:2B:00:00:01 192.168.1.77 control");
     EXPECT_EQ(camera().camera().registers().word(0xA00), 2u);
-    EXPECT_EQ(camera().camera().registers().word(0xA14), 0xC0A8014Du);
+    EXPECT_EQ(camera().camera().registers().word(0xA14), "192.168.1.77"_ip.number());
     runCommand(farm, "release 00:1A:2B:00:00:01");
     EXPECT_FALSE(camera().camera().control().application());
 }
@@ -162,7 +165,8 @@ TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
     askByArp();
     const auto ask = [this](const std::string& command) {
         sent = 0;
-        farm.receive(UdpDatagram{{}, camera().mac(), 0xC0A80105, 0xC0A80114, 5000, 3956, hex(command)});
+        farm.receive(
+            UdpDatagram{{}, camera().mac(), "192.168.1.5"_ip, "192.168.1.20"_ip, 5000, 3956, hex(command)});
     };
     ask("42 01 0082 0008 0001 00000A00 00000002");
     ask("42 01 0082 0008 0002 00000954 00000002");
@@ -192,7 +196,7 @@ TEST_F(CommandsTest, TakeACameraOffTheNetworkForItsRebootTime)
     const auto answersPing = [this] {
         askByArp();
         sent = 0;
-        farm.receive(Echo{{}, camera().mac(), 0xC0A80105, 0xC0A80114, true, 1, 1, {}});
+        farm.receive(Echo{{}, camera().mac(), "192.168.1.5"_ip, "192.168.1.20"_ip, true, 1, 1, {}});
         return sent == 1;
     };
     runCommand(farm, "reset 00:1A:2B:00:00:01");

@@ -93,8 +93,8 @@ TEST_F(DescriptionTest, IsZippedOnRequestAndOnceOnly)
 {
     write("own.xml", "<own/>");
     const CameraConfig zipped = camera(R"(, "description": "own.xml", "descriptionZip": true)");
-    const gvcp::Bytes& file = *zipped.description.file;
-    EXPECT_EQ(gvcp::Bytes(file.begin(), file.begin() + 4), hex("504B0304"));
+    const base::Bytes& file = *zipped.description.file;
+    EXPECT_EQ(base::Bytes(file.begin(), file.begin() + 4), hex("504B0304"));
     EXPECT_THAT(zipped.description.url, testing::StartsWith("Local:own.zip;c0a00000;"));
     write("own.zip", std::string(file.begin(), file.end()));
     EXPECT_EQ(*camera(R"(, "description": "own.zip", "descriptionZip": true)").description.file, file);

@@ -9,11 +9,13 @@
 namespace {
 
 using namespace simulator;
+using base::IpSettings;
+using base::operator""_ip;
 using namespace std::chrono_literals;
-using gvcp::Bytes;
+using base::Bytes;
 
-constexpr gvcp::MacAddress CameraMac{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
-constexpr gvcp::MacAddress ServerMac{{0x02, 0, 0, 0, 0, 0x01}};
+constexpr base::MacAddress CameraMac{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
+constexpr base::MacAddress ServerMac{{0x02, 0, 0, 0, 0, 0x01}};
 
 const std::string MagicCookie = "63825363";
 const std::string Offer = "35 01 02 36 04 C0A80101";
@@ -55,8 +57,8 @@ protected:
         return false;
     }
 
-    UdpDatagram reply(const std::string& options, gvcp::Ipv4 address = 0xC0A80164,
-                      const gvcp::MacAddress& mac = CameraMac) const
+    UdpDatagram reply(const std::string& options, base::Ipv4 address = "192.168.1.100"_ip,
+                      const base::MacAddress& mac = CameraMac) const
     {
         Bytes payload(240);
         const auto put = [&payload](std::size_t at, const Bytes& bytes) {
@@ -64,12 +66,12 @@ protected:
         };
         put(0, hex("02 01 06 00"));
         put(4, transaction());
-        gvcp::writeU32(payload, 16, address);
+        base::writeIpv4(payload, 16, address);
         put(28, Bytes(mac.bytes.begin(), mac.bytes.end()));
         put(236, hex(MagicCookie));
         const Bytes tail = hex(options + "FF");
         payload.insert(payload.end(), tail.begin(), tail.end());
-        return {ServerMac, CameraMac, 0xC0A80101, address, 67, 68, payload};
+        return {ServerMac, CameraMac, "192.168.1.1"_ip, address, 67, 68, payload};
     }
 
     void pass(std::chrono::milliseconds time) { timers.advance(timers.now() + time); }
@@ -99,8 +101,8 @@ TEST_F(DhcpClientTest, AsksFromNoAddressByBroadcast)
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(last().sourceMac, CameraMac);
     EXPECT_EQ(last().destinationMac, BroadcastMac);
-    EXPECT_EQ(last().source, 0u);
-    EXPECT_EQ(last().destination, 0xFFFFFFFFu);
+    EXPECT_EQ(last().source, base::Ipv4());
+    EXPECT_EQ(last().destination, "255.255.255.255"_ip);
     EXPECT_EQ(last().sourcePort, 68);
     EXPECT_EQ(last().destinationPort, 67);
     const Bytes& payload = last().payload;
@@ -125,7 +127,7 @@ TEST_F(DhcpClientTest, RequestsWhatItIsOfferedAndTakesWhatIsAcknowledged)
 
     client.receive(reply(Acknowledge));
     EXPECT_EQ(finished, 1);
-    EXPECT_EQ(lease, (IpSettings{0xC0A80164, 0xFFFFFF00, 0xC0A80101}));
+    EXPECT_EQ(lease, (IpSettings{"192.168.1.100"_ip, "255.255.255.0"_ip, "192.168.1.1"_ip}));
     client.receive(reply(Acknowledge));
     pass(60s);
     EXPECT_EQ(finished, 1);
@@ -137,7 +139,7 @@ TEST_F(DhcpClientTest, DoesWithoutAMaskOrARouter)
     start();
     client.receive(reply(Offer));
     client.receive(reply("35 01 05 36 04 C0A80101"));
-    EXPECT_EQ(lease, (IpSettings{0xC0A80164, 0xFFFFFF00, 0}));
+    EXPECT_EQ(lease, (IpSettings{"192.168.1.100"_ip, "255.255.255.0"_ip, {}}));
 }
 
 TEST_F(DhcpClientTest, TriesFourTimesAndThenGivesUp)
@@ -186,10 +188,10 @@ TEST_F(DhcpClientTest, IgnoresWhatIsNoAnswerToIt)
 {
     start();
     client.receive(reply(Acknowledge)); // nothing was requested yet
-    client.receive(reply(Offer, 0));
-    client.receive(reply(Offer, 0xE0000001)); // multicast
-    client.receive(reply(Offer, 0x7F000001));
-    client.receive(reply(Offer, 0xC0A80164, ServerMac));
+    client.receive(reply(Offer, base::Ipv4()));
+    client.receive(reply(Offer, "224.0.0.1"_ip)); // multicast
+    client.receive(reply(Offer, "127.0.0.1"_ip));
+    client.receive(reply(Offer, "192.168.1.100"_ip, ServerMac));
     client.receive(reply("35 01 02"));                               // from no server
     client.receive(reply("36 04 C0A80101"));                         // of no kind
     client.receive(reply("35 01 02 36 04 C0A80101 01 04 FF00FF00")); // no mask
@@ -223,7 +225,7 @@ TEST_F(DhcpClientTest, SurvivesMangledMessages)
         client.receive(datagram);
         if (finished > 0) {
             finished = 0;
-            ASSERT_NE(lease->address >> 28, 0xEu);
+            ASSERT_NE(lease->address.firstOctet() >> 4, 0xE);
             start();
         }
     }

@@ -12,7 +12,8 @@
 // How the farm's cameras come by their addresses, among a server and hosts of others.
 namespace {
 
-using gvcp::Bytes;
+using base::Bytes;
+using base::operator""_ip;
 using simulator_tests::Capture;
 using simulator_tests::DhcpServer;
 using simulator_tests::GvcpClient;
@@ -111,7 +112,7 @@ TEST_F(FarmBoot, AStoredAddressOutlivesAResetByRegisterAndAForcedOneDoesNot)
     const lab::Farm farm(network, R"({"cameras": [
         {"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "userName": "before", "rebootTime": 20}]})");
     const GvcpClient client(host);
-    const gvcp::Ipv4 camera = 0xC0A80114;
+    const base::Ipv4 camera = "192.168.1.20"_ip;
     const Bytes commands[] = {
         hex("42 01 0082 0008 0001 00000A00 00000002"),
         hex("42 01 0082 0018 0002 0000064C C0A80163 0000065C FFFF0000 0000066C C0A80105"),
@@ -120,7 +121,7 @@ TEST_F(FarmBoot, AStoredAddressOutlivesAResetByRegisterAndAForcedOneDoesNot)
         hex("42 01 0082 0008 0005 00010000 00000001"),
     };
     for (const Bytes& command : commands)
-        EXPECT_EQ(gvcp::readU16(client.ask(camera, command), 0), 0u);
+        EXPECT_EQ(base::readU16(client.ask(camera, command), 0), 0u);
     auto state = runningCamera(farm, Mac);
     EXPECT_EQ(state.at("address"), "192.168.1.99");
     EXPECT_EQ(state.at("mask"), "255.255.0.0");
@@ -133,7 +134,7 @@ TEST_F(FarmBoot, AStoredAddressOutlivesAResetByRegisterAndAForcedOneDoesNot)
     EXPECT_FALSE(canPing("192.168.1.20"));
 
     const std::string reserved = "000000000000000000000000";
-    client.ask(gvcp::LimitedBroadcast, hex("42 11 0004 0038 0006 0000 001A2B000001" + reserved + "C0A80177" +
+    client.ask(base::LimitedBroadcast, hex("42 11 0004 0038 0006 0000 001A2B000001" + reserved + "C0A80177" +
                                            reserved + "FFFF0000" + reserved + "00000000"));
     EXPECT_EQ(shown(farm, Mac).at("address"), "192.168.1.119");
     farm.control("reset " + Mac);

@@ -7,6 +7,7 @@
 namespace {
 
 using namespace simulator;
+using base::IpSettings;
 using testing::HasSubstr;
 
 /// A farm of one camera with these further members.
@@ -31,8 +32,8 @@ TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
     const FarmConfig farm = parseFarmConfig(oneCamera(""));
     ASSERT_EQ(farm.cameras.size(), 1u);
     const CameraConfig& camera = farm.cameras[0];
-    EXPECT_EQ(camera.mac, (gvcp::MacAddress{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}}));
-    EXPECT_EQ(camera.ip, (IpSettings{0xC0A80114, 0xFFFFFF00, 0}));
+    EXPECT_EQ(camera.mac, (base::MacAddress{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}}));
+    EXPECT_EQ(camera.ip, (IpSettings{"192.168.1.20"_ip, "255.255.255.0"_ip, {}}));
     EXPECT_EQ(camera.ipMethod, CameraConfig::IpMethod::Dhcp);
     EXPECT_EQ(camera.persistent, IpSettings{});
     EXPECT_EQ(camera.serial, "FC000001");
@@ -58,18 +59,18 @@ TEST(FarmConfig, ReadsEveryMember)
         "noise": ["truncated", "wrongId"]}]})");
     const CameraConfig& camera = farm.cameras.at(0);
     EXPECT_EQ(farm.seed, 7u);
-    EXPECT_EQ(camera.ip, (IpSettings{0x0A000005, 0xFF000000, 0x0A000001}));
+    EXPECT_EQ(camera.ip, (IpSettings{"10.0.0.5"_ip, "255.0.0.0"_ip, "10.0.0.1"_ip}));
     EXPECT_EQ(camera.manufacturer + camera.model + camera.version + camera.info + camera.serial +
                   camera.userName,
               "MOVIS1U");
     EXPECT_EQ(camera.ipMethod, CameraConfig::IpMethod::LinkLocal);
-    EXPECT_EQ(camera.persistent, (IpSettings{0x0A000009, 0xFFFF0000, 0x0A000002}));
+    EXPECT_EQ(camera.persistent, (IpSettings{"10.0.0.9"_ip, "255.255.0.0"_ip, "10.0.0.2"_ip}));
     EXPECT_EQ(camera.answerDelay.count(), 950);
     EXPECT_EQ(camera.rebootTime.count(), 20);
     EXPECT_EQ(camera.answerBy, CameraConfig::AnswerBy::Arp);
     EXPECT_EQ(camera.forceIpAcknowledge, CameraConfig::ForceIpAcknowledge::FromNewAddress);
     ASSERT_TRUE(camera.heldBy);
-    EXPECT_EQ(camera.heldBy->address, 0x0A00004Du);
+    EXPECT_EQ(camera.heldBy->address, "10.0.0.77"_ip);
     EXPECT_EQ(camera.heldBy->privilege, 2u);
     EXPECT_EQ(camera.loss, 0.25);
     EXPECT_EQ(camera.forgedAnswers, 9u);
@@ -83,7 +84,7 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_TRUE(camera.readMemoryOmitsAddress);
     EXPECT_EQ(camera.interface, 1u);
     ASSERT_EQ(camera.interfaceCount(), 3u);
-    EXPECT_EQ(toText(camera.interfaceMacs[2]), "00:1A:2B:00:00:13");
+    EXPECT_EQ(camera.interfaceMacs[2].toText(), "00:1A:2B:00:00:13");
     EXPECT_TRUE(camera.pendingAckOn);
     EXPECT_EQ(camera.acknowledgeExtra, 64u);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
@@ -110,9 +111,9 @@ TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
         "serial": "A098", "ipConfiguration": "persistent", "repeat": 3,
         "interfaces": 2, "interfaceMacs": ["00:1A:2B:00:00:FF", "00:1A:2B:00:01:FF"]}]})");
     ASSERT_EQ(farm.cameras.size(), 3u);
-    EXPECT_EQ(toText(farm.cameras[2].mac), "00:1A:2B:00:01:01");
-    EXPECT_EQ(toText(farm.cameras[2].interfaceMacs[1]), "00:1A:2B:00:02:01");
-    EXPECT_EQ(farm.cameras[2].ip.address, 0x0A000100u);
+    EXPECT_EQ(farm.cameras[2].mac.toText(), "00:1A:2B:00:01:01");
+    EXPECT_EQ(farm.cameras[2].interfaceMacs[1].toText(), "00:1A:2B:00:02:01");
+    EXPECT_EQ(farm.cameras[2].ip.address, "10.0.1.0"_ip);
     EXPECT_EQ(farm.cameras[2].persistent, farm.cameras[2].ip);
     EXPECT_EQ(farm.cameras[1].serial, "A099");
     EXPECT_EQ(farm.cameras[2].serial, "A100");
@@ -124,10 +125,10 @@ TEST(FarmConfig, CountsUpStoredAddressesTooAndLeavesOutWhatIsNotThere)
         {"mac": "00:1A:2B:00:00:01", "ipConfiguration": "persistent", "persistent": {"address": "10.0.0.9"},
          "repeat": 2},
         {"mac": "00:1A:2B:00:00:11", "repeat": 2}]})");
-    EXPECT_EQ(farm.cameras[1].persistent, (IpSettings{0x0A00000A, 0xFFFFFF00, 0}));
-    EXPECT_EQ(farm.cameras[1].ip.address, 0u);
-    EXPECT_EQ(farm.cameras[3].ip.address, 0u);
-    EXPECT_EQ(farm.cameras[3].persistent.address, 0u);
+    EXPECT_EQ(farm.cameras[1].persistent, (IpSettings{"10.0.0.10"_ip, "255.255.255.0"_ip, {}}));
+    EXPECT_EQ(farm.cameras[1].ip.address, base::Ipv4());
+    EXPECT_EQ(farm.cameras[3].ip.address, base::Ipv4());
+    EXPECT_EQ(farm.cameras[3].persistent.address, base::Ipv4());
 }
 
 TEST(FarmConfig, TakesAUserNameAsBytes)

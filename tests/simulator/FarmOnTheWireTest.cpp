@@ -14,13 +14,14 @@
 // What others make of the farm's frames: the kernel, ping, an independent client, a dissector.
 namespace {
 
-using gvcp::Bytes;
+using base::Bytes;
+using base::operator""_ip;
 using simulator_tests::Capture;
 using simulator_tests::GvcpClient;
 using simulator_tests::linesOf;
 using testing::HasSubstr;
 
-constexpr gvcp::Ipv4 CameraAddress = 0xC0A80114; // 192.168.1.20
+constexpr base::Ipv4 CameraAddress = "192.168.1.20"_ip;
 
 const std::string ThreeCameras = R"({"cameras": [
     {"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "serial": "SN0001", "rebootTime": 50, "repeat": 3}]})";
@@ -66,15 +67,15 @@ TEST_F(FarmOnTheWire, EveryOneOf256CamerasAnswersEachBroadcastOfABurst)
     const lab::Farm farm(network, FullFarm);
     const GvcpClient client(host);
     // Each camera asks for the host's MAC now, and has no need to in the burst.
-    client.send(gvcp::LimitedBroadcast, hex("42 11 0002 0000 00FF"));
+    client.send(base::LimitedBroadcast, hex("42 11 0002 0000 00FF"));
     for (int i = 0; i < 256; ++i)
         ASSERT_EQ(client.receive().payload.size(), 256u) << "after " << i << " cameras";
     for (std::size_t id = 1; id <= Broadcasts; ++id) {
         Bytes discovery = hex("42 11 0002 0000 0000");
         discovery[7] = static_cast<std::uint8_t>(id);
-        client.send(gvcp::LimitedBroadcast, discovery);
+        client.send(base::LimitedBroadcast, discovery);
     }
-    std::map<int, std::set<gvcp::Ipv4>> answers;
+    std::map<int, std::set<base::Ipv4>> answers;
     for (std::size_t i = 0; i < Broadcasts * 256; ++i) {
         const auto answer = client.receive();
         ASSERT_EQ(answer.payload.size(), 256u) << "after " << i << " answers";
@@ -92,7 +93,7 @@ TEST_F(FarmOnTheWire, TheKernelReachesACameraAndAfterForceIpItsNewAddressOnly)
     EXPECT_THAT(host.run("ip neigh show 192.168.1.20"), HasSubstr("lladdr 00:1a:2b:00:00:01"));
 
     const GvcpClient client(host);
-    EXPECT_EQ(client.ask(gvcp::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000")),
+    EXPECT_EQ(client.ask(base::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000")),
               hex("0000 0005 0000 0007"));
     EXPECT_TRUE(canPing("192.168.2.99"));
     EXPECT_THAT(host.run("ip neigh show 192.168.2.99"), HasSubstr("lladdr 00:1a:2b:00:00:01"));
@@ -104,12 +105,12 @@ TEST_F(FarmOnTheWire, ACameraOutsideTheHostsSubnetHearsAndAnswersTheLimitedBroad
 {
     const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "10.0.0.7"}]})");
     const GvcpClient client(host);
-    client.send(0xC0A8FFFF, hex("42 11 0002 0000 0001"));
-    client.send(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0002"));
+    client.send("192.168.255.255"_ip, hex("42 11 0002 0000 0001"));
+    client.send(base::LimitedBroadcast, hex("42 11 0002 0000 0002"));
     const auto answer = client.receive();
     ASSERT_EQ(answer.payload.size(), 256u);
     EXPECT_EQ(answer.payload[7], 2) << "the directed broadcast was answered";
-    EXPECT_EQ(answer.source, 0x0A000007u);
+    EXPECT_EQ(answer.source, "10.0.0.7"_ip);
     EXPECT_THAT(farm.control("show 00:1A:2B:00:00:01"), HasSubstr("\"DISCOVERY\": 1,"));
 }
 
@@ -118,7 +119,7 @@ TEST_F(FarmOnTheWire, ABroadcastAnswerReachesASocketThatIsNotBoundToAnAddress)
     const lab::Farm farm(network, R"({"cameras": [
         {"mac": "00:1A:2B:00:00:01", "address": "10.0.0.7", "answer": "broadcast"}]})");
     const GvcpClient client(host);
-    EXPECT_EQ(client.ask(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0002")).size(), 256u);
+    EXPECT_EQ(client.ask(base::LimitedBroadcast, hex("42 11 0002 0000 0002")).size(), 256u);
 }
 
 TEST_F(FarmOnTheWire, ADissectorKnowsEveryAnswerAndFindsNoneMalformed)
@@ -241,7 +242,7 @@ TEST_F(FarmOnTheWire, AResetBringsTheCameraBackToItsFirstAddress)
 {
     const lab::Farm farm(network, ThreeCameras);
     const GvcpClient client(host);
-    client.ask(gvcp::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000"));
+    client.ask(base::LimitedBroadcast, forceFirstCameraTo("C0A80263", "FFFF0000"));
     farm.control("reset 00:1A:2B:00:00:01");
     host.run("for try in $(seq 100); do ping -c1 -W1 192.168.1.20 && exit 0; done; exit 1");
     EXPECT_FALSE(canPing("192.168.2.99"));
@@ -256,12 +257,12 @@ TEST_F(FarmOnTheWire, StaysAliveThroughThousandsOfForgedAnswersAndNoise)
     // The camera knows the host from now on: so many answers would not wait until it does.
     EXPECT_TRUE(canPing("192.168.1.20"));
     const GvcpClient client(host);
-    client.send(gvcp::LimitedBroadcast, hex("42 11 0002 0000 0001"));
+    client.send(base::LimitedBroadcast, hex("42 11 0002 0000 0001"));
     EXPECT_TRUE(canPing("192.168.1.21"));
     std::set<Bytes> macs;
     while (macs.size() < 5002) {
         const auto [source, payload] = client.receive();
-        ASSERT_NE(source, 0u) << "after " << macs.size() << " cameras";
+        ASSERT_NE(source, base::Ipv4()) << "after " << macs.size() << " cameras";
         const Bytes wanted = hex("0000 0003 00F8 0001");
         if (payload.size() == 256 && std::equal(wanted.begin(), wanted.end(), payload.begin()))
             macs.insert(Bytes(payload.begin() + 18, payload.begin() + 24));

@@ -25,7 +25,7 @@ protected:
             timers.advance(timers.now() + 1ms);
     }
 
-    gvcp::Ipv4 addressOf(std::size_t camera) { return farm->stations()[camera]->camera().ip().address; }
+    base::Ipv4 addressOf(std::size_t camera) { return farm->stations()[camera]->camera().ip().address; }
 
     TimerQueue timers{TimerQueue::Clock::time_point{}};
     std::vector<Frame> sent;
@@ -40,8 +40,8 @@ TEST_F(FarmTest, LetsItsCamerasHearEachOthersArp)
               "mask": "255.255.0.0"})");
     farm->stations()[0]->reset();
     pass(10ms + 1000ms);
-    EXPECT_EQ(addressOf(1), 0xA9FE2107u);
-    EXPECT_NE(addressOf(0), 0xA9FE2107u) << "the address that it prefers is the other one's";
+    EXPECT_EQ(addressOf(1), "169.254.33.7"_ip);
+    EXPECT_NE(addressOf(0), "169.254.33.7"_ip) << "the address that it prefers is the other one's";
     EXPECT_TRUE(farm->stations()[0]->camera().ip().reaches(addressOf(1)));
 }
 
@@ -49,15 +49,15 @@ TEST_F(FarmTest, LetsTwoCamerasHaveOneAddress)
 {
     build(R"({"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20"},
              {"mac": "00:1A:2B:00:00:02", "address": "192.168.1.20"})");
-    const gvcp::MacAddress first{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
-    const gvcp::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
-    farm->receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, 0xC0A80114, {}});
+    const base::MacAddress first{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
+    const base::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
+    farm->receive(ArpMessage{{}, BroadcastMac, true, "192.168.1.5"_ip, "192.168.1.20"_ip, {}});
     ASSERT_EQ(sent.size(), 2u);
     for (const std::size_t camera : {0u, 1u}) {
         const auto reply = std::get<ArpMessage>(sent[camera]);
         EXPECT_FALSE(reply.isRequest);
         EXPECT_EQ(reply.sourceMac, camera == 0 ? first : second);
-        EXPECT_EQ(reply.sender, 0xC0A80114u);
+        EXPECT_EQ(reply.sender, "192.168.1.20"_ip);
     }
 
     sent.clear();
@@ -67,11 +67,11 @@ TEST_F(FarmTest, LetsTwoCamerasHaveOneAddress)
     EXPECT_TRUE(announcement.isRequest);
     EXPECT_EQ(announcement.sourceMac, second);
     EXPECT_EQ(announcement.destinationMac, BroadcastMac);
-    EXPECT_EQ(announcement.sender, 0xC0A80114u);
-    EXPECT_EQ(announcement.target, 0xC0A80114u);
+    EXPECT_EQ(announcement.sender, "192.168.1.20"_ip);
+    EXPECT_EQ(announcement.target, "192.168.1.20"_ip);
     pass(10ms);
-    farm->receive(Echo{{}, first, 0xC0A80105, 0xC0A80114, true, 1, 1, {}});
-    farm->receive(Echo{{}, second, 0xC0A80105, 0xC0A80114, true, 1, 2, {}});
+    farm->receive(Echo{{}, first, "192.168.1.5"_ip, "192.168.1.20"_ip, true, 1, 1, {}});
+    farm->receive(Echo{{}, second, "192.168.1.5"_ip, "192.168.1.20"_ip, true, 1, 2, {}});
     const auto last = [this](std::size_t back) { return std::get<Echo>(sent[sent.size() - back]).sourceMac; };
     EXPECT_EQ(last(2), first) << "neither minds the other";
     EXPECT_EQ(last(1), second);
@@ -81,7 +81,7 @@ TEST_F(FarmTest, FindsADifferentLinkLocalAddressForEachOf256Cameras)
 {
     build(R"({"mac": "00:1A:2B:00:00:01", "ipConfiguration": "lla", "repeat": 256})");
     pass(2000ms);
-    std::set<gvcp::Ipv4> addresses;
+    std::set<base::Ipv4> addresses;
     for (const auto& station : farm->stations()) {
         ASSERT_EQ(station->phase(), BootSequence::Phase::Running);
         addresses.insert(station->camera().ip().address);
@@ -92,19 +92,20 @@ TEST_F(FarmTest, FindsADifferentLinkLocalAddressForEachOf256Cameras)
 TEST_F(FarmTest, GivesAFrameToTheCameraItIsForAndABroadcastToAll)
 {
     build(R"({"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", "repeat": 3})");
-    const gvcp::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
+    const base::MacAddress second{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x02}};
     // Each learns from it where the host is.
-    for (const gvcp::Ipv4 camera : {0xC0A80114, 0xC0A80115, 0xC0A80116})
-        farm->receive(ArpMessage{{}, BroadcastMac, true, 0xC0A80105, camera, {}});
+    for (const base::Ipv4 camera : {"192.168.1.20"_ip, "192.168.1.21"_ip, "192.168.1.22"_ip})
+        farm->receive(ArpMessage{{}, BroadcastMac, true, "192.168.1.5"_ip, camera, {}});
     sent.clear();
-    farm->receive(Echo{{}, second, 0xC0A80105, 0xC0A80115, true, 1, 1, {}});
+    farm->receive(Echo{{}, second, "192.168.1.5"_ip, "192.168.1.21"_ip, true, 1, 1, {}});
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(std::get<Echo>(sent[0]).sourceMac, second);
-    farm->receive(Echo{{}, {{2, 0, 0, 0, 0, 9}}, 0xC0A80105, 0xC0A80115, true, 1, 1, {}});
+    farm->receive(Echo{{}, {{2, 0, 0, 0, 0, 9}}, "192.168.1.5"_ip, "192.168.1.21"_ip, true, 1, 1, {}});
     EXPECT_EQ(sent.size(), 1u) << "nobody's MAC";
 
-    const gvcp::Bytes discovery{0x42, 0x11, 0, 2, 0, 0, 0, 1};
-    farm->receive(UdpDatagram{{}, BroadcastMac, 0xC0A80105, gvcp::LimitedBroadcast, 5000, 3956, discovery});
+    const base::Bytes discovery{0x42, 0x11, 0, 2, 0, 0, 0, 1};
+    farm->receive(
+        UdpDatagram{{}, BroadcastMac, "192.168.1.5"_ip, base::LimitedBroadcast, 5000, 3956, discovery});
     EXPECT_EQ(sent.size(), 4u);
 }
 

@@ -28,15 +28,15 @@ GvcpClient::~GvcpClient()
     ::close(m_fd);
 }
 
-void GvcpClient::send(gvcp::Ipv4 to, const gvcp::Bytes& payload) const
+void GvcpClient::send(base::Ipv4 to, const base::Bytes& payload) const
 {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(3956);
-    address.sin_addr.s_addr = htonl(to);
+    address.sin_addr.s_addr = htonl(to.number());
     if (::sendto(m_fd, payload.data(), payload.size(), 0, reinterpret_cast<const sockaddr*>(&address),
                  sizeof address) < 0)
-        throw std::runtime_error("cannot send to " + gvcp::toText(to));
+        throw std::runtime_error("cannot send to " + to.toText());
 }
 
 GvcpClient::Datagram GvcpClient::receive() const
@@ -48,7 +48,7 @@ GvcpClient::Datagram GvcpClient::receive() const
     const ssize_t size = ::recvfrom(m_fd, datagram.payload.data(), datagram.payload.size(), 0,
                                     reinterpret_cast<sockaddr*>(&from), &fromSize);
     datagram.payload.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-    datagram.source = ntohl(from.sin_addr.s_addr);
+    datagram.source = base::Ipv4(ntohl(from.sin_addr.s_addr));
     return datagram;
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Addresses.h"
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
+#include "base/Ipv4.h"
 #include "tests/support/NetworkLab.h"
 
 namespace simulator_tests {
@@ -13,8 +13,8 @@ class GvcpClient
 public:
     struct Datagram
     {
-        gvcp::Ipv4 source = 0;
-        gvcp::Bytes payload; ///< Empty when nothing came within 10 s.
+        base::Ipv4 source;
+        base::Bytes payload; ///< Empty when nothing came within 10 s.
     };
 
     explicit GvcpClient(const lab::Namespace& host);
@@ -22,10 +22,10 @@ public:
     GvcpClient& operator=(const GvcpClient&) = delete;
     ~GvcpClient();
 
-    void send(gvcp::Ipv4 to, const gvcp::Bytes& payload) const;
+    void send(base::Ipv4 to, const base::Bytes& payload) const;
     Datagram receive() const;
     /// What is answered to this command.
-    gvcp::Bytes ask(gvcp::Ipv4 to, const gvcp::Bytes& payload) const
+    base::Bytes ask(base::Ipv4 to, const base::Bytes& payload) const
     {
         send(to, payload);
         return receive().payload;

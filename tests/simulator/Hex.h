@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Bytes.h"
+#include "base/Bytes.h"
 
 #include <string>
 #include <string_view>
 
 /// "42 01" as bytes; blanks are ignored.
-inline gvcp::Bytes hex(std::string_view text)
+inline base::Bytes hex(std::string_view text)
 {
-    gvcp::Bytes bytes;
+    base::Bytes bytes;
     std::string digits;
     for (const char each : text) {
         if (each != ' ')

@@ -7,12 +7,13 @@ namespace {
 
 using namespace simulator;
 using namespace std::chrono_literals;
-using gvcp::Ipv4;
-using gvcp::MacAddress;
+using base::IpSettings;
+using base::Ipv4;
+using base::MacAddress;
 
 constexpr MacAddress CameraMac{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
 constexpr MacAddress OtherMac{{0x02, 0, 0, 0, 0, 0x05}};
-constexpr Ipv4 Preferred = 0xA9FE2107; // 169.254.33.7
+constexpr Ipv4 Preferred = "169.254.33.7"_ip;
 
 class LinkLocalClaimTest : public testing::Test
 {
@@ -52,13 +53,13 @@ TEST_F(LinkLocalClaimTest, AsksThreeTimesForAnAddressAndTakesItWhenNobodyObjects
         EXPECT_TRUE(probe.isRequest);
         EXPECT_EQ(probe.sourceMac, CameraMac);
         EXPECT_EQ(probe.destinationMac, BroadcastMac);
-        EXPECT_EQ(probe.sender, 0u) << "others must not learn an address that is not the camera's yet";
+        EXPECT_EQ(probe.sender, Ipv4()) << "others must not learn an address that is not the camera's yet";
         EXPECT_EQ(probe.target, Preferred);
         EXPECT_EQ(probe.targetMac, MacAddress{});
     }
     pass(2ms); // the random wait at the beginning was at most an interval
     EXPECT_EQ(finished, 1);
-    EXPECT_EQ(won, (IpSettings{Preferred, 0xFFFF0000, 0}));
+    EXPECT_EQ(won, (IpSettings{Preferred, "255.255.0.0"_ip, {}}));
     pass(1000ms);
     EXPECT_EQ(finished, 1);
     EXPECT_EQ(sent.size(), 3u);
@@ -68,7 +69,7 @@ TEST_F(LinkLocalClaimTest, TakesAnotherAddressWhenSomebodyHasIt)
 {
     start();
     pass(250ms);
-    claim.heard({OtherMac, CameraMac, false, Preferred, 0, CameraMac});
+    claim.heard({OtherMac, CameraMac, false, Preferred, {}, CameraMac});
     pass(150ms);
     EXPECT_EQ(finished, 0) << "it begins anew";
     EXPECT_NE(asked(), Preferred);
@@ -81,9 +82,9 @@ TEST_F(LinkLocalClaimTest, TakesAnotherAddressWhenSomebodyHasIt)
 TEST_F(LinkLocalClaimTest, TakesAnotherAddressWhenSomebodyUsesOrClaimsIt)
 {
     const ArpMessage conflicts[] = {
-        {OtherMac, BroadcastMac, true, Preferred, Preferred, {}},  // an announcement
-        {OtherMac, BroadcastMac, true, Preferred, 0xA9FE0101, {}}, // a question to a third
-        {OtherMac, BroadcastMac, true, 0, Preferred, {}},          // a probe
+        {OtherMac, BroadcastMac, true, Preferred, Preferred, {}},        // an announcement
+        {OtherMac, BroadcastMac, true, Preferred, "169.254.1.1"_ip, {}}, // a question to a third
+        {OtherMac, BroadcastMac, true, {}, Preferred, {}},               // a probe
     };
     for (const ArpMessage& conflict : conflicts) {
         start();
@@ -98,9 +99,9 @@ TEST_F(LinkLocalClaimTest, IsNotConfusedByItsOwnProbesOrByOthersTalk)
 {
     start();
     pass(250ms);
-    claim.heard({CameraMac, BroadcastMac, true, 0, Preferred, {}});
-    claim.heard({OtherMac, BroadcastMac, true, 0xA9FE0101, Preferred, {}}); // only asks for it
-    claim.heard({OtherMac, BroadcastMac, true, 0, 0xA9FE0101, {}});
+    claim.heard({CameraMac, BroadcastMac, true, {}, Preferred, {}});
+    claim.heard({OtherMac, BroadcastMac, true, "169.254.1.1"_ip, Preferred, {}}); // only asks for it
+    claim.heard({OtherMac, BroadcastMac, true, {}, "169.254.1.1"_ip, {}});
     pass(151ms);
     EXPECT_EQ(won.address, Preferred);
 }
@@ -111,8 +112,8 @@ TEST_F(LinkLocalClaimTest, ChoosesAnAddressOfItsOwnOutsideTheReservedOnes)
         start(std::nullopt);
         pass(401ms);
         ASSERT_EQ(finished, i + 1);
-        ASSERT_GE(won.address, 0xA9FE0100u);
-        ASSERT_LE(won.address, 0xA9FEFEFFu);
+        ASSERT_GE(won.address, "169.254.1.0"_ip);
+        ASSERT_LE(won.address, "169.254.254.255"_ip);
     }
 }
 

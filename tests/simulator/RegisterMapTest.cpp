@@ -7,7 +7,8 @@
 
 namespace {
 
-using gvcp::Bytes;
+using base::Bytes;
+using base::operator""_ip;
 using gvcp::Status;
 using simulator::CameraConfig;
 using simulator::RegisterMap;
@@ -16,7 +17,7 @@ CameraConfig config()
 {
     CameraConfig camera;
     camera.mac = {{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
-    camera.ip = {0xC0A80114, 0xFFFFFF00, 0xC0A80101};
+    camera.ip = {"192.168.1.20"_ip, "255.255.255.0"_ip, "192.168.1.1"_ip};
     camera.userName = "0123456789ABCDEF";
     return camera;
 }

@@ -10,7 +10,7 @@ using namespace simulator_tests;
 using testing::ElementsAre;
 
 constexpr MacAddress OtherMac{{0x02, 0, 0, 0, 0, 0x06}};
-constexpr Ipv4 OtherHost = 0xC0A80106;
+constexpr Ipv4 OtherHost = "192.168.1.6"_ip;
 
 class StationArp : public StationFixture
 {
@@ -184,13 +184,13 @@ TEST_F(StationArp, KnowsNobodyAfterAResetAndAfterAForcedAddressThatIsAnother)
 TEST_F(StationArp, AcknowledgesAForcedAddressFromTheOldOneAlsoWhenItHasToAskWhereTo)
 {
     ask(ForceTo192_168_1_99, NearHost);
-    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
+    EXPECT_EQ(station->camera().ip().address, "192.168.1.99"_ip);
     ASSERT_EQ(sent.size(), 1u);
     EXPECT_EQ(sentOf<ArpMessage>()[0].sender, CameraAddress);
     sent.clear();
     station->receive(ArpMessage{HostMac, CameraMac, false, NearHost, CameraAddress, CameraMac});
     expectOneAnswer(HostMac, NearHost);
-    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, 0xC0A80163u) << "its announcement";
+    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, "192.168.1.99"_ip) << "its announcement";
 }
 
 TEST_F(StationArp, AsksForAHostAnewToAcknowledgeFromItsForcedAddress)
@@ -200,9 +200,9 @@ TEST_F(StationArp, AsksForAHostAnewToAcknowledgeFromItsForcedAddress)
     become(quirks);
     ask(ForceTo192_168_1_99, NearHost);
     EXPECT_TRUE(sentOf<UdpDatagram>().empty());
-    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, 0xC0A80163u);
+    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, "192.168.1.99"_ip);
     answerArp(NearHost, HostMac);
-    EXPECT_EQ(sentOf<UdpDatagram>().at(0).source, 0xC0A80163u);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).source, "192.168.1.99"_ip);
 }
 
 TEST_F(StationArp, RebootsWhenTheAcknowledgeHasLeftOrHasFoundNoWay)

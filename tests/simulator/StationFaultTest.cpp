@@ -66,12 +66,12 @@ TEST_F(StationFaults, AnnouncesADelayAndCarriesOutTheCommandAfterIt)
     ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u);
     EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0089 0004 0002 0000 1388"));
     pass(4999ms);
-    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, 0u);
+    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, Ipv4());
     EXPECT_EQ(sent.size(), 1u);
     pass(1ms);
     EXPECT_EQ(sentOf<UdpDatagram>().at(1).payload, hex("0000 0083 0004 0002 0000 0001"))
         << "its controller was excused from the heartbeat";
-    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, 0xAC100007u);
+    EXPECT_EQ(station->camera().registers().storedIp().persistent.address, "172.16.0.7"_ip);
 }
 
 TEST_F(StationFaults, CarriesOutOnceWhatIsSentAgainWhileItIsUnderWay)
@@ -167,16 +167,16 @@ TEST_F(StationFaults, AnswersLateTwiceOrNotAtAllAsItsFaultsSay)
 
 TEST_F(StationFaults, VanishesAtTheCommandThatItsFaultSaysOfWhateverKindItIs)
 {
-    constexpr Ipv4 Forced = 0xC0A80163;
+    constexpr Ipv4 Forced = "192.168.1.99"_ip;
     const struct
     {
         const char* what;
         std::string command;
         Ipv4 to;
     } commands[] = {
-        {"DISCOVERY to all", DiscoveryWithBroadcast, gvcp::LimitedBroadcast},
-        {"DISCOVERY to its subnet", DiscoveryWithBroadcast, 0xC0A801FF},
-        {"FORCEIP", ForceTo192_168_1_99, gvcp::LimitedBroadcast},
+        {"DISCOVERY to all", DiscoveryWithBroadcast, base::LimitedBroadcast},
+        {"DISCOVERY to its subnet", DiscoveryWithBroadcast, "192.168.1.255"_ip},
+        {"FORCEIP", ForceTo192_168_1_99, base::LimitedBroadcast},
         {"FORCEIP to it alone", ForceTo192_168_1_99, Forced},
         {"WRITEREG", TakeControl, Forced},
         {"the same again", TakeControl, Forced},
@@ -215,19 +215,19 @@ TEST_F(StationFaults, IsAsItWasWhenItsCableIsBack)
 {
     ask(ForceTo192_168_1_99, NearHost);
     answerArp(NearHost, HostMac);
-    ask(TakeControl, NearHost, 0xC0A80163);
-    ask("42 01 0086 0008 0012 000000E8 41424344", NearHost, 0xC0A80163);
-    ask("42 01 0082 0008 0013 00000938 00002710", NearHost, 0xC0A80163);
+    ask(TakeControl, NearHost, "192.168.1.99"_ip);
+    ask("42 01 0086 0008 0012 000000E8 41424344", NearHost, "192.168.1.99"_ip);
+    ask("42 01 0082 0008 0013 00000938 00002710", NearHost, "192.168.1.99"_ip);
     Fault fault;
     fault.action = FaultAction::Vanish;
     station->addFault(fault);
-    ask(ReadAddress, NearHost, 0xC0A80163);
+    ask(ReadAddress, NearHost, "192.168.1.99"_ip);
     EXPECT_FALSE(station->isPlugged());
     pass(9999ms);
     station->setPlugged(true);
     for (int i = 0; i < 3; ++i) {
         sent.clear();
-        ask("42 01 0080 000C 0001 00000024 00000A00 000000E8", NearHost, 0xC0A80163);
+        ask("42 01 0080 000C 0001 00000024 00000A00 000000E8", NearHost, "192.168.1.99"_ip);
         ASSERT_EQ(sentOf<UdpDatagram>().size(), 1u) << "the cable stays where it is";
         EXPECT_EQ(sentOf<UdpDatagram>()[0].payload, hex("0000 0081 000C 0001 C0A80163 00000002 41424344"));
     }
@@ -239,11 +239,11 @@ TEST_F(StationFaults, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
     station->addFault(faultOf(Request::ForceIp, FaultAction::Seize, 1));
     ask(ForceTo192_168_1_99, NearHost);
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0005 0000 0007"));
-    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
+    EXPECT_EQ(station->camera().ip().address, "192.168.1.99"_ip);
     EXPECT_EQ(station->camera().control().privilege(), 1u);
     answerArp(NearHost, HostMac);
     sent.clear();
-    ask(TakeControl, NearHost, 0xC0A80163);
+    ask(TakeControl, NearHost, "192.168.1.99"_ip);
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("8006 0083 0004 0010 0000 0000"));
 }
 

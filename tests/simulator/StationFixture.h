@@ -11,17 +11,18 @@ namespace simulator_tests {
 
 using namespace simulator;
 using namespace std::chrono_literals;
-using gvcp::Bytes;
-using gvcp::Ipv4;
-using gvcp::MacAddress;
+using base::Bytes;
+using base::IpSettings;
+using base::Ipv4;
+using base::MacAddress;
 
 inline constexpr MacAddress CameraMac{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}};
 inline constexpr MacAddress HostMac{{0x02, 0, 0, 0, 0, 0x05}};
 inline constexpr MacAddress RouterMac{{0x02, 0, 0, 0, 0, 0x01}};
-inline constexpr Ipv4 CameraAddress = 0xC0A80114; // 192.168.1.20
-inline constexpr Ipv4 NearHost = 0xC0A80105;
-inline constexpr Ipv4 FarHost = 0x0A000005;
-inline constexpr Ipv4 Router = 0xC0A80101;
+inline constexpr Ipv4 CameraAddress = "192.168.1.20"_ip;
+inline constexpr Ipv4 NearHost = "192.168.1.5"_ip;
+inline constexpr Ipv4 FarHost = "10.0.0.5"_ip;
+inline constexpr Ipv4 Router = "192.168.1.1"_ip;
 
 inline const std::string DiscoveryWithBroadcast = "42 11 0002 0000 1234";
 inline const std::string DiscoveryWithoutBroadcast = "42 01 0002 0000 1234";
@@ -63,7 +64,7 @@ protected:
     {
         quirks.mac = CameraMac;
         if (quirks.ip == IpSettings{})
-            quirks.ip = {CameraAddress, 0xFFFFFF00, 0};
+            quirks.ip = {CameraAddress, "255.255.255.0"_ip, {}};
         sent.clear();
         // What an earlier camera has left in the queue goes with it.
         timers.emplace(TimerQueue::Clock::time_point{});
@@ -81,7 +82,7 @@ protected:
     static CameraConfig withGateway()
     {
         CameraConfig quirks;
-        quirks.ip = {CameraAddress, 0xFFFFFF00, Router};
+        quirks.ip = {CameraAddress, "255.255.255.0"_ip, Router};
         return quirks;
     }
 
@@ -93,7 +94,7 @@ protected:
         return camera;
     }
 
-    void ask(const std::string& datagram, Ipv4 from, Ipv4 to = gvcp::LimitedBroadcast)
+    void ask(const std::string& datagram, Ipv4 from, Ipv4 to = base::LimitedBroadcast)
     {
         const MacAddress mac = to == station->camera().ip().address ? CameraMac : BroadcastMac;
         station->receive(UdpDatagram{HostMac, mac, from, to, 5000, 3956, hex(datagram)});

@@ -6,7 +6,7 @@ namespace {
 
 using namespace simulator_tests;
 
-constexpr Ipv4 NewAddress = 0xC0A80163; // 192.168.1.99
+constexpr Ipv4 NewAddress = "192.168.1.99"_ip;
 
 class StationForceIp : public StationFixture
 {
@@ -47,7 +47,7 @@ TEST_F(StationForceIp, IsGoneForItsTimeWhenItHasAcknowledged)
     EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
     EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, NewAddress);
     EXPECT_TRUE(isThere());
-    EXPECT_EQ(station->camera().ip(), (IpSettings{NewAddress, 0xFFFFFF00, 0}));
+    EXPECT_EQ(station->camera().ip(), (IpSettings{NewAddress, "255.255.255.0"_ip, {}}));
     EXPECT_EQ(station->resets(), 0u);
 }
 

@@ -20,10 +20,10 @@ TEST_F(StationTest, AnswersAnAskerOutsideItsSubnetStraightBackWhenItHasNoGateway
 
 TEST_F(StationTest, HearsItsOwnSubnetsBroadcastOnly)
 {
-    ask(DiscoveryWithBroadcast, NearHost, 0xC0A801FF);
+    ask(DiscoveryWithBroadcast, NearHost, "192.168.1.255"_ip);
     expectOneAnswer(HostMac, NearHost);
     sent.clear();
-    ask(DiscoveryWithBroadcast, FarHost, 0x0AFFFFFF);
+    ask(DiscoveryWithBroadcast, FarHost, "10.255.255.255"_ip);
     EXPECT_TRUE(sent.empty());
 }
 
@@ -32,9 +32,9 @@ TEST_F(StationTest, TakesCommandsForItsAddressAndPortOnly)
     ask(ReadAddress, NearHost, CameraAddress);
     expectOneAnswer(HostMac, NearHost);
     sent.clear();
-    ask(ReadAddress, NearHost, gvcp::LimitedBroadcast);
+    ask(ReadAddress, NearHost, base::LimitedBroadcast);
     station->receive(
-        UdpDatagram{HostMac, CameraMac, NearHost, CameraAddress + 1, 5000, 3956, hex(ReadAddress)});
+        UdpDatagram{HostMac, CameraMac, NearHost, CameraAddress.plus(1), 5000, 3956, hex(ReadAddress)});
     station->receive(UdpDatagram{HostMac, CameraMac, NearHost, CameraAddress, 5000, 3957, hex(ReadAddress)});
     EXPECT_TRUE(sent.empty());
 }
@@ -69,7 +69,7 @@ TEST_F(StationTest, AnswersByBroadcastOrNotAtAllWhenItsGatewayIsSilent)
     pass(99ms);
     EXPECT_TRUE(sentOf<UdpDatagram>().empty());
     pass(1ms);
-    expectOneAnswer(BroadcastMac, gvcp::LimitedBroadcast);
+    expectOneAnswer(BroadcastMac, base::LimitedBroadcast);
 
     sent.clear();
     ask(DiscoveryWithoutBroadcast, FarHost);
@@ -89,7 +89,7 @@ TEST_F(StationTest, AsksByArpForAnAskerOutsideItsSubnetWhenThatIsItsWay)
     become(answering(CameraConfig::AnswerBy::Arp));
     ask(DiscoveryWithBroadcast, FarHost);
     pass(100ms);
-    expectOneAnswer(BroadcastMac, gvcp::LimitedBroadcast);
+    expectOneAnswer(BroadcastMac, base::LimitedBroadcast);
 
     become(answering(CameraConfig::AnswerBy::Arp));
     ask(DiscoveryWithoutBroadcast, FarHost);
@@ -101,7 +101,7 @@ TEST_F(StationTest, AnswersDiscoveryAndForceIpByBroadcastWhenThatIsItsWay)
 {
     become(answering(CameraConfig::AnswerBy::Broadcast));
     ask(DiscoveryWithBroadcast, NearHost);
-    expectOneAnswer(BroadcastMac, gvcp::LimitedBroadcast);
+    expectOneAnswer(BroadcastMac, base::LimitedBroadcast);
     sent.clear();
     ask(DiscoveryWithoutBroadcast, NearHost);
     EXPECT_TRUE(sent.empty());
@@ -109,7 +109,7 @@ TEST_F(StationTest, AnswersDiscoveryAndForceIpByBroadcastWhenThatIsItsWay)
     expectOneAnswer(HostMac, NearHost);
     sent.clear();
     ask(ForceTo192_168_1_99, NearHost);
-    EXPECT_EQ(sentOf<UdpDatagram>().at(0).destination, gvcp::LimitedBroadcast);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).destination, base::LimitedBroadcast);
 }
 
 TEST_F(StationTest, IsAtItsForcedAddressAtOnce)
@@ -117,23 +117,23 @@ TEST_F(StationTest, IsAtItsForcedAddressAtOnce)
     ask(ForceTo192_168_1_99, NearHost);
     expectOneAnswer(HostMac, NearHost);
     const auto announcement = sentOf<ArpMessage>().at(0);
-    EXPECT_EQ(announcement.sender, 0xC0A80163u);
-    EXPECT_EQ(announcement.target, 0xC0A80163u);
+    EXPECT_EQ(announcement.sender, "192.168.1.99"_ip);
+    EXPECT_EQ(announcement.target, "192.168.1.99"_ip);
 
     sent.clear();
     station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, CameraAddress, {}});
     EXPECT_TRUE(sent.empty()) << "the old address is nobody's";
-    station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, 0xC0A80163, {}});
+    station->receive(ArpMessage{HostMac, BroadcastMac, true, NearHost, "192.168.1.99"_ip, {}});
     ASSERT_EQ(sent.size(), 1u);
     const auto reply = sentOf<ArpMessage>().at(0);
     EXPECT_FALSE(reply.isRequest);
     EXPECT_EQ(reply.destinationMac, HostMac);
-    EXPECT_EQ(reply.sender, 0xC0A80163u);
+    EXPECT_EQ(reply.sender, "192.168.1.99"_ip);
     EXPECT_EQ(reply.target, NearHost);
     sent.clear();
     ask(ReadAddress, NearHost, CameraAddress);
     EXPECT_TRUE(sent.empty());
-    ask(ReadAddress, NearHost, 0xC0A80163);
+    ask(ReadAddress, NearHost, "192.168.1.99"_ip);
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("0000 0081 0004 0001 C0A80163"));
 }
 
@@ -230,8 +230,8 @@ TEST_F(StationTest, RebootsWhenItsResetRegisterIsWritten)
     EXPECT_EQ(station->phase(), BootSequence::Phase::Off);
     sent.clear();
     pass(300ms);
-    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, 0xAC100007u);
-    EXPECT_EQ(station->camera().ip(), (IpSettings{0xAC100007, 0xFFFF0000, 0}));
+    EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, "172.16.0.7"_ip);
+    EXPECT_EQ(station->camera().ip(), (IpSettings{"172.16.0.7"_ip, "255.255.0.0"_ip, {}}));
     EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
 }
 
@@ -248,7 +248,7 @@ TEST_F(StationTest, RebootsIntoWhatIsStoredForTheInterfaceThatIsOnTheNetwork)
     ask("42 01 0082 0008 0005 0000068C 00000005", NearHost, CameraAddress);
     ask("42 01 0082 0008 0006 00010000 00000001", NearHost, CameraAddress);
     pass(300ms);
-    EXPECT_EQ(station->camera().ip().address, 0xAC100007u);
+    EXPECT_EQ(station->camera().ip().address, "172.16.0.7"_ip);
 }
 
 TEST_F(StationTest, RunsItsIpConfigurationAgainWhenForcedToNoAddress)
@@ -261,7 +261,7 @@ TEST_F(StationTest, RunsItsIpConfigurationAgainWhenForcedToNoAddress)
     ask(restart, NearHost);
     const auto answers = sentOf<UdpDatagram>();
     ASSERT_EQ(answers.size(), 1u);
-    EXPECT_EQ(answers[0].source, 0xC0A80163u) << "the answer comes first";
+    EXPECT_EQ(answers[0].source, "192.168.1.99"_ip) << "the answer comes first";
     EXPECT_EQ(sentOf<ArpMessage>().at(0).sender, CameraAddress);
     EXPECT_EQ(station->camera().ip().address, CameraAddress);
     EXPECT_EQ(station->resets(), 0u);
@@ -292,7 +292,7 @@ TEST_F(StationTest, IsFreeAgainWhenItsControllersHeartbeatHasStopped)
     pass(1ms);
     EXPECT_FALSE(station->camera().control().application());
     ask(ForceTo192_168_1_99, NearHost);
-    EXPECT_EQ(station->camera().ip().address, 0xC0A80163u);
+    EXPECT_EQ(station->camera().ip().address, "192.168.1.99"_ip);
 }
 
 } // namespace

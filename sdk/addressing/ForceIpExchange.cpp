@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/addressing/ForceIpExchange.h"
+
+#include "gvcp/DiscoveryAck.h"
+#include "sdk/discovery/AccessCheck.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace sdk {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int MaxForces = 3;
+constexpr auto TimeBetweenForces = 300ms;
+constexpr auto TimeBetweenLooks = 250ms;
+constexpr auto TimeOfSeries = 6s;
+/// Of two series. The first may find the camera at its very end; three seconds are enough for the second.
+constexpr auto TimeAltogether = 9s;
+/// A camera that answers a question asked so long after the last FORCEIP is not about to change any more.
+constexpr auto TimeToSettle = 1500ms;
+
+/// One series of FORCEIPs and what comes of it.
+class ForceIpExchange
+{
+public:
+    ForceIpExchange(Network& network, const gvcp::ForceIp& wanted, const base::IpSettings& before)
+        : m_network(network),
+          m_wanted(wanted),
+          m_before(before)
+    {}
+
+    RZ_ERROR run(Clock::time_point end);
+
+    /// After run(): whether the camera was there all the while, nobody is known to hold it, and it said
+    /// nothing.
+    bool mayHaveMissedIt() const
+    {
+        return m_settledAt && *m_settledAt != m_wanted.ip.address &&
+               m_access.answer(0, *m_settledAt) != AccessCheck::Answer::NotAccessible;
+    }
+
+private:
+    bool sendForce();
+    void look();
+    std::optional<RZ_ERROR> take(const Datagram& datagram);
+    std::optional<RZ_ERROR> takeForceIp(const Datagram& datagram, gvcp::Status status);
+    std::optional<RZ_ERROR> takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id);
+    RZ_ERROR judge() const;
+
+    Network& m_network;
+    const gvcp::ForceIp& m_wanted;
+    const base::IpSettings& m_before;
+    RequestIds m_ids;
+    const std::uint16_t m_forceIpId = m_ids.next(); ///< The same for all.
+    int m_forces = 0;
+    Clock::time_point m_lastForce{};
+    struct Look
+    {
+        std::uint16_t id;
+        Clock::time_point time;
+    };
+    std::vector<Look> m_looks;
+    AccessCheck m_access{m_network, m_ids};
+    bool m_wasMisaligned = false;
+    std::optional<base::Ipv4> m_settledAt; ///< Where the camera is when nothing happens any more.
+};
+
+RZ_ERROR ForceIpExchange::run(Clock::time_point end)
+{
+    auto nextForce = m_network.now();
+    auto nextLook = nextForce;
+    while (m_network.now() < end) {
+        m_access.proceed();
+        if (m_settledAt && !m_access.isPending())
+            break;
+        if (m_network.now() >= nextForce) {
+            if (!sendForce() && m_forces == 1)
+                return RZ_ERROR_NETWORK;
+            nextForce = m_forces < MaxForces ? nextForce + TimeBetweenForces : Clock::time_point::max();
+        }
+        if (m_network.now() >= nextLook) {
+            look();
+            nextLook += TimeBetweenLooks;
+        }
+        const auto datagram = m_network.receive(std::min({end, nextForce, nextLook, m_access.nextStep()}));
+        if (const auto result = datagram ? take(*datagram) : std::nullopt) {
+            m_settledAt.reset();
+            return *result;
+        }
+    }
+    return judge();
+}
+
+/// One packet: a camera that begins anew with each must not get two. Some cameras ignore the limited
+/// broadcast, some sites lose the subnet's own, so they take turns where the camera hears both.
+bool ForceIpExchange::sendForce()
+{
+    constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
+    const Adapter& adapter = m_network.adapters().front();
+    const AdapterAddress* const own = adapter.inSubnetOf(m_before.address);
+    const auto directed = own && m_forces % 2 == 1 ? own->broadcastAddress() : std::nullopt;
+    ++m_forces;
+    m_lastForce = m_network.now();
+    return m_network.send(
+        0, adapter.addressTowards(m_before.address), directed.value_or(base::LimitedBroadcast),
+        gvcp::encodeCommand(gvcp::Command::ForceIp, Flags, m_forceIpId, gvcp::encodeForceIp(m_wanted)));
+}
+
+void ForceIpExchange::look()
+{
+    constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
+    m_looks.push_back({m_ids.next(), m_network.now()});
+    m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::Discovery, Flags, m_looks.back().id));
+}
+
+std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
+{
+    const auto acknowledge = gvcp::parseAcknowledge(datagram.payload);
+    if (!acknowledge)
+        return std::nullopt;
+    if (acknowledge->command == gvcp::Command::ForceIp)
+        return acknowledge->id == m_forceIpId ? takeForceIp(datagram, acknowledge->status) : std::nullopt;
+    if (acknowledge->command == gvcp::Command::Discovery) {
+        const auto identity = gvcp::parseDiscoveryAck(acknowledge->payload);
+        return identity ? takeDiscovery(*identity, acknowledge->id) : std::nullopt;
+    }
+    m_access.take(datagram, *acknowledge);
+    return std::nullopt;
+}
+
+std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, gvcp::Status status)
+{
+    // The acknowledge names no camera. Whatever comes from elsewhere than its two addresses is not believed.
+    if (datagram.source != m_before.address && datagram.source != m_wanted.ip.address)
+        return std::nullopt;
+    switch (status) {
+    case gvcp::Status::Success:
+        return RZ_OK;
+    case gvcp::Status::Busy:
+        return std::nullopt; // The next try may find it idle.
+    case gvcp::Status::AccessDenied:
+        return RZ_ERROR_ACCESS_DENIED;
+    case gvcp::Status::BadAlignment: // A camera exists that says so once for nothing.
+        if (!std::exchange(m_wasMisaligned, true))
+            return std::nullopt;
+        return RZ_ERROR_REFUSED;
+    default:
+        return RZ_ERROR_REFUSED;
+    }
+}
+
+std::optional<RZ_ERROR> ForceIpExchange::takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id)
+{
+    const auto look =
+        std::find_if(m_looks.begin(), m_looks.end(), [id](const Look& each) { return each.id == id; });
+    if (look == m_looks.end() || identity.mac != m_wanted.mac)
+        return std::nullopt;
+    const base::IpSettings& present = identity.ip;
+    const bool isNewAddress =
+        m_wanted.ip.address != m_before.address && present.address == m_wanted.ip.address;
+    if (isNewAddress || (present == m_wanted.ip && present != m_before))
+        return RZ_OK;
+    const bool isSettled = m_forces == MaxForces && look->time - m_lastForce >= TimeToSettle;
+    if (isSettled) {
+        m_settledAt = present.address;
+        m_access.ask(0, m_network.adapters().front().addressTowards(present.address), present.address);
+    }
+    return std::nullopt;
+}
+
+RZ_ERROR ForceIpExchange::judge() const
+{
+    if (!m_settledAt)
+        return RZ_ERROR_NO_ANSWER;
+    if (m_access.answer(0, *m_settledAt) != AccessCheck::Answer::Accessible)
+        return RZ_ERROR_ACCESS_DENIED;
+    return *m_settledAt == m_wanted.ip.address ? RZ_OK : RZ_ERROR_REFUSED;
+}
+
+} // namespace
+
+RZ_ERROR forceIp(Network& network, const gvcp::ForceIp& wanted, const base::IpSettings& before)
+{
+    if (network.adapters().empty())
+        return RZ_ERROR_NETWORK;
+    const auto begin = network.now();
+    ForceIpExchange first(network, wanted, before);
+    const RZ_ERROR result = first.run(begin + TimeOfSeries);
+    if (!first.mayHaveMissedIt())
+        return result;
+    const auto end = std::min(network.now() + TimeOfSeries, begin + TimeAltogether);
+    return ForceIpExchange(network, wanted, before).run(end);
+}
+
+} // namespace sdk

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "sdk/network/UdpFrame.h"
+
+namespace sdk {
+
+namespace {
+
+constexpr std::size_t MinIpHeader = 20;
+constexpr std::size_t UdpHeader = 8;
+constexpr std::uint8_t ProtocolUdp = 17;
+/// More-fragments flag and fragment offset.
+constexpr std::uint16_t FragmentBits = 0x3FFF;
+
+/// The ones' complement sum of RFC 1071; an odd last byte counts as the upper one.
+std::uint32_t sumOfWords(base::ByteView bytes)
+{
+    std::uint32_t sum = 0;
+    for (std::size_t i = 0; i + 1 < bytes.size(); i += 2)
+        sum += base::readU16(bytes, i);
+    if (bytes.size() % 2 != 0)
+        sum += static_cast<std::uint32_t>(bytes.back() << 8);
+    return sum;
+}
+
+bool isChecksumRight(base::ByteView packet, base::ByteView udp)
+{
+    constexpr std::size_t ChecksumAt = 6;
+    if (base::readU16(udp, ChecksumAt) == 0)
+        return true; // The sender made none.
+    std::uint32_t sum =
+        sumOfWords(packet.subspan(12, 8)) + ProtocolUdp + static_cast<std::uint32_t>(udp.size());
+    sum += sumOfWords(udp);
+    while (sum > 0xFFFF)
+        sum = (sum & 0xFFFF) + (sum >> 16);
+    return sum == 0xFFFF;
+}
+
+} // namespace
+
+std::optional<UdpFrame> parseUdpFrame(base::ByteView packet, UdpChecksum checksum)
+{
+    if (packet.size() < MinIpHeader || packet[0] >> 4 != 4)
+        return std::nullopt;
+    const std::size_t headerSize = (packet[0] & 0xFu) * 4;
+    const std::size_t packetSize = base::readU16(packet, 2);
+    if (headerSize < MinIpHeader || packetSize > packet.size() || packetSize < headerSize + UdpHeader)
+        return std::nullopt;
+    if ((base::readU16(packet, 6) & FragmentBits) != 0 || packet[9] != ProtocolUdp)
+        return std::nullopt;
+
+    const std::size_t udpSize = base::readU16(packet, headerSize + 4);
+    if (udpSize < UdpHeader || udpSize > packetSize - headerSize)
+        return std::nullopt;
+    const base::ByteView udp = packet.subspan(headerSize, udpSize);
+    if (checksum == UdpChecksum::Verify && !isChecksumRight(packet, udp))
+        return std::nullopt;
+    return UdpFrame{base::readIpv4(packet, 12), base::readU16(udp, 0), base::readU16(udp, 2),
+                    udp.subspan(UdpHeader)};
+}
+
+} // namespace sdk
