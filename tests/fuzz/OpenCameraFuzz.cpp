@@ -14,9 +14,9 @@
 #include "tests/fuzz/Features.h"
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"
-#include "tests/genapi/Zips.h"
 #include "tests/sdk/FakeCamera.h"
 #include "tests/support/CameraDescriptions.h"
+#include "tests/support/Zips.h"
 
 #include <array>
 

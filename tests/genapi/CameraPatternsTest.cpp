@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Each way in which real cameras describe what the tool writes, on literal bytes.
 #include "tests/genapi/Camera.h"
-#include "tests/genapi/Zips.h"
 #include "tests/support/CameraDescriptions.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 #include "genapi/DescriptionUnpacker.h"
 
 #include "genapi/Base/GCException.h"
-#include "tests/genapi/Zips.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/genapi/Descriptions.h"
-#include "tests/genapi/Zips.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

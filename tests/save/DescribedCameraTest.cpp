@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/genapi/Descriptions.h"
 #include "tests/genapi/MemoryPort.h"
-#include "tests/genapi/Zips.h"
 #include "tests/save/DebugLines.h"
 #include "tests/save/SaveFixture.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/description/DescriptionCompletion.h"
 
-#include "tests/genapi/Zips.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the completion of a description puts in the place of nodes that are there.
 #include "sdk/description/DescriptionCompletion.h"
-#include "tests/genapi/Zips.h"
+#include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

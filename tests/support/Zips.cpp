@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/genapi/Zips.h"
+#include "tests/support/Zips.h"
 
 #include <stdexcept>
 #include <zip.h>
