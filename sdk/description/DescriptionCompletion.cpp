@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/description/DescriptionCompletion.h"
 
+#include "base/Zip.h"
 #include "gvcp/Registers.h"
-#include "sdk/description/Unzip.h"
 
 #include <algorithm>
 #include <bit>
@@ -358,8 +358,10 @@ std::optional<std::string> completedText(std::string_view text, bool hasUserName
 
 base::Bytes completedDescription(base::Bytes file, bool hasUserName, unsigned interface, std::size_t maxSize)
 {
-    const auto text = isZip(file) ? unzip(file, maxSize) : std::optional(file);
-    const auto completed = text ? completedText(withoutPadding(*text), hasUserName, interface) : std::nullopt;
+    const bool isZipped = base::isZip(file);
+    const auto unzipped = isZipped ? base::unzip(file, maxSize) : base::Unzipped();
+    const base::ByteView text = isZipped ? unzipped.content : file; // None when it cannot be unpacked.
+    const auto completed = completedText(withoutPadding(text), hasUserName, interface);
     if (!completed || completed->size() > maxSize)
         return file;
     return {completed->begin(), completed->end()};
