@@ -3,7 +3,60 @@
 
 #include "base/CancellationHold.h"
 #include "genapi/DescriptionUnpacker.h"
-#include "genapi/NodeMap.h"
+#include "genapi/Engine.h"
+#include "genapi/Nodes.h"
+
+#include <map>
+
+namespace genapi {
+namespace {
+
+/// Hands out the engine's nodes behind the interfaces that fit them, each made when it is first asked for.
+class NodeMap : public GenApi::INodeMap
+{
+public:
+    /// The text is a plain description. Throws a GenICam::RuntimeException when it is not to be used.
+    NodeMap(GenICam::gcstring deviceName, std::string text);
+
+    GenApi::INode* GetNode(const GenICam::gcstring& name) const override;
+    void Connect(GenApi::IPort* port, const GenICam::gcstring& portName) override;
+    GenICam::gcstring GetDeviceName() const override { return m_deviceName; }
+
+private:
+    GenICam::gcstring m_deviceName;
+    mutable Engine m_engine;
+    mutable std::map<std::string, std::unique_ptr<GenApi::INode>> m_nodes;
+};
+
+NodeMap::NodeMap(GenICam::gcstring deviceName, std::string text)
+    : m_deviceName(std::move(deviceName)),
+      m_engine(std::move(text))
+{}
+
+GenApi::INode* NodeMap::GetNode(const GenICam::gcstring& name) const
+{
+    if (const auto known = m_nodes.find(name.c_str()); known != m_nodes.end())
+        return known->second.get();
+    ArvGcNode* node = m_engine.findNode(name.c_str());
+    if (!ARV_IS_GC_FEATURE_NODE(node))
+        return nullptr;
+    return m_nodes.emplace(name.c_str(), makeNode(m_engine, ARV_GC_FEATURE_NODE(node))).first->second.get();
+}
+
+void NodeMap::Connect(GenApi::IPort* port, const GenICam::gcstring& portName)
+{
+    if (!port)
+        throw GenICam::RuntimeException("There is no camera to connect the node map to.", __FILE_NAME__,
+                                        __LINE__);
+    if (!ARV_IS_GC_PORT(m_engine.findNode(portName.c_str())))
+        throw GenICam::RuntimeException(std::string("The camera's description has no port named '") +
+                                            portName.c_str() + "'.",
+                                        __FILE_NAME__, __LINE__);
+    m_engine.connect(*port);
+}
+
+} // namespace
+} // namespace genapi
 
 namespace GenApi {
 
