@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/GenApi/CNodeMapFactory.h"
 
-#include "base/CancellationHold.h"
-#include "genapi/DescriptionUnpacker.h"
-#include "genapi/Engine.h"
 #include "genapi/Nodes.h"
+#include "genapi/description/Description.h"
+#include "genapi/engine/Engine.h"
 
 #include <map>
 
@@ -15,8 +14,7 @@ namespace {
 class NodeMap : public GenApi::INodeMap
 {
 public:
-    /// The text is a plain description. Throws a GenICam::RuntimeException when it is not to be used.
-    NodeMap(GenICam::gcstring deviceName, std::string text);
+    NodeMap(GenICam::gcstring deviceName, CheckedDescription description);
 
     GenApi::INode* GetNode(const GenICam::gcstring& name) const override;
     void Connect(GenApi::IPort* port, const GenICam::gcstring& portName) override;
@@ -28,9 +26,9 @@ private:
     mutable std::map<std::string, std::unique_ptr<GenApi::INode>> m_nodes;
 };
 
-NodeMap::NodeMap(GenICam::gcstring deviceName, std::string text)
+NodeMap::NodeMap(GenICam::gcstring deviceName, CheckedDescription description)
     : m_deviceName(std::move(deviceName)),
-      m_engine(std::move(text))
+      m_engine(description.text, std::move(description.faults))
 {}
 
 GenApi::INode* NodeMap::GetNode(const GenICam::gcstring& name) const
@@ -62,15 +60,14 @@ namespace GenApi {
 
 CNodeMapFactory::CNodeMapFactory(EContentType_t, const void* pData, std::size_t Size, ECacheUsage_t, bool)
 {
-    const base::CancellationHold hold;
     m_text = genapi::unpackDescription({static_cast<const char*>(pData), Size});
 }
 
 std::unique_ptr<INodeMap> CNodeMapFactory::CreateNodeMap(const GenICam::gcstring& DeviceName,
                                                          bool DestroyDescription)
 {
-    return std::make_unique<genapi::NodeMap>(DeviceName,
-                                             DestroyDescription ? std::exchange(m_text, {}) : m_text);
+    return std::make_unique<genapi::NodeMap>(
+        DeviceName, genapi::checkDescription(DestroyDescription ? std::exchange(m_text, {}) : m_text));
 }
 
 } // namespace GenApi

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "genapi/Engine.h"
 #include "genapi/GenApi/INode.h"
+#include "genapi/engine/Engine.h"
 
 #include <memory>
 

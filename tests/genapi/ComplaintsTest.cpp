@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Complaints.h"
+#include "genapi/engine/Complaints.h"
 
-#include "genapi/Engine.h"
+#include "genapi/description/Description.h"
+#include "genapi/engine/Engine.h"
 #include "tests/genapi/Camera.h"
 
 #include <glib.h>
@@ -64,7 +65,8 @@ public:
 
 genapi::Engine engineOf(const std::string& nodes)
 {
-    return genapi::Engine(description(nodes));
+    auto checked = genapi::checkDescription(description(nodes));
+    return {checked.text, std::move(checked.faults)};
 }
 
 } // namespace

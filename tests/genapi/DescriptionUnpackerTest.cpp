@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/DescriptionUnpacker.h"
+#include "genapi/description/Description.h"
 
 #include "genapi/Base/GCException.h"
 #include "tests/support/Zips.h"

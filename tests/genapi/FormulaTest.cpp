@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Formula.h"
+#include "genapi/description/Formula.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Numbers.h"
+#include "genapi/description/Numbers.h"
 
 #include "tests/genapi/Camera.h"
 

@@ -1,49 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Engine.h"
+#include "genapi/engine/Engine.h"
 
-#include "genapi/AccessModes.h"
-#include "genapi/DescriptionReader.h"
-#include "genapi/Refusal.h"
+#include "genapi/Faults.h"
 
 #include <mutex>
 
 namespace genapi {
 namespace {
 
-struct Checked
-{
-    std::string text;
-    Faults faults;
-};
-
 std::string ofTheEngine(const std::string& complaint)
 {
     return "the engine complains: " + complaint;
 }
 
-Checked checkDescription(std::string text)
-{
-    pugi::xml_document document;
-    readDescription(text, document);
-    settleAccessModes(document);
-    const ReferenceGraph graph(document);
-    return {writeDescription(document), graph.faults()};
-}
-
 } // namespace
 
-Engine::Engine(std::string text)
+Engine::Engine(const std::string& text, Faults faults) : m_faults(std::move(faults))
 {
     const base::CancellationHold hold;
     const Complaints complaints;
-    // What the checks needed is gone before the engine takes its own memory.
-    Checked checked = checkDescription(std::move(text));
-    m_faults = std::move(checked.faults);
     {
         // Aravis keeps a table of document types for the process, without a lock.
         static std::mutex mutex;
         const std::lock_guard lock(mutex);
-        m_genicam.reset(arv_gc_new(m_device.device(), checked.text.data(), checked.text.size()));
+        m_genicam.reset(arv_gc_new(m_device.device(), text.data(), text.size()));
     }
     if (!m_genicam)
         refuseDescription("the engine does not take it");

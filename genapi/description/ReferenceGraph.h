@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "genapi/Vocabulary.h"
+#include "genapi/Faults.h"
+#include "genapi/description/Vocabulary.h"
 
-#include <map>
 #include <pugixml.hpp>
 #include <string>
 #include <string_view>
@@ -11,9 +11,6 @@
 #include <vector>
 
 namespace genapi {
-
-/// Name of a node, and why it cannot be used.
-using Faults = std::map<std::string, std::string, std::less<>>;
 
 /// Who refers to whom in a description, so that no evaluation runs in circles, too deep, or too long.
 ///

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/PortDevice.h"
+#include "genapi/engine/PortDevice.h"
 
-#include "genapi/Complaints.h"
+#include "genapi/engine/Complaints.h"
 
 #include <algorithm>
 #include <sstream>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Numbers.h"
+#include "genapi/description/Numbers.h"
 
-#include "genapi/Vocabulary.h"
+#include "genapi/description/Vocabulary.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/DescriptionReader.h"
+#include "genapi/description/Description.h"
 
-#include "genapi/Refusal.h"
-#include "genapi/Vocabulary.h"
+#include "base/CancellationHold.h"
+#include "base/Zip.h"
+#include "genapi/description/ReferenceGraph.h"
+#include "genapi/description/Registers.h"
+#include "genapi/description/Vocabulary.h"
 
 #include <algorithm>
 
@@ -13,6 +16,18 @@ namespace {
 constexpr std::ptrdiff_t MaxMarkup = 500'000; ///< '<' and '=' in the text: elements, ends, attributes.
 constexpr int MaxElements = 80'000;           ///< Of those that evaluation needs.
 constexpr int MaxDepth = 32;
+
+std::string unpackZip(base::ByteView data)
+{
+    const base::Unzipped file = base::unzip(data, MaxDescriptionSize);
+    if (!file.fault.empty())
+        refuseDescription("its zip " + file.fault);
+    if (file.fileCount != 1)
+        refuseDescription("its zip holds " + std::to_string(file.fileCount) + " files instead of one");
+    if (file.name.empty() || file.name.find_first_of("/\\") != file.name.npos || file.name == "..")
+        refuseDescription("the file in its zip has a folder in its name");
+    return {file.content.begin(), file.content.end()};
+}
 
 void parse(std::string& text, pugi::xml_document& document)
 {
@@ -172,8 +187,11 @@ public:
     std::string text;
 };
 
-} // namespace
-
+/// Reads a description's text into a document of nothing but what evaluation needs: the root, its nodes
+/// without groups, their properties; values without white space around them, all of it printable ASCII.
+/// Documentation, categories, selections, enumeration entries and elements that nobody knows are left out.
+///
+/// The document refers into the text, which is changed and must stay.
 void readDescription(std::string& text, pugi::xml_document& document)
 {
     dropPadding(text);
@@ -207,6 +225,29 @@ std::string writeDescription(const pugi::xml_document& document)
     document.document_element().print(writer, "", pugi::format_raw | pugi::format_no_declaration,
                                       pugi::encoding_utf8);
     return std::move(writer.text);
+}
+
+} // namespace
+
+std::string unpackDescription(std::string_view data)
+{
+    const base::CancellationHold hold;
+    if (const base::ByteView bytes(reinterpret_cast<const std::uint8_t*>(data.data()), data.size());
+        base::isZip(bytes))
+        return unpackZip(bytes);
+    if (data.size() > MaxDescriptionSize)
+        refuseDescription("it has more than " + std::to_string(MaxDescriptionSize) + " bytes");
+    return std::string(data);
+}
+
+CheckedDescription checkDescription(std::string text)
+{
+    const base::CancellationHold hold;
+    pugi::xml_document document;
+    readDescription(text, document);
+    settleAccessModes(document);
+    const ReferenceGraph graph(document);
+    return {writeDescription(document), graph.faults()};
 }
 
 } // namespace genapi

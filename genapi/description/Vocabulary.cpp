@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Vocabulary.h"
+#include "genapi/description/Vocabulary.h"
 
 #include <algorithm>
 #include <array>

@@ -2,21 +2,21 @@
 #pragma once
 
 #include "base/CancellationHold.h"
-#include "genapi/Complaints.h"
-#include "genapi/PortDevice.h"
-#include "genapi/ReferenceGraph.h"
+#include "genapi/Faults.h"
+#include "genapi/engine/Complaints.h"
+#include "genapi/engine/PortDevice.h"
 
 #include <string>
 
 namespace genapi {
 
-/// The node map that evaluates, made of a description that has passed all checks, and the door to it. One
-/// thread.
+/// Aravis's node map, which evaluates, and the door to it. One thread.
 class Engine
 {
 public:
-    /// Takes any description, plain. Throws a GenICam::RuntimeException when it is not to be used.
-    explicit Engine(std::string text);
+    /// Takes a description that has passed all checks, and what they found. Throws a
+    /// GenICam::RuntimeException when it does not understand it all the same.
+    Engine(const std::string& text, Faults faults);
 
     void connect(GenApi::IPort& port) { m_device.connect(port); }
 

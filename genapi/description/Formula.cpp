@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Formula.h"
+#include "genapi/description/Formula.h"
 
-#include "genapi/Numbers.h"
+#include "genapi/description/Numbers.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "genapi/Faults.h"
+
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,5 +15,16 @@ inline constexpr std::size_t MaxDescriptionSize = 8 * 1024 * 1024;
 /// A description's text: the data itself, or what is in it when it is a zip, which then must hold exactly one
 /// plain file. Works in memory alone. Throws a GenICam::RuntimeException.
 std::string unpackDescription(std::string_view data);
+
+/// A description that is safe to evaluate.
+struct CheckedDescription
+{
+    std::string text; ///< Written anew: nothing but what evaluation needs, as the engine reads it right.
+    Faults faults;
+};
+
+/// Checks a plain description. Throws a GenICam::RuntimeException for what is none, has a document type (and
+/// so entities), or is larger or deeper than any real one.
+CheckedDescription checkDescription(std::string text);
 
 } // namespace genapi

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/FormulaCheck.h"
+#include "genapi/description/FormulaCheck.h"
 
-#include "genapi/Complaints.h"
-#include "genapi/Formula.h"
-#include "genapi/PortDevice.h"
-#include "genapi/Refusal.h"
+#include "genapi/Faults.h"
+#include "genapi/description/Formula.h"
+#include "genapi/engine/Complaints.h"
 
+#include <arv.h>
 #include <map>
 #include <set>
 
@@ -73,24 +73,24 @@ private:
 std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
 {
     const Complaints complaints;
-    const ObjectPtr<ArvEvaluator> evaluator(arv_evaluator_new(formula));
+    g_autoptr(ArvEvaluator) evaluator = arv_evaluator_new(formula);
     for (const auto& child : node.children()) {
         const std::string_view element = child.name();
         const char* name = child.attribute("Name").value();
         if (element == "pVariable")
-            arv_evaluator_set_int64_variable(evaluator.get(), name, 1);
+            arv_evaluator_set_int64_variable(evaluator, name, 1);
         else if (element == "Constant")
-            arv_evaluator_set_constant(evaluator.get(), name, child.child_value());
+            arv_evaluator_set_constant(evaluator, name, child.child_value());
         else if (element == "Expression")
-            arv_evaluator_set_sub_expression(evaluator.get(), name, child.child_value());
+            arv_evaluator_set_sub_expression(evaluator, name, child.child_value());
     }
     for (const char* name : {"FROM", "TO"})
-        arv_evaluator_set_int64_variable(evaluator.get(), name, 1);
+        arv_evaluator_set_int64_variable(evaluator, name, 1);
     GError* error = nullptr;
     if (isInteger)
-        arv_evaluator_evaluate_as_int64(evaluator.get(), &error);
+        arv_evaluator_evaluate_as_int64(evaluator, &error);
     else
-        arv_evaluator_evaluate_as_double(evaluator.get(), &error);
+        arv_evaluator_evaluate_as_double(evaluator, &error);
     if (!error)
         return complaints.first();
     const std::string message = error->message;

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/ReferenceGraph.h"
+#include "genapi/description/ReferenceGraph.h"
 
-#include "genapi/BitField.h"
-#include "genapi/FormulaCheck.h"
-#include "genapi/Numbers.h"
-#include "genapi/PortDevice.h"
-#include "genapi/Refusal.h"
+#include "genapi/description/FormulaCheck.h"
+#include "genapi/description/Numbers.h"
+#include "genapi/description/Registers.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "genapi/Complaints.h"
+#include "genapi/engine/Complaints.h"
 
 #include <array>
 #include <glib.h>
