@@ -33,11 +33,11 @@ std::vector<ArvGcFeatureNode*> targetsOf(ArvGcFeatureNode* node)
     return targets;
 }
 
-/// The node, its targets, theirs, and so on; with the structures of entries among them.
+/// The node, its targets, theirs, and so on. An entry of a structure is followed by the structure.
 std::vector<ArvGcFeatureNode*> chainFrom(ArvGcFeatureNode* first)
 {
     std::vector<ArvGcFeatureNode*> chain{first};
-    for (std::size_t at = 0; at < chain.size(); ++at) { // Ends: no chain of values is a circle.
+    for (std::size_t at = 0; at < chain.size(); ++at) { // Ends, since ReferenceGraph refuses circles.
         if (ARV_IS_GC_STRUCT_ENTRY_NODE(chain[at]))
             chain.push_back(ARV_GC_FEATURE_NODE(arv_dom_node_get_parent_node(ARV_DOM_NODE(chain[at]))));
         const auto targets = targetsOf(chain[at]);
@@ -46,7 +46,7 @@ std::vector<ArvGcFeatureNode*> chainFrom(ArvGcFeatureNode* first)
     return chain;
 }
 
-/// The registers that get the very number which the node passes on.
+/// The registers that a number written to the node arrives in unchanged.
 std::vector<ArvGcInteger*> integerRegistersBelow(ArvGcFeatureNode* first)
 {
     std::vector<ArvGcInteger*> registers;
@@ -64,8 +64,8 @@ std::vector<ArvGcInteger*> integerRegistersBelow(ArvGcFeatureNode* first)
     return registers;
 }
 
-/// Whether the number's bits are all in a register with these bounds, be it signed or not: switches of 1 over
-/// signed registers of one bit exist.
+/// Whether a register with these bounds has all the bits of the number, taken as signed or as unsigned: some
+/// cameras have a boolean with the value 1 over a signed register of one bit.
 bool hasBitsFor(std::int64_t value, std::int64_t least, std::int64_t most)
 {
     constexpr auto Most = std::numeric_limits<std::int64_t>::max();

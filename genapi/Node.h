@@ -18,8 +18,8 @@ public:
 
     GenICam::gcstring GetName() const override { return GenICam::gcstring(m_name); }
 
-    /// Of the node and of those whose value it passes on: not implemented, not available and locked ones make
-    /// it so.
+    /// Of the node together with all whose values it passes on: what holds for one of them (not implemented,
+    /// not available, locked) holds for it.
     GenApi::EAccessMode GetAccessMode() const override;
 
 protected:
@@ -35,8 +35,8 @@ protected:
     /// The number in the first of these properties that the node has.
     std::int64_t askProperty(std::initializer_list<const char*> names, std::int64_t otherwise) const;
 
-    /// Throws an OutOfRangeException when the number has more bits than a register that it goes to: the
-    /// engine would write those that there are.
+    /// Throws an OutOfRangeException when the number has more bits than a register that it goes to. The
+    /// engine would cut it off.
     void requireBitsFor(std::int64_t value) const;
 
 private:

@@ -143,7 +143,7 @@ int64_t IntegerNode::askBound(const char* action, gint64 (*question)(ArvGcIntege
     requireUsable();
     return engine().call(name(), action, [&](GError** error) {
         const auto bound = question(m_integer, error);
-        // Nothing says so: then the answer is the widest bound.
+        // No property says what the bound is; the answer is then the widest one, and no error.
         if (g_error_matches(*error, ARV_GC_ERROR, ARV_GC_ERROR_PROPERTY_NOT_DEFINED))
             g_clear_error(error);
         return bound;
@@ -156,7 +156,7 @@ void IntegerNode::requireInRange(int64_t value) const
     const auto most = GetMax();
     const auto step = GetInc();
     const bool isInside = value >= least && value <= most;
-    // As unsigned numbers: from one end of the range to the other it is more than a signed one holds.
+    // As unsigned numbers, since the distance may be more than a signed one holds.
     if (isInside && (step <= 1 || (static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(least)) %
                                           static_cast<std::uint64_t>(step) ==
                                       0))

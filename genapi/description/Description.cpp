@@ -12,7 +12,8 @@
 namespace genapi {
 namespace {
 
-// Two to ten times what the largest real descriptions have; the whole stays below 64 MB at these bounds.
+// Two to ten times what the largest real descriptions have. Within these bounds loading takes less than 64
+// MB.
 constexpr std::ptrdiff_t MaxMarkup = 500'000; ///< '<' and '=' in the text: elements, ends, attributes.
 constexpr int MaxElements = 80'000;           ///< Of those that evaluation needs.
 constexpr int MaxDepth = 32;
@@ -67,7 +68,7 @@ bool isBlank(char c)
     return static_cast<unsigned char>(c) <= ' ';
 }
 
-/// Cameras fill up the last word with NULs, and some their memory around the text.
+/// Cameras fill up the last word with NULs, and some of them their memory around the text.
 void dropPadding(std::string& text)
 {
     const auto isText = [](char c) { return !isBlank(c); };
@@ -91,7 +92,7 @@ std::string printable(std::string_view raw)
     return text;
 }
 
-/// Only what evaluation uses of an element's attributes, each once.
+/// Removes the attributes that evaluation does not use, and repeated ones.
 void tidyAttributes(pugi::xml_node element, bool keepsName)
 {
     for (auto attribute = element.first_attribute(); attribute;) {
@@ -117,7 +118,7 @@ void tidyProperty(pugi::xml_node property)
     property.text().set(printable(text).c_str());
 }
 
-/// Text between elements: what the parser keeps in the element itself.
+/// Removes the text between an element's children, which the parser keeps in the element itself.
 void dropText(pugi::xml_node element)
 {
     if (*element.value() != '\0')
@@ -127,7 +128,7 @@ void dropText(pugi::xml_node element)
 class Tidier
 {
 public:
-    /// Nodes of the element and of the groups in it, each moved to the end of the root.
+    /// Moves the nodes of the element and of the groups in it behind `end`, a child of the root.
     void collect(pugi::xml_node parent, pugi::xml_node root, pugi::xml_node end)
     {
         for (auto child = parent.first_child(); child && child != end;) {

@@ -19,7 +19,7 @@ std::string unpackDescription(std::string_view data);
 /// A description that is safe to evaluate.
 struct CheckedDescription
 {
-    std::string text; ///< Written anew: nothing but what evaluation needs, as the engine reads it right.
+    std::string text; ///< Written anew, with nothing in it but what evaluation needs.
     Faults faults;
 };
 

@@ -183,7 +183,7 @@ std::optional<std::string> guardDivisions(std::string_view formula)
         const auto inner = guardDivisions(divisor);
         if (!inner || inner->size() > MaxFormulaSize / 4)
             return std::nullopt;
-        // -1 becomes 1 here, and the sign is made good behind it; a remainder is the same for both.
+        // A divisor of -1 becomes 1. The quotient then gets its sign back; a remainder is 0 either way.
         guarded += "((" + *inner + ")+2*((" + *inner + ")=(-1)))";
         if (c == '/')
             guarded += "*(1-2*((" + *inner + ")=(-1)))";

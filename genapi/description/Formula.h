@@ -20,13 +20,14 @@ std::size_t bracketDepth(std::string_view formula);
 /// The names of variables, constants, expressions and functions in the order they stand, repeated ones too.
 std::vector<std::string_view> namesIn(std::string_view formula);
 
-/// Writes a formula's numbers so that the engine reads them as what they are. The first that is none, or, in
-/// a formula of whole numbers, no whole one, comes back, and ends that; else nothing.
+/// Writes a formula's numbers so that the engine reads them as what they are. Returns the first that is no
+/// number (in a formula of whole numbers: no whole one), and then the formula is as it was; empty when all
+/// are.
 std::string settleNumbers(std::string& formula, bool isWhole);
 
 /// The formula with every divisor changed so that it is never -1 when a division is made: the smallest 64-bit
-/// number divided by -1 kills the process, and a camera decides about both. The value stays the same. None
-/// when a divisor cannot be told from what follows it, or the result would be longer than MaxFormulaSize.
+/// number divided by -1 kills the process, and a camera decides about both. The value stays the same.
+/// Nothing when it is unclear where a divisor ends, or when the result would be longer than MaxFormulaSize.
 ///
 /// Brackets must be no deeper than MaxBracketDepth.
 std::optional<std::string> guardDivisions(std::string_view formula);

@@ -68,8 +68,8 @@ private:
     std::set<std::string_view> m_open;
 };
 
-/// The engine's own word on a formula, with every variable 1: it keeps quiet about errors when it meets them
-/// in a node.
+/// What the engine says against the formula when it computes it with every variable at 1; empty when nothing.
+/// When it evaluates a node it keeps such errors to itself.
 std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
 {
     const Complaints complaints;
@@ -95,11 +95,12 @@ std::string tryFormula(pugi::xml_node node, const char* formula, bool isInteger)
         return complaints.first();
     const std::string message = error->message;
     g_error_free(error);
-    // That depends on the values.
+    // Whether a division is by zero depends on the variables, so that is no fault of the formula.
     return message.find("division by zero") == message.npos ? message : std::string();
 }
 
-/// Why the formula is not to be given to the engine; empty when it is, as the element has it then.
+/// Settles the formula's numbers and divisions in the element. Returns why that cannot be done; empty when it
+/// is.
 std::string settle(pugi::xml_node element, bool isInteger)
 {
     std::string formula = element.child_value();

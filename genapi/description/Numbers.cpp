@@ -30,7 +30,7 @@ std::optional<double> parseReal(std::string_view text)
     return number;
 }
 
-/// A whole number is what it says in all its digits, and a real one if there is nothing behind its point.
+/// The whole number that the text says, also as a real number with nothing but zeros behind its point.
 std::optional<std::int64_t> wholePart(std::string_view text)
 {
     if (const auto whole = parseInteger(text))
@@ -41,18 +41,18 @@ std::optional<std::int64_t> wholePart(std::string_view text)
     return static_cast<std::int64_t>(*real);
 }
 
-/// As decimal digits, which are the same to everyone. Empty when it is no whole number.
+/// As decimal digits without leading zeros. Empty when it is no whole number.
 std::string plainInteger(std::string_view text, bool isMaximum)
 {
     const auto number = parseInteger(text);
     if (!number)
         return {};
-    // A maximum that says all 64 bits is none.
+    // A maximum beyond the largest signed number bounds nothing.
     const bool isBeyond = isMaximum && *number < 0 && !text.starts_with('-');
     return std::to_string(isBeyond ? std::numeric_limits<std::int64_t>::max() : *number);
 }
 
-/// Digits stand on both sides of its point, and no zeros before them, with which the engine has octal ones.
+/// With a digit before the point, and without leading zeros, which would make it octal for the engine.
 std::optional<std::string> realInFormula(std::string_view text)
 {
     if (!parseReal(text))
@@ -85,7 +85,7 @@ std::string settleInteger(pugi::xml_node property)
     return {};
 }
 
-/// What is wrong with a property that has a number of its node's own type.
+/// Says what is wrong with a property whose number has its node's own type.
 std::string settleOwnNumber(pugi::xml_node property, const NodeKind& kind)
 {
     const std::string_view name = property.name();
@@ -96,7 +96,7 @@ std::string settleOwnNumber(pugi::xml_node property, const NodeKind& kind)
         const auto number = formulaNumber(text, kind.isInteger);
         if (!number)
             return isNo(name, text, kind.isInteger ? "no whole number" : "no number");
-        // What the engine takes for a constant is one number without a sign.
+        // The engine takes no sign and no formula for a constant.
         if (number->starts_with('('))
             property.set_name("Expression");
         property.text().set(number->c_str());
@@ -183,7 +183,7 @@ std::string settleValues(pugi::xml_node node)
     const NodeKind& kind = *findNodeKind(node.name());
     for (auto property : node.children()) {
         if (!isProperty(property.name()))
-            continue; // A node in the node.
+            continue; // A node that stands inside of this one.
         auto fault = settleProperty(property, kind);
         if (fault.empty())
             fault = settleAttributes(property);

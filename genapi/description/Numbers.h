@@ -10,8 +10,8 @@
 namespace genapi {
 
 /// What the text says as GenICam writes whole numbers: decimal, however many zeros lead, or hexadecimal
-/// behind 0x, with or without a sign. Up to 64 bits; those beyond the largest signed number count as a
-/// negative one's.
+/// behind 0x, with or without a sign. Up to 64 bits; beyond the largest signed number they are those of a
+/// negative one.
 std::optional<std::int64_t> parseInteger(std::string_view text);
 
 /// A number in a formula so that the engine reads it as what it is: negative ones, and whole ones that a

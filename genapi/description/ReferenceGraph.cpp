@@ -11,7 +11,7 @@ namespace genapi {
 namespace {
 
 constexpr std::size_t MaxDepth = 128;
-constexpr std::size_t MaxCost = 50'000; ///< In the units below; a touch of any node stays far below a second.
+constexpr std::size_t MaxCost = 50'000; ///< Far below a second for any access to a node.
 constexpr std::size_t MaxNameSize = 256;
 constexpr std::size_t RegisterCost = 20;
 constexpr std::size_t CharactersPerCost = 16;
@@ -29,13 +29,15 @@ std::string_view nameOf(pugi::xml_node element)
     return element.attribute("Name").value();
 }
 
-/// A fault as those see it that need the node; only the first of them says whom it needs.
+/// The fault of a node that needs this one ("it needs 'B': it has no pPort"). A fault that this one has
+/// itself taken over stays as it is: it already names the node that is the cause, and would grow with every
+/// step.
 std::string passedOn(const std::string& fault, pugi::xml_node element)
 {
     return fault.starts_with("it needs ") ? fault : "it needs " + quoted(nameOf(element)) + ": " + fault;
 }
 
-/// Whether a reference of that kind, in such a node, can lead to such a one.
+/// Whether such a reference in a node of the kind `from` may lead to a node of the kind `to`.
 bool fits(std::string_view reference, const NodeKind& from, const NodeKind& to)
 {
     if (reference == "pPort")
@@ -49,7 +51,8 @@ bool fits(std::string_view reference, const NodeKind& from, const NodeKind& to)
     return to.role == Role::Number;
 }
 
-/// The first part of the text between separators that is so; empty when none is.
+/// The first of the text's parts, which the separator divides, for which the predicate holds; empty when
+/// there is none.
 template <typename Predicate>
 std::string_view findPart(std::string_view text, char separator, Predicate isSo)
 {
@@ -67,7 +70,7 @@ bool isAbsentOr(pugi::xml_node property, std::string_view text)
     return !property || property.child_value() == text;
 }
 
-/// The first of the kind's needs that the node does not meet; empty when it has all.
+/// The first of the needs (see NodeKind) that the node does not meet; empty when it meets all.
 std::string_view missingIn(pugi::xml_node element, std::string_view needs)
 {
     const auto has = [element](std::string_view property) {
@@ -78,7 +81,7 @@ std::string_view missingIn(pugi::xml_node element, std::string_view needs)
 
 } // namespace
 
-/// The first fault of a node is the one that is told.
+/// Of several faults only the first one is kept.
 void ReferenceGraph::blame(Node& node, const std::string& fault)
 {
     if (node.fault.empty())
@@ -129,7 +132,8 @@ const ReferenceGraph::Node* ReferenceGraph::find(std::string_view name) const
     return found == m_byName.end() ? nullptr : &m_nodes[found->second];
 }
 
-/// Formulas do not read booleans, but what such a boolean stands for.
+/// The engine's formulas cannot read a boolean. Where its values are 1 and 0 the number behind it is the
+/// same, and this is the name of that one.
 std::string_view ReferenceGraph::throughBooleans(std::string_view name) const
 {
     std::size_t steps = 0;
@@ -263,7 +267,7 @@ void ReferenceGraph::judgeValues()
     }
 }
 
-/// Sums up what a node's value depends on, once all of that is done.
+/// Sums up what a node's value depends on. Called once all of that is summed up itself.
 void ReferenceGraph::leave(std::size_t index)
 {
     Node& node = m_nodes[index];
@@ -285,7 +289,7 @@ void ReferenceGraph::leave(std::size_t index)
 
 void ReferenceGraph::judgeBoundsAndAccess()
 {
-    // Values first in the order of their depth: what is passed on comes from a smaller one.
+    // In the order of depth, so that a node comes after those whose range and access it takes over.
     std::vector<std::size_t> order(m_nodes.size());
     for (std::size_t index = 0; index < order.size(); ++index)
         order[index] = index;

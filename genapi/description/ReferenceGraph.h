@@ -14,9 +14,8 @@ namespace genapi {
 
 /// Who refers to whom in a description, so that no evaluation runs in circles, too deep, or too long.
 ///
-/// A value depends on the values it refers to; bounds and access depend on values too, but no value on bounds
-/// or access: a maximum that depends on another feature, whose maximum depends on the first one, is no
-/// circle.
+/// A value depends on the values it refers to. Bounds and access depend on values too, but no value depends
+/// on bounds or access: two features may each have a maximum that depends on the other one's value.
 class ReferenceGraph
 {
 public:
@@ -33,7 +32,7 @@ private:
     {
         std::size_t target;
         Follow follow;
-        bool isPassedOn; ///< Range and access of the target count as well.
+        bool isPassedOn; ///< The node also takes over the target's range and access.
     };
 
     struct Node
@@ -41,7 +40,8 @@ private:
         pugi::xml_node element;
         const NodeKind* kind;
         std::vector<Edge> edges;
-        std::size_t cost = 1; ///< Of its value; its own first, and then with all it depends on.
+        std::size_t cost =
+            1; ///< Of reading its value: of the node alone, and after leave() with all it depends on.
         std::size_t depth = 1;
         std::string fault;
     };

@@ -21,8 +21,8 @@ bool isThereTwice(pugi::xml_node field, const char* property)
 
 constexpr char Mode[] = "AccessMode";
 
-/// What a register says, or an entry or else its structure, with what is imposed on it if it may then only be
-/// written. Empty when nobody says anything.
+/// The access mode of a register or of a structure's entry; of an entry without one it is the structure's. RW
+/// with an imposed WO is WO. Empty when there is none.
 std::string_view modeOf(pugi::xml_node element)
 {
     auto property = element.child(Mode);
@@ -56,7 +56,7 @@ void removeEntries(pugi::xml_node structure, bool areWriteOnly)
     }
 }
 
-/// Has entries that may only be written stand in another structure than those that may be read.
+/// Moves the entries that may only be written into a structure of their own when others may be read.
 void settleStructure(pugi::xml_node structure)
 {
     const bool isWhole = isWriteOnly(structure);
@@ -102,7 +102,7 @@ std::string settleBits(pugi::xml_node field, pugi::xml_node owner)
             field.remove_child(msb);
         return {};
     }
-    // Where the first byte is the highest, bits are counted from the highest down.
+    // In a big-endian register bit 0 is the highest one.
     const bool isBigEndian = owner.child_value("Endianess") == std::string_view("BigEndian");
     lsb.text().set(std::to_string(isBigEndian ? highest : lowest).c_str());
     msb.text().set(std::to_string(isBigEndian ? lowest : highest).c_str());

@@ -11,12 +11,12 @@ namespace genapi {
 /// wrong order for other bits. A MaskedIntReg that is all of its register becomes an IntReg.
 ///
 /// Says what is wrong with the bits ("its bit 32 is not in its register"). Empty when nothing is, and also
-/// when bits are missing or the register's length is none: others complain of that.
+/// when bits are missing or the length is no length, which ReferenceGraph finds.
 std::string settleBits(pugi::xml_node field, pugi::xml_node owner);
 
-/// Writes the access mode WO into every register that may only be written, so that the engine does not read
-/// it before it writes some of its bits. It is missing there when it is imposed on the register, and when
-/// entries of a structure have another mode than the structure, which then becomes two.
+/// Writes the access mode WO into every register that may only be written, also where it was imposed: it
+/// keeps the engine from reading the register before it writes some of its bits. A structure becomes two when
+/// some of its entries may only be written and others not.
 void settleAccessModes(pugi::xml_document& document);
 
 } // namespace genapi

@@ -6,7 +6,7 @@
 
 namespace genapi {
 
-/// When the engine or a node goes where a reference leads.
+/// What makes the engine or a node follow a reference.
 enum class Follow
 {
     Value,  ///< To read or write the value.
@@ -53,13 +53,13 @@ struct PropertyKind
 {
     std::string_view name;
     Content content = Content::Text;
-    std::array<std::string_view, 3> words{}; ///< Empty ones are none.
+    std::array<std::string_view, 3> words{}; ///< Those allowed; the rest of the array is empty.
 };
 
-/// Null for elements that are no nodes, or none that evaluation knows.
+/// Null for elements that are no nodes, and for nodes that evaluation does not know.
 const NodeKind* findNodeKind(std::string_view element);
 
-/// Null for elements that are no properties that evaluation uses, and for references.
+/// Null for references, and for elements that evaluation does not use as properties.
 const PropertyKind* findPropertyKind(std::string_view name);
 
 /// Null for elements and attributes that refer to nothing.

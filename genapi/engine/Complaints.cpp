@@ -9,23 +9,24 @@
 namespace genapi {
 namespace {
 
-/// In whose names there are complaints of what the engine does; it complains itself in nobody's.
+/// The log domains of the engine and of the libraries below it. Null is for messages without a domain, as
+/// the engine's own are.
 constexpr std::array<const char*, 6> domains{nullptr, "Aravis", "XML", "GLib", "GLib-GObject", "GLib-GIO"};
 
-thread_local std::string* heard = nullptr; ///< Where those of this thread go; null when nobody listens.
+thread_local std::string* heard = nullptr; ///< Where this thread's complaints go; null when nobody listens.
 
-/// The handlers are the process's: what other threads say comes here too.
+/// GLib calls this on whichever thread complains: there is one handler for the process.
 void hear(const gchar* domain, GLogLevelFlags level, const gchar* message, gpointer)
 {
-    // After a fatal one the process ends, and there is no asking any more.
+    // After a fatal one GLib ends the process, so it must be printed now.
     if (!heard || (level & G_LOG_FLAG_FATAL) != 0)
         g_log_default_handler(domain, level, message, nullptr);
     else if (heard->empty())
         *heard = message;
 }
 
-/// Has the handlers in place only while an engine works on some thread, so that what others have GLib do is
-/// left alone for the rest of the time.
+/// Keeps the handlers in place only while an engine works on some thread. The rest of the time GLib's
+/// messages go where the rest of the process wants them.
 class Handlers
 {
 public:

@@ -21,7 +21,8 @@ public:
     /// Empty when there was none.
     const std::string& first() const { return m_first; }
 
-    /// Other code's turn in the midst of a call into the engine: what that complains of is its own affair.
+    /// Lives while other code runs in the midst of a call into the engine: what that code complains of is
+    /// printed as ever.
     class Pause
     {
     public:
@@ -36,7 +37,7 @@ public:
 
 private:
     std::string m_first;
-    std::string* m_outer; ///< Of the one that hears nothing meanwhile; null when there is none.
+    std::string* m_outer; ///< Where complaints go again afterwards; null for nowhere.
 };
 
 } // namespace genapi

@@ -10,7 +10,7 @@
 
 namespace genapi {
 
-/// Aravis's node map, which evaluates, and the door to it. One thread.
+/// Aravis's node map, which evaluates. All calls into it go through here. Used on one thread at a time.
 class Engine
 {
 public:
@@ -27,8 +27,8 @@ public:
     std::string faultOf(const std::string& name) const;
 
     /// Runs one call into the engine, which gets a place for an error and returns a value. Throws a
-    /// GenICam::RuntimeException that names the feature, what was to be done ("read"), and what failed: the
-    /// port, the call, or, as the engine complained, something in it.
+    /// GenICam::RuntimeException that names the feature, what was to be done ("read"), and what failed. The
+    /// port's failure comes before the engine's complaint, and that before the call's own error.
     template <typename Call>
     auto call(const std::string& feature, const char* action, Call call)
     {

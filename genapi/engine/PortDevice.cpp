@@ -23,7 +23,7 @@ G_DEFINE_TYPE(GenapiPortDevice, genapi_port_device, ARV_TYPE_DEVICE) // NOLINT
 
 namespace {
 
-/// One access, whatever it is: false and an error when the port did not do it.
+/// Runs one access; false and an error when the port did not do it.
 template <typename Transfer>
 gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 size, GError** error,
                   Transfer call) noexcept
@@ -39,7 +39,7 @@ gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 
         cause = "no camera is connected";
     } catch (const std::exception& exception) {
         cause = exception.what();
-    } catch (...) { // No forced unwinding comes this way: cancellation is held off around the engine.
+    } catch (...) { // Not the unwinding of a cancelled thread, which is held off around the engine.
         cause = "unknown error";
     }
     std::ostringstream text;
@@ -53,7 +53,7 @@ gboolean transfer(ArvDevice* device, const char* what, guint64 address, guint32 
 gboolean readMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
 {
     auto* bytes = static_cast<std::uint8_t*>(buffer);
-    // The engine looks at the bytes of some failed reads.
+    // After some failed reads the engine uses the bytes all the same.
     std::fill_n(bytes, size, std::uint8_t{0});
     return transfer(device, "reading", address, size, error,
                     [&](GenApi::IPort& port) { port.Read(bytes, static_cast<std::int64_t>(address), size); });
@@ -72,7 +72,7 @@ static void genapi_port_device_init(GenapiPortDevice*) {}
 
 static void genapi_port_device_class_init(GenapiPortDeviceClass* type)
 {
-    // Only memory is ever asked for: the engine uses single registers with devices of its own alone.
+    // Single registers the engine reads only from devices of its own kinds, never from this one.
     type->parent.read_memory = readMemory;
     type->parent.write_memory = writeMemory;
 }

@@ -29,11 +29,11 @@ public:
     /// The port from now on; it must outlive all access. Before the first, every access fails.
     void connect(GenApi::IPort& port) { m_access.port = &port; }
 
-    /// What failed first since the last call of this; empty when nothing did. The engine keeps some failures
-    /// to itself.
+    /// What failed first since the last call of this; empty when nothing did. Asked for because the engine
+    /// does not report every failure.
     std::string takeFailure();
 
-    /// What the engine's object reaches.
+    /// What the engine's object leads to.
     struct Access
     {
         GenApi::IPort* port = nullptr;
