@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include <cstring>
+#include <initializer_list>
 
 namespace {
 
@@ -44,7 +45,51 @@ QString dotted(quint32 address)
     return QHostAddress(address).toString();
 }
 
+IpConfigType ipConfigTypeOf(const RZ_GIGE_DEVICE_INFO& block)
+{
+    if (block.nIpConfigCurrent & IpConfigPersistent)
+        return IpConfigType::Static;
+    return block.nIpConfigCurrent & IpConfigDhcp ? IpConfigType::Dhcp : IpConfigType::LinkLocal;
+}
+
+/// The one of these that the text names.
+template <typename Enum>
+std::optional<Enum> fromText(const QString& text, std::initializer_list<Enum> all)
+{
+    for (const Enum each : all) {
+        if (text == ToText(each))
+            return each;
+    }
+    return std::nullopt;
+}
+
 } // namespace
+
+QString ToText(CameraStatus status)
+{
+    switch (status) {
+    case CameraStatus::Free:
+        return QObject::tr("Free");
+    case CameraStatus::InUse:
+        return QObject::tr("In Use");
+    case CameraStatus::Unreachable:
+        return QObject::tr("Unreachable");
+    }
+    return {};
+}
+
+QString ToText(IpConfigType type)
+{
+    switch (type) {
+    case IpConfigType::Static:
+        return QObject::tr("Static IP");
+    case IpConfigType::Dhcp:
+        return QObject::tr("DHCP");
+    case IpConfigType::LinkLocal:
+        return QObject::tr("LLA");
+    }
+    return {};
+}
 
 QDevice::QDevice()
 {
@@ -67,25 +112,8 @@ void QDevice::InitDeviceInfo(RZ_CC_DEVICE_INFO* pDeviceInfo)
         QString::asprintf("%02X:%02X:%02X:%02X:%02X:%02X", (record.nMacHigh >> 8) & 0xFF,
                           record.nMacHigh & 0xFF, record.nMacLow >> 24, (record.nMacLow >> 16) & 0xFF,
                           (record.nMacLow >> 8) & 0xFF, record.nMacLow & 0xFF);
-    switch (GetDeviceState(pDeviceInfo)) {
-    case 0:
-        m_strStatus = QObject::tr("Free");
-        break;
-    case 1:
-        m_strStatus = QObject::tr("In Use");
-        break;
-    case 2:
-        m_strStatus = QObject::tr("Unreachable");
-        break;
-    default:
-        break;
-    }
-    if (block.nIpConfigCurrent & IpConfigPersistent)
-        m_strIpConfigType = QObject::tr("Static IP");
-    else if (block.nIpConfigCurrent & IpConfigDhcp)
-        m_strIpConfigType = QObject::tr("DHCP");
-    else
-        m_strIpConfigType = QObject::tr("LLA");
+    m_strStatus = ToText(static_cast<CameraStatus>(GetDeviceState(pDeviceInfo)));
+    m_strIpConfigType = ToText(ipConfigTypeOf(block));
     m_strIpAddress = dotted(block.nDeviceIp);
     m_strSubnetMask = dotted(block.nDeviceSubnetMask);
     m_strDefaultGateway = dotted(block.nDeviceGateway);
@@ -120,9 +148,21 @@ int QDevice::GetDeviceState(const RZ_CC_DEVICE_INFO* pDeviceInfo) const
 {
     if (!pDeviceInfo)
         return -1;
-    if (!IsReachable(pDeviceInfo))
-        return 2;
-    return RZ_CC_IsDeviceAccessible(pDeviceInfo, RZ_ACCESS_EXCLUSIVE) ? 0 : 1;
+    CameraStatus status = CameraStatus::Unreachable;
+    if (IsReachable(pDeviceInfo))
+        status = RZ_CC_IsDeviceAccessible(pDeviceInfo, RZ_ACCESS_EXCLUSIVE) ? CameraStatus::Free
+                                                                            : CameraStatus::InUse;
+    return static_cast<int>(status);
+}
+
+std::optional<CameraStatus> QDevice::Status() const
+{
+    return fromText(m_strStatus, {CameraStatus::Free, CameraStatus::InUse, CameraStatus::Unreachable});
+}
+
+std::optional<IpConfigType> QDevice::ConfigType() const
+{
+    return fromText(m_strIpConfigType, {IpConfigType::Static, IpConfigType::Dhcp, IpConfigType::LinkLocal});
 }
 
 int QDevice::GetNetExport() const

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QVector>
 
+#include <optional>
+
 struct RZ_CC_DEVICE_INFO;
 
 /// One IPv4 address of a host adapter, in host order.
@@ -12,6 +14,25 @@ struct _NETWORK_INFO // NOLINT(bugprone-reserved-identifier): the name is agreed
     quint32 nIpAddress = 0;
     quint32 nSubnetMask = 0;
 };
+
+/// Numbered as by QDevice::GetDeviceState().
+enum class CameraStatus
+{
+    Free,
+    InUse, ///< By another application.
+    Unreachable
+};
+
+enum class IpConfigType
+{
+    Static,
+    Dhcp,
+    LinkLocal
+};
+
+/// What users see of it, in the language of now.
+QString ToText(CameraStatus status);
+QString ToText(IpConfigType type);
 
 /// One camera as the program shows it: a value, handled as copies. The MAC address is a camera's identity.
 ///
@@ -39,6 +60,12 @@ public:
     /// -1 no record, 0 free, 1 in use by another application, 2 unreachable.
     int GetDeviceState(const RZ_CC_DEVICE_INFO* pDeviceInfo) const;
 
+    /// What m_strStatus says in the language of now; nothing for any other text.
+    std::optional<CameraStatus> Status() const;
+
+    /// What m_strIpConfigType says in the language of now; nothing for any other text.
+    std::optional<IpConfigType> ConfigType() const;
+
     /// The address of the adapter that heard the camera, as the record says it now; -1 without a record.
     int GetNetExport() const;
 
@@ -53,8 +80,8 @@ public:
     QString m_strUserDefinedName;
     QString m_strSerialNumber;
     QString m_strMacAddress;   ///< "00:1A:2B:3C:4D:5E"
-    QString m_strStatus;       ///< "In Use", "Free" or "Unreachable"
-    QString m_strIpConfigType; ///< "Static IP", "DHCP" or "LLA"
+    QString m_strStatus;       ///< ToText() of a CameraStatus.
+    QString m_strIpConfigType; ///< ToText() of an IpConfigType.
     QString m_strIpAddress;
     QString m_strSubnetMask;
     QString m_strDefaultGateway;

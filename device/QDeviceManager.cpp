@@ -3,7 +3,6 @@
 
 #include "sdk/RzCameraSdk.h"
 
-#include <QObject>
 #include <QStringList>
 
 #include <algorithm>
@@ -13,7 +12,6 @@ namespace {
 
 QVector<QDevice> withoutRepeats(const QVector<QDevice>& devices)
 {
-    const QString unreachable = QObject::tr("Unreachable");
     QVector<QDevice> result;
     for (const QDevice& current : devices) {
         bool repeated = false;
@@ -21,7 +19,7 @@ QVector<QDevice> withoutRepeats(const QVector<QDevice>& devices)
             if (kept.m_strMacAddress != current.m_strMacAddress)
                 continue;
             repeated = true;
-            if (current.m_strStatus != unreachable && kept.m_strStatus == unreachable)
+            if (current.Status() != CameraStatus::Unreachable && kept.Status() == CameraStatus::Unreachable)
                 kept = current;
         }
         if (!repeated)

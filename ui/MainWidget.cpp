@@ -218,13 +218,13 @@ void MainWidget::OnBtnSave()
     QDevice modified = current;
     const auto& edit = *m_pEditPanel;
     if (edit.m_pStaticIpRadio->isChecked()) {
-        modified.m_strIpConfigType = QObject::tr("Static IP");
+        modified.m_strIpConfigType = ToText(IpConfigType::Static);
         modified.m_strIpAddress = edit.m_IpAddr.Edit()->text();
         modified.m_strSubnetMask = edit.m_SubnetMask.Edit()->text();
         modified.m_strDefaultGateway = edit.m_Gateway.Edit()->text();
     } else {
         modified.m_strIpConfigType =
-            edit.m_pDhcpRadio->isChecked() ? QObject::tr("DHCP") : QObject::tr("LLA");
+            ToText(edit.m_pDhcpRadio->isChecked() ? IpConfigType::Dhcp : IpConfigType::LinkLocal);
     }
     modified.m_strUserDefinedName = CutUserName(edit.m_UserId.Edit()->text());
 

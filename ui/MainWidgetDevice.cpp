@@ -167,12 +167,12 @@ void MainWidget::SelectRadioCtrl(const QDevice* pDevice)
 {
     if (!pDevice || !m_pEditPanel)
         return;
-    if (pDevice->m_strIpConfigType == QObject::tr("Static IP")) {
+    if (pDevice->ConfigType() == IpConfigType::Static) {
         m_pEditPanel->m_pStaticIpRadio->setChecked(true);
         ShowAddresses(pDevice->m_strIpAddress, pDevice->m_strSubnetMask, pDevice->m_strDefaultGateway);
         return;
     }
-    const bool bDhcp = pDevice->m_strIpConfigType == QObject::tr("DHCP");
+    const bool bDhcp = pDevice->ConfigType() == IpConfigType::Dhcp;
     (bDhcp ? m_pEditPanel->m_pDhcpRadio : m_pEditPanel->m_pLlaRadio)->setChecked(true);
     ShowHostIp();
 }
@@ -211,7 +211,7 @@ void MainWidget::OnSelectStaticIp()
     if (!m_pEditPanel)
         return;
     const QDevice device = CurrentDevice();
-    if (device.m_strIpConfigType == QObject::tr("Static IP"))
+    if (device.ConfigType() == IpConfigType::Static)
         ShowAddresses(device.m_strIpAddress, device.m_strSubnetMask, device.m_strDefaultGateway);
     else
         ShowHostIp();
@@ -236,13 +236,13 @@ void MainWidget::SetEnableCtrls(const QDevice* pDevice)
     if (!pDevice || !m_pEditPanel)
         return;
     const bool bStaticIp = m_pEditPanel->m_pStaticIpRadio->isChecked();
-    if (pDevice->m_strStatus == QObject::tr("Free")) {
+    if (pDevice->Status() == CameraStatus::Free) {
         EnabledStaticIPCtrls(bStaticIp);
         EnabledRadio(true);
         EnabledUserIDEdit(true);
         EnabledSaveBtn(true);
         EnabledEditIPBtn(true);
-    } else if (pDevice->m_strStatus == QObject::tr("Unreachable")) {
+    } else if (pDevice->Status() == CameraStatus::Unreachable) {
         EnabledIPAddr(bStaticIp);
         EnabledSubMask(false);
         EnabledGateway(false);
@@ -250,7 +250,7 @@ void MainWidget::SetEnableCtrls(const QDevice* pDevice)
         EnabledRadio(false);
         EnabledUserIDEdit(false);
         EnabledEditIPBtn(true);
-    } else if (pDevice->m_strStatus == QObject::tr("In Use")) {
+    } else if (pDevice->Status() == CameraStatus::InUse) {
         EnabledRadio(false);
         EnabledUserIDEdit(false);
         EnabledSaveBtn(false);

@@ -203,7 +203,7 @@ void QDeviceTable::AddRow(const QDevice& device)
         auto* const pItem = new QTableWidgetItem(texts[static_cast<std::size_t>(nColumn)]);
         pItem->setFlags(pItem->flags() & ~Qt::ItemIsEditable);
         if (nColumn == Status)
-            pItem->setIcon(StatusIcon(device.m_strStatus));
+            pItem->setIcon(StatusIcon(device));
         setItem(nRow, nColumn, pItem);
     }
 }
@@ -214,9 +214,10 @@ QString QDeviceTable::MacAddressAt(int nRow) const
     return pItem ? pItem->text() : QString();
 }
 
-QIcon QDeviceTable::StatusIcon(const QString& strStatus) const
+QIcon QDeviceTable::StatusIcon(const QDevice& device) const
 {
-    if (strStatus == QObject::tr("Free"))
+    const std::optional<CameraStatus> status = device.Status();
+    if (status == CameraStatus::Free)
         return m_freeIcon;
-    return strStatus == QObject::tr("Unreachable") ? m_unreachableIcon : m_inUseIcon;
+    return status == CameraStatus::Unreachable ? m_unreachableIcon : m_inUseIcon;
 }

@@ -26,7 +26,7 @@ public:
     QString MacAddressAt(int nRow) const;
 
 private:
-    QIcon StatusIcon(const QString& strStatus) const;
+    QIcon StatusIcon(const QDevice& device) const;
 
     QIcon m_freeIcon;
     QIcon m_inUseIcon;

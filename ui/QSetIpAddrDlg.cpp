@@ -177,7 +177,7 @@ void QSetIpAddrDlg::ShowValidArea(const QVector<_NETWORK_INFO>& vecAdapter, cons
 
 void QSetIpAddrDlg::SetEnabledCtrls(const QDevice& device)
 {
-    const bool bStaticIp = device.m_strIpConfigType == QObject::tr("Static IP");
+    const bool bStaticIp = device.ConfigType() == IpConfigType::Static;
     EnabledIpAddrCtrl(true);
     EnabledSubnetMaskCtrl(bStaticIp);
     EnabledGatewayCtrl(bStaticIp);

@@ -10,6 +10,7 @@
 
 #include <cstring>
 #include <gmock/gmock.h>
+#include <optional>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -243,6 +244,44 @@ TEST_F(QDeviceTest, StatusAndIpConfigurationAreTranslatedInTheContextQObject)
     EXPECT_EQ(decoded({.ipConfig = 4}).m_strIpConfigType, "<LLA>");
     sdk.isDeviceAccessible = [](const RZ_CC_DEVICE_INFO*) { return false; };
     EXPECT_EQ(decoded({}).m_strStatus, "<In Use>");
+}
+
+TEST_F(QDeviceTest, StatusAndIpConfigurationAreReadBackInEveryLanguage)
+{
+    const auto expectReadBack = [](CameraStatus status, IpConfigType type) {
+        QDevice device;
+        device.m_strStatus = ToText(status);
+        device.m_strIpConfigType = ToText(type);
+        EXPECT_EQ(device.Status(), status) << qPrintable(device.m_strStatus);
+        EXPECT_EQ(device.ConfigType(), type) << qPrintable(device.m_strIpConfigType);
+    };
+    MarkingTranslator translator;
+    for (const bool translated : {false, true}) {
+        if (translated) {
+            ASSERT_TRUE(QCoreApplication::installTranslator(&translator));
+        }
+        expectReadBack(CameraStatus::Free, IpConfigType::Static);
+        expectReadBack(CameraStatus::InUse, IpConfigType::Dhcp);
+        expectReadBack(CameraStatus::Unreachable, IpConfigType::LinkLocal);
+    }
+}
+
+TEST_F(QDeviceTest, ATextThatNamesNoStatusAndNoIpConfigurationIsReadAsNone)
+{
+    QDevice device;
+    const auto expectNone = [&device] {
+        EXPECT_EQ(device.Status(), std::nullopt);
+        EXPECT_EQ(device.ConfigType(), std::nullopt);
+    };
+    expectNone();
+    device.m_strStatus = "free";
+    device.m_strIpConfigType = "Free";
+    expectNone();
+
+    device = decoded({.ipConfig = 1});
+    MarkingTranslator translator;
+    ASSERT_TRUE(QCoreApplication::installTranslator(&translator));
+    expectNone(); // It still speaks the language of before.
 }
 
 TEST_F(QDeviceTest, GetIpReadsDottedText)
