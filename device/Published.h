@@ -11,6 +11,9 @@
 /// default one.
 ///
 /// publish() is called by one thread at a time, read() by any, at any time.
+///
+/// It is not a std::atomic<std::shared_ptr>: that of g++ 12 takes a lock (is_lock_free() is false), and the
+/// thread sanitizer reports a race between its load() and its store().
 template <typename T>
 class Published
 {
@@ -24,8 +27,8 @@ public:
     {
         auto next = std::make_unique<const T>(std::move(value));
         m_retired.emplace_back(m_current.exchange(next.release()));
-        // Whoever counts itself from here on finds the new value, so with nobody counted nobody holds a
-        // retired one.
+        // A reader counts itself before it loads the pointer. One that is not counted yet will load the new
+        // pointer, so while the count is 0 nobody copies from a retired value.
         if (m_readers.load() == 0)
             m_retired.clear();
     }
