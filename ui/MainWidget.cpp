@@ -4,21 +4,16 @@
 #include "device/QDeviceManager.h"
 #include "device/QRefreshThread.h"
 #include "save/QSaveThread.h"
-#include "ui/MainAddressRules.h"
 #include "ui/Placement.h"
 #include "ui/QDetailPanel.h"
 #include "ui/QDeviceTable.h"
 #include "ui/QEditPanel.h"
+#include "ui/QPictureButton.h"
 #include "ui/QSetIpAddrDlg.h"
-#include "ui/UserName.h"
-#include "widgets/QLineEditEx.h"
 #include "widgets/QMessageBoxDlg.h"
-#include "widgets/QPushButtonEx.h"
 #include "widgets/QPushButtonExColor.h"
-#include "widgets/QRadioButtonEx.h"
 
 #include <QKeyEvent>
-#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -27,32 +22,9 @@ namespace {
 constexpr int TableMargin = 5;          // Leaves the last column room for a mask beside a scroll bar.
 constexpr int Margin = TableMargin + 3; // In line with the texts in the table.
 
-/// A text on white beside a picture: `picture`.png and, for its states, the same with "_hov", "_sel", "_dis".
-QString ToolButtonSheet(const char* picture)
-{
-    return QStringLiteral(
-               "#QPushButtonEx{border:none;background-color:white;color:#666666;font-size:13px;"
-               "font-family:FZShuSong-Z01S;text-align:left;padding-left:22px;"
-               "background-image:url(:/Dorn/Resources/btn/%1.png);"
-               "background-repeat:no-repeat;background-position:left center;}"
-               "#QPushButtonEx:hover{color:#2C88E5;background-image:url(:/Dorn/Resources/btn/%1_hov.png);}"
-               "#QPushButtonEx:pressed{background-image:url(:/Dorn/Resources/btn/%1_sel.png);}"
-               "#QPushButtonEx:disabled{color:#EDEDED;"
-               "background-image:url(:/Dorn/Resources/btn/%1_dis.png);}")
-        .arg(QLatin1String(picture));
-}
-
-QPushButtonEx* CreateToolButton(const char* picture, const QSize& size, QWidget* pParent)
-{
-    auto* const pButton = new QPushButtonEx(pParent);
-    pButton->setStyleSheet(ToolButtonSheet(picture));
-    pButton->setFixedSize(size);
-    return pButton;
-}
-
 } // namespace
 
-MainWidget::MainWidget(QWidget* pParent) : QMainWindowEx(pParent, true), m_pDeviceManager(new QDeviceManager)
+MainWidget::MainWidget(QWidget* pParent) : QCameraWindow(pParent)
 {
     if (!InitWidget())
         return;
@@ -74,12 +46,8 @@ bool MainWidget::InitWidget()
 
 bool MainWidget::CreatCtrls()
 {
-    // In the order in which Tab goes through them.
-    m_pModifyIpBtn = CreateToolButton("forceip", QSize(120, 26), this);
-    m_pRefreshBtn = CreateToolButton("refresh", QSize(90, 26), this);
-    InitTableWidget();
-    m_pEditPanel = new QEditPanel(this);
-    m_pDetailPanel = new QDetailPanel(this);
+    m_pRefreshBtn = new QPictureButton("refresh", QSize(90, 26), this);
+    setTabOrder(m_pModifyIpBtn, m_pRefreshBtn);
     m_pSaveThread = new QSaveThread;
     m_pRefreshThread = new QRefreshThread;
     m_pSetIpAddrDlg = new QSetIpAddrDlg(this);
@@ -87,36 +55,20 @@ bool MainWidget::CreatCtrls()
     return true;
 }
 
-void MainWidget::InitTableWidget()
-{
-    m_pDeviceTable = new QDeviceTable(this);
-}
-
 bool MainWidget::InitSlots()
 {
-    const auto& edit = *m_pEditPanel;
-    // A refresh that was asked for during the last one: start() would have done nothing.
+    // Starts the refresh that was asked for while this one was running, when start() would have done nothing.
     connect(m_pRefreshThread, &QThread::finished, this, [this] {
         if (m_bRefreshAgain)
             StartRefresh();
     });
-    return connect(edit.m_pStaticIpRadio, SIGNAL(clicked()), SLOT(OnSelectStaticIp())) &&
-           connect(edit.m_pDhcpRadio, SIGNAL(clicked()), SLOT(OnSelectDHCP())) &&
-           connect(edit.m_pLlaRadio, SIGNAL(clicked()), SLOT(OnSelectLLA())) &&
-           connect(m_pRefreshBtn, SIGNAL(clicked()), SLOT(OnBtnRefresh())) &&
-           connect(edit.m_pSaveBtn, SIGNAL(clicked()), SLOT(OnBtnSave())) &&
-           connect(m_pDeviceTable, SIGNAL(itemSelectionChanged()), SLOT(OnSelectItemChanged())) &&
-           connect(m_pDeviceTable, SIGNAL(itemClicked(QTableWidgetItem*)),
-                   SLOT(OnItemClicked(QTableWidgetItem*))) &&
-           connect(edit.m_IpAddr.Edit(), SIGNAL(textChanged(QString)), SLOT(OnIpAddrChanged(QString))) &&
-           connect(edit.m_SubnetMask.Edit(), SIGNAL(textChanged(QString)),
-                   SLOT(OnSubnetMaskChanged(QString))) &&
-           connect(edit.m_Gateway.Edit(), SIGNAL(textChanged(QString)), SLOT(OnGatewayChanged(QString))) &&
+    return connect(m_pRefreshBtn, SIGNAL(clicked()), SLOT(OnBtnRefresh())) &&
+           connect(m_pEditPanel->m_pSaveBtn, SIGNAL(clicked()), SLOT(OnBtnSave())) &&
+           connect(m_pModifyIpBtn, SIGNAL(clicked()), SLOT(OnForceIpBtn())) &&
            connect(m_pSetIpAddrDlg, SIGNAL(SigSetIpDlgOk()), SLOT(OnSetIpDlgBtnOk())) &&
            connect(m_pSaveThread, SIGNAL(SigEndThread()), SLOT(OnEndSaveThread())) &&
            connect(m_pSaveThread, SIGNAL(SigRefresh()), SLOT(OnBtnRefresh())) &&
            connect(m_pRefreshThread, SIGNAL(SigEndThread()), SLOT(OnEndRefreshThread())) &&
-           connect(m_pModifyIpBtn, SIGNAL(clicked()), SLOT(OnForceIpBtn())) &&
            connect(m_pSaveThread, SIGNAL(SigShowMsg(QString, QString)), SLOT(OnShowMsg(QString, QString)),
                    Qt::BlockingQueuedConnection);
 }
@@ -193,7 +145,7 @@ void MainWidget::OnBtnRefresh()
 
 void MainWidget::StartRefresh()
 {
-    // A thread that counts as running here has its finished() still to come.
+    // A thread that is running will emit finished() after this, which starts the next refresh.
     m_bRefreshAgain = m_pRefreshThread->isRunning();
     if (m_bRefreshAgain)
         return;
@@ -216,17 +168,7 @@ void MainWidget::OnBtnSave()
 
     const QDevice current = CurrentDevice();
     QDevice modified = current;
-    const auto& edit = *m_pEditPanel;
-    if (edit.m_pStaticIpRadio->isChecked()) {
-        modified.m_strIpConfigType = ToText(IpConfigType::Static);
-        modified.m_strIpAddress = edit.m_IpAddr.Edit()->text();
-        modified.m_strSubnetMask = edit.m_SubnetMask.Edit()->text();
-        modified.m_strDefaultGateway = edit.m_Gateway.Edit()->text();
-    } else {
-        modified.m_strIpConfigType =
-            ToText(edit.m_pDhcpRadio->isChecked() ? IpConfigType::Dhcp : IpConfigType::LinkLocal);
-    }
-    modified.m_strUserDefinedName = CutUserName(edit.m_UserId.Edit()->text());
+    m_pEditPanel->ReadInto(modified);
 
     m_bIdle = false;
     StartSave(current, modified);
@@ -290,15 +232,29 @@ void MainWidget::keyPressEvent(QKeyEvent* pEvent)
     const bool bReturn = pEvent->key() == Qt::Key_Return || pEvent->key() == Qt::Key_Enter;
     if (!bReturn || !m_pEditPanel || !m_bIdle)
         return;
-    const auto& edit = *m_pEditPanel;
-    if (edit.m_Gateway.Edit()->hasFocus() || edit.m_IpAddr.Edit()->hasFocus() ||
-        edit.m_SubnetMask.Edit()->hasFocus())
+    if (m_pEditPanel->HasFocusInAddress())
         OnBtnSave();
 }
 
 void MainWidget::changeEvent(QEvent* pEvent)
 {
-    QMainWindowEx::changeEvent(pEvent);
+    QCameraWindow::changeEvent(pEvent);
     if (pEvent->type() == QEvent::LanguageChange)
         RefreshWidgetInfo();
+}
+
+void MainWidget::EnabledSaveBtn(bool bEnable)
+{
+    QCameraWindow::EnabledSaveBtn(bEnable && !m_bSaving);
+}
+
+void MainWidget::EnabledEditIPBtn(bool bEnable)
+{
+    QCameraWindow::EnabledEditIPBtn(bEnable && !m_bSaving);
+}
+
+void MainWidget::EnabledRefreshBtn(bool bEnable)
+{
+    if (m_pRefreshBtn)
+        m_pRefreshBtn->setEnabled(bEnable && !m_bSaving && m_nRefreshes == 0 && !m_bRefreshAgain);
 }

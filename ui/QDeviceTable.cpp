@@ -9,6 +9,8 @@
 #include <QHelpEvent>
 #include <QIconEngine>
 #include <QPainter>
+#include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 
 #include <array>
@@ -190,6 +192,24 @@ void QDeviceTable::RefreshTexts()
     setHorizontalHeaderLabels({tr("Model Name"), tr("Device User ID"), tr("Serial Number"), tr("MAC Address"),
                                tr("Status"), tr("IP Configuration"), tr("IP Address"), tr("Subnet Mask")});
     setAccessibleName(tr("Cameras"));
+}
+
+void QDeviceTable::ShowDevices(const QVector<QDevice>& devices, int nSelectedRow)
+{
+    const QPoint scrolledTo(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    {
+        // The rows that go are no choice of the user's; neither is what Qt selects while they go.
+        const QSignalBlocker blocker(this);
+        clearContents();
+        setRowCount(0);
+    }
+    if (devices.isEmpty())
+        return;
+    for (const QDevice& device : devices)
+        AddRow(device);
+    selectRow(nSelectedRow);
+    horizontalScrollBar()->setValue(scrolledTo.x());
+    verticalScrollBar()->setValue(scrolledTo.y());
 }
 
 void QDeviceTable::AddRow(const QDevice& device)

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QIcon>
 #include <QTableWidget>
+#include <QVector>
 
 class QDevice;
 
@@ -17,6 +18,10 @@ public:
 
     /// Sets every text of its own again, in the language of now.
     void RefreshTexts();
+
+    /// Shows these cameras in place of those before and selects one of them. The list stays scrolled to where
+    /// it was. No signal tells that the rows before are gone.
+    void ShowDevices(const QVector<QDevice>& devices, int nSelectedRow);
 
     /// Appends the camera.
     void AddRow(const QDevice& device);

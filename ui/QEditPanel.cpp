@@ -41,6 +41,55 @@ void QEditPanel::RefreshTexts()
     m_pSaveBtn->setText(tr("Save"));
 }
 
+IpConfigType QEditPanel::ChosenType() const
+{
+    if (m_pStaticIpRadio->isChecked())
+        return IpConfigType::Static;
+    return m_pDhcpRadio->isChecked() ? IpConfigType::Dhcp : IpConfigType::LinkLocal;
+}
+
+void QEditPanel::ChooseType(IpConfigType type)
+{
+    switch (type) {
+    case IpConfigType::Static:
+        return m_pStaticIpRadio->setChecked(true);
+    case IpConfigType::Dhcp:
+        return m_pDhcpRadio->setChecked(true);
+    case IpConfigType::LinkLocal:
+        return m_pLlaRadio->setChecked(true);
+    }
+}
+
+void QEditPanel::ShowAddresses(const QString& strIp, const QString& strMask, const QString& strGateway)
+{
+    m_IpAddr.Edit()->setText(strIp);
+    m_SubnetMask.Edit()->setText(strMask);
+    m_Gateway.Edit()->setText(strGateway);
+}
+
+void QEditPanel::ReadInto(QDevice& device) const
+{
+    device.m_strIpConfigType = ToText(ChosenType());
+    if (ChosenType() == IpConfigType::Static) {
+        device.m_strIpAddress = m_IpAddr.Edit()->text();
+        device.m_strSubnetMask = m_SubnetMask.Edit()->text();
+        device.m_strDefaultGateway = m_Gateway.Edit()->text();
+    }
+    device.m_strUserDefinedName = CutUserName(m_UserId.Edit()->text());
+}
+
+QString QEditPanel::CutUserName(const QString& strName)
+{
+    constexpr int MaxBytes = 15;
+    const QByteArray utf8 = strName.toUtf8();
+    return utf8.size() > MaxBytes ? QString::fromLatin1(utf8.left(MaxBytes)) : strName;
+}
+
+bool QEditPanel::HasFocusInAddress() const
+{
+    return m_Gateway.Edit()->hasFocus() || m_IpAddr.Edit()->hasFocus() || m_SubnetMask.Edit()->hasFocus();
+}
+
 void QEditPanel::CreateLayout()
 {
     constexpr int IndentColumn = 0; // What belongs to a radio button stands under its text.

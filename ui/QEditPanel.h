@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "device/QDevice.h"
 #include "ui/QCaptionedEdit.h"
 
 #include <QCoreApplication>
@@ -20,6 +21,20 @@ public:
 
     /// Sets every text of its own again, in the language of now.
     void RefreshTexts();
+
+    IpConfigType ChosenType() const;
+    void ChooseType(IpConfigType type);
+
+    void ShowAddresses(const QString& strIp, const QString& strMask, const QString& strGateway);
+
+    /// Puts what is chosen and typed into the device. Its addresses are replaced by a static one alone.
+    void ReadInto(QDevice& device) const;
+
+    /// A camera keeps 15 bytes of a name. A longer one (in UTF-8) loses the rest, and what is left is read as
+    /// Latin-1, whatever it was.
+    static QString CutUserName(const QString& strName);
+
+    bool HasFocusInAddress() const;
 
     QRadioButtonEx* const m_pStaticIpRadio;
     QCaptionedEdit m_IpAddr;

@@ -1,7 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "ui/UserName.h"
+#include "ui/QEditPanel.h"
 
 #include <gtest/gtest.h>
+
+namespace {
+
+QString CutUserName(const QString& name)
+{
+    return QEditPanel::CutUserName(name);
+}
+
+} // namespace
 
 TEST(UserNameTest, ANameOfFifteenBytesIsKeptAndALongerOneIsCut)
 {
