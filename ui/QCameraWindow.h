@@ -2,7 +2,7 @@
 #pragma once
 
 #include "device/QDevice.h"
-#include "ui/MainAddressRules.h"
+#include "ui/AddressRules.h"
 #include "widgets/QMainWindowEx.h"
 
 class QCaptionedEdit;
@@ -23,7 +23,7 @@ class QCameraWindow : public QMainWindowEx
     Q_OBJECT
 
 public:
-    // What is typed, see ui/MainAddressRules.h.
+    // What is typed, see ui/AddressRules.h.
     static bool CheckIsNumber(const QString& strText) { return MainAddressRules::IsNumber(strText); }
     static bool CheckIpAble(const QString& strText) { return MainAddressRules::IsCameraAddress(strText); }
     static bool CheckSubnetMask(const QString& strText) { return MainAddressRules::IsSubnetMask(strText); }

@@ -3,7 +3,7 @@
 
 #include "device/QDevice.h"
 #include "device/QPingThread.h"
-#include "ui/DialogAddressRules.h"
+#include "ui/AddressRules.h"
 #include "ui/QNoteLabel.h"
 #include "widgets/QLineEditEx.h"
 #include "widgets/QMessageBoxDlg.h"

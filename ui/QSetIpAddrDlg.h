@@ -43,7 +43,7 @@ public:
     bool IsChanged() const;
     bool IsIPChanged() const;
 
-    // What is typed, see ui/DialogAddressRules.h.
+    // What is typed, see ui/AddressRules.h.
     static bool CheckIpAble(const QString& strText);
     static bool CheckSubnetMask(const QString& strText);
     static bool CheckGateWay(const QString& strText);
