@@ -1,35 +1,48 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/WindowActions.h"
 #include "tests/ui/WindowFixture.h"
+#include "ui/Editability.h"
 
 #include <QTest>
 
 namespace {
 
-/// What is in use of the controls below the table, and the Modify IP button.
-struct InUse
+// What is in use of the controls below the table, and the Modify IP button.
+// clang-format off
+//                                        address mask   gateway radios name   save   modify IP
+constexpr Editability Everything =         {true,  true,  true,   true,  true,  true,  true};
+constexpr Editability AllButSave =         {true,  true,  true,   true,  true,  false, true};
+constexpr Editability AllButTheAddresses = {false, false, false,  true,  true,  true,  true};
+constexpr Editability AnotherAddress =     {true,  false, false,  false, false, true,  true};
+constexpr Editability TheDialogAlone =     {false, false, false,  false, false, false, true};
+constexpr Editability Nothing =            {false, false, false,  false, false, false, false};
+// clang-format on
+
+/// A text for each address field that it does not take, and one that it does.
+struct FieldTexts
 {
-    bool address;
-    bool maskAndGateway;
-    bool radios;
-    bool userId;
-    bool save;
-    bool modifyIp;
+    const char* caption;
+    const char* invalid;
+    const char* valid;
 };
+
+constexpr FieldTexts Texts[] = {{"IP Address:", "192.0.2", "192.0.2.1"},
+                                {"Subnet Mask:", "255.255.254.0", "255.255.0.0"},
+                                {"Default Gateway:", "192.0.2.256", "0.0.0.0"}};
 
 class EditingTest : public WindowFixture
 {
 protected:
-    void expectInUse(const InUse& expected) const
+    void expectInUse(const Editability& expected) const
     {
-        EXPECT_EQ(isEnabled("IP Address:"), expected.address);
-        EXPECT_EQ(isEnabled("Subnet Mask:"), expected.maskAndGateway);
-        EXPECT_EQ(isEnabled("Default Gateway:"), expected.maskAndGateway);
+        EXPECT_EQ(isEnabled("IP Address:"), expected.bAddress);
+        EXPECT_EQ(isEnabled("Subnet Mask:"), expected.bMask);
+        EXPECT_EQ(isEnabled("Default Gateway:"), expected.bGateway);
         for (const char* text : {"Static IP", "DHCP", "LLA"})
-            EXPECT_EQ(button(text)->isEnabled(), expected.radios) << text;
-        EXPECT_EQ(isEnabled("Device User ID:"), expected.userId);
-        EXPECT_EQ(button("Save")->isEnabled(), expected.save);
-        EXPECT_EQ(button("Modify IP")->isEnabled(), expected.modifyIp);
+            EXPECT_EQ(button(text)->isEnabled(), expected.bRadios) << text;
+        EXPECT_EQ(isEnabled("Device User ID:"), expected.bUserName);
+        EXPECT_EQ(button("Save")->isEnabled(), expected.bSave);
+        EXPECT_EQ(button("Modify IP")->isEnabled(), expected.bModifyIp);
     }
 
     void expectAddresses(const char* address, const char* mask, const char* gateway) const
@@ -52,12 +65,7 @@ TEST_F(EditingTest, AFreeCameraWithAStaticAddressMayBeEditedInEveryRespect)
     open();
     EXPECT_TRUE(button("Static IP")->isChecked());
     expectAddresses("192.0.2.20", "255.255.255.0", "192.0.2.254");
-    expectInUse({.address = true,
-                 .maskAndGateway = true,
-                 .radios = true,
-                 .userId = true,
-                 .save = true,
-                 .modifyIp = true});
+    expectInUse(Everything);
 }
 
 TEST_F(EditingTest, AFreeCameraWithoutAStaticAddressMayBeEditedButForTheAddress)
@@ -66,12 +74,7 @@ TEST_F(EditingTest, AFreeCameraWithoutAStaticAddressMayBeEditedButForTheAddress)
         addCamera(camera);
         open();
         EXPECT_TRUE(button(radio)->isChecked()) << radio;
-        expectInUse({.address = false,
-                     .maskAndGateway = false,
-                     .radios = true,
-                     .userId = true,
-                     .save = true,
-                     .modifyIp = true});
+        expectInUse(AllButTheAddresses);
         sdk.listed.clear();
         window->hide();
     }
@@ -81,24 +84,14 @@ TEST_F(EditingTest, AnUnreachableCameraWithAStaticAddressMayBeGivenAnother)
 {
     addCamera({.ip = "10.0.0.9", .ipConfig = StaticIp});
     open();
-    expectInUse({.address = true,
-                 .maskAndGateway = false,
-                 .radios = false,
-                 .userId = false,
-                 .save = true,
-                 .modifyIp = true});
+    expectInUse(AnotherAddress);
 }
 
 TEST_F(EditingTest, AnUnreachableCameraWithoutAStaticAddressIsOnlyForTheDialog)
 {
     addCamera({.ip = "10.0.0.9", .ipConfig = Dhcp});
     open();
-    expectInUse({.address = false,
-                 .maskAndGateway = false,
-                 .radios = false,
-                 .userId = false,
-                 .save = false,
-                 .modifyIp = true});
+    expectInUse(TheDialogAlone);
 }
 
 TEST_F(EditingTest, ACameraInUseCannotBeEditedAtAll)
@@ -110,12 +103,7 @@ TEST_F(EditingTest, ACameraInUseCannotBeEditedAtAll)
     for (int row = 0; row < 3; ++row) {
         clickRow(row);
         if (cell(row, 4) != "Free")
-            expectInUse({.address = false,
-                         .maskAndGateway = false,
-                         .radios = false,
-                         .userId = false,
-                         .save = false,
-                         .modifyIp = false});
+            expectInUse(Nothing);
     }
 }
 
@@ -129,12 +117,7 @@ TEST_F(EditingTest, ACameraWithoutAStaticAddressComesWithASuggestionThatIsStillT
     EXPECT_FALSE(isRed(field("Default Gateway:")));
 
     click("Static IP");
-    expectInUse({.address = true,
-                 .maskAndGateway = true,
-                 .radios = true,
-                 .userId = true,
-                 .save = false,
-                 .modifyIp = true});
+    expectInUse(AllButSave);
     QTest::mouseClick(field("IP Address:"), Qt::LeftButton);
     QTest::keyClick(field("IP Address:"), Qt::Key_End);
     QTest::keyClicks(field("IP Address:"), "77");
@@ -164,12 +147,7 @@ TEST_F(EditingTest, ChoosingDhcpOrLlaTakesTheAddressesOutOfUseAndLeavesSaveInUse
         ASSERT_FALSE(button("Save")->isEnabled());
         click(radio);
         expectAddresses("192.0.3.", "255.255.255.0", "192.0.3.1");
-        expectInUse({.address = false,
-                     .maskAndGateway = false,
-                     .radios = true,
-                     .userId = true,
-                     .save = true,
-                     .modifyIp = true});
+        expectInUse(AllButTheAddresses);
     }
 }
 
@@ -189,11 +167,7 @@ TEST_F(EditingTest, AFieldTurnsRedWhileItsTextIsInvalidAndSaveIsOutOfUseMeanwhil
 {
     addCamera(staticCamera);
     open();
-    const std::tuple<const char*, const char*, const char*> texts[] = {
-        {"IP Address:", "192.0.2", "192.0.2.1"},
-        {"Subnet Mask:", "255.255.254.0", "255.255.0.0"},
-        {"Default Gateway:", "192.0.2.256", "0.0.0.0"}};
-    for (const auto& [caption, invalid, valid] : texts) {
+    for (const auto& [caption, invalid, valid] : Texts) {
         type(caption, invalid);
         EXPECT_TRUE(isRed(field(caption))) << caption;
         EXPECT_TRUE(field(caption)->styleSheet().contains("color:red")) << caption;
@@ -238,12 +212,8 @@ TEST_F(EditingTest, TwoInvalidFieldsKeepSaveOutOfUseUntilBothAreValid)
 {
     addCamera(staticCamera);
     open();
-    const std::tuple<const char*, const char*, const char*> texts[] = {
-        {"IP Address:", "192.0.2.", "192.0.2.1"},
-        {"Subnet Mask:", "255.255.254.0", "255.255.0.0"},
-        {"Default Gateway:", "192.0.2.256", "0.0.0.0"}};
-    for (const auto& [first, firstInvalid, firstValid] : texts) {
-        for (const auto& [second, secondInvalid, secondValid] : texts) {
+    for (const auto& [first, firstInvalid, firstValid] : Texts) {
+        for (const auto& [second, secondInvalid, secondValid] : Texts) {
             if (first == second)
                 continue;
             field(first)->setText(firstInvalid);
@@ -285,12 +255,7 @@ TEST_F(EditingTest, AStatusThatIsNotKnownLeavesEverythingAsItIs)
         clickRow(row);
         const bool free = cell(row, 4) == "Free";
         window->SetEnableCtrls(&device);
-        expectInUse({.address = free,
-                     .maskAndGateway = free,
-                     .radios = free,
-                     .userId = free,
-                     .save = free,
-                     .modifyIp = free});
+        expectInUse(free ? Everything : Nothing);
     }
 }
 
