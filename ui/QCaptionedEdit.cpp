@@ -3,6 +3,7 @@
 
 #include "widgets/QLineEditEx.h"
 #include "widgets/QStaticLabel.h"
+#include "widgets/StyleRules.h"
 
 namespace {
 
@@ -11,10 +12,9 @@ constexpr QSize EditSize(160, 20); // The size of the picture that the field is 
 // An invalid text stays red also while the field is out of use.
 QString FieldSheet(const char* color, const char* disabledColor)
 {
-    return QStringLiteral("#QLineEditEx{color:%1;font-size:13px;font-family:FZShuSong-Z01S;"
-                          "border:none;background:transparent;}"
+    return QStringLiteral("#QLineEditEx{%1border:none;background:transparent;}"
                           "#QLineEditEx:disabled{color:%2;}")
-        .arg(QLatin1String(color), QLatin1String(disabledColor));
+        .arg(TextLook(color), QLatin1String(disabledColor));
 }
 
 } // namespace
@@ -25,7 +25,9 @@ QCaptionedEdit::QCaptionedEdit(QWidget* pParent)
       m_strKitSheet(m_pEdit->styleSheet())
 {
     m_pCaption->setBuddy(m_pEdit);
-    m_pCaption->setStyleSheet(m_pCaption->styleSheet() + QStringLiteral("QLabel:disabled{color:#b0b0b0;}"));
+    m_pCaption->setStyleSheet(
+        m_pCaption->styleSheet() +
+        QStringLiteral("QLabel:disabled{color:%1;}").arg(QLatin1String(DisabledTextColor)));
     m_pEdit->setFixedSize(EditSize);
     m_pEdit->setTextMargins(4, 0, 4, 0); // Padding would shrink the picture as well.
     ShowValid(true);
@@ -45,7 +47,7 @@ void QCaptionedEdit::SetEnabled(bool bEnable)
 void QCaptionedEdit::ShowValid(bool bValid)
 {
     const QString strSheet =
-        m_strKitSheet + (bValid ? FieldSheet("#666666", "#b0b0b0") : FieldSheet("red", "red"));
+        m_strKitSheet + (bValid ? FieldSheet(TextColor, DisabledTextColor) : FieldSheet("red", "red"));
     // A new sheet makes Qt style the field anew, which is slow.
     if (m_pEdit->styleSheet() != strSheet)
         m_pEdit->setStyleSheet(strSheet);

@@ -5,6 +5,7 @@
 #include "ui/QValueLabel.h"
 #include "ui/ShownText.h"
 #include "widgets/QStaticLabel.h"
+#include "widgets/StyleRules.h"
 
 #include <QGridLayout>
 #include <QStyleOptionGroupBox>
@@ -24,9 +25,9 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
     // A long title would otherwise widen the panel at the cost of its neighbours.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     setMinimumWidth(SmallestWidth);
-    setStyleSheet(QStringLiteral("QGroupBox{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;"
-                                 "border:1px solid #d5dbe2;border-radius:3px;margin-top:8px;}"
-                                 "QGroupBox::title{subcontrol-origin:margin;left:12px;padding:0 4px;}"));
+    setStyleSheet(QStringLiteral("QGroupBox{%1border:1px solid #d5dbe2;border-radius:3px;margin-top:8px;}"
+                                 "QGroupBox::title{subcontrol-origin:margin;left:12px;padding:0 4px;}")
+                      .arg(TextLook(DarkTextColor)));
 
     m_pGrid = new QGridLayout(this);
     m_pGrid->setContentsMargins(16, 16, 16, 12);
@@ -37,9 +38,7 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
     for (auto& pCaption : m_captions) {
         pCaption = new QStaticLabel(this);
         auto* const pValue = new QValueLabel(this);
-        pValue->setStyleSheet(
-            QStringLiteral("QLabel{color:#333333;font-size:13px;font-family:FZShuSong-Z01S;}") +
-            ToolTipSheet());
+        pValue->setStyleSheet(QStringLiteral("QLabel{%1}").arg(TextLook(DarkTextColor)) + ToolTipSheet());
         m_values[static_cast<std::size_t>(nRow)] = pValue;
         m_pGrid->addWidget(pCaption, nRow, 0);
         m_pGrid->addWidget(pValue, nRow, 1);

@@ -4,6 +4,7 @@
 #include "device/QDevice.h"
 #include "ui/ShownText.h"
 #include "widgets/FocusRing.h"
+#include "widgets/StyleRules.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -31,6 +32,7 @@ enum Column
 };
 
 constexpr std::array<int, ColumnCount> ColumnWidths = {110, 100, 100, 120, 120, 120, 100, 80};
+constexpr const char* SelectedGround = "#d0e0f9";
 constexpr int HeaderHeight = 34;
 constexpr int RowHeight = 37;
 constexpr int ScrollBarHeight = 10;
@@ -39,15 +41,15 @@ constexpr int FewestRows = 3;
 QString Sheet()
 {
     return QStringLiteral(
-               "QTableWidget{background-color:white;alternate-background-color:#f7f7f7;color:#666666;"
-               "font-size:13px;font-family:FZShuSong-Z01S;outline:none;"
-               "selection-color:#2C88E5;selection-background-color:#d0e0f9;}"
-               "QTableWidget::item:selected{color:#2C88E5;background-color:#d0e0f9;}"
-               "QHeaderView{background-color:#879aad;}"
-               "QHeaderView::section{background-color:#879aad;color:white;font-size:13px;"
-               "font-family:FZShuSong-Z01S;padding-left:2px;"
+               "QTableWidget{%1background-color:white;alternate-background-color:#f7f7f7;outline:none;"
+               "selection-color:%2;selection-background-color:%3;}"
+               "QTableWidget::item:selected{color:%2;background-color:%3;}"
+               "QHeaderView{background-color:%4;}"
+               "QHeaderView::section{%5background-color:%4;padding-left:2px;"
                "border-left:1px solid white;border-right:1px solid white;"
-               "border-top:1px solid #879aad;border-bottom:1px solid #879aad;}") +
+               "border-top:1px solid %4;border-bottom:1px solid %4;}")
+               .arg(TextLook(TextColor), QLatin1String(HighlightColor), QLatin1String(SelectedGround),
+                    QLatin1String(HeaderColor), TextLook("white")) +
            QStringLiteral("QScrollBar:vertical{border-image:url(:/Dorn/Resources/scrollbar/scrollbar.png);"
                           "width:10px;margin:0;}"
                           "QScrollBar::handle:vertical{"

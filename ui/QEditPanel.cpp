@@ -5,6 +5,7 @@
 #include "widgets/QPushButtonExColor.h"
 #include "widgets/QRadioButtonEx.h"
 #include "widgets/QStaticLabel.h"
+#include "widgets/StyleRules.h"
 
 #include <QGridLayout>
 
@@ -22,9 +23,9 @@ QEditPanel::QEditPanel(QWidget* pParent)
 {
     m_pSaveBtn->setFixedSize(90, 30);
     for (auto* pRadio : {m_pStaticIpRadio, m_pDhcpRadio, m_pLlaRadio})
-        pRadio->setStyleSheet(pRadio->styleSheet() +
-                              QStringLiteral("#QRadioButtonEx{padding-right:4px;}"
-                                             "#QRadioButtonEx:disabled{color:#b0b0b0;}"));
+        pRadio->setStyleSheet(pRadio->styleSheet() + QStringLiteral("#QRadioButtonEx{padding-right:4px;}"
+                                                                    "#QRadioButtonEx:disabled{color:%1;}")
+                                                         .arg(QLatin1String(DisabledTextColor)));
     RefreshTexts();
     CreateLayout();
 }

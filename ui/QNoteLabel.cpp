@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/QNoteLabel.h"
 
+#include "widgets/StyleRules.h"
+
 QNoteLabel::QNoteLabel(QWidget* pParent) : QLabel(pParent)
 {
     setTextFormat(Qt::RichText);
-    setStyleSheet(QStringLiteral("color:#333333;                                       "
-                                 "font-size:14px;                                       "
-                                 "font-family: Segoe UI;"));
+    setStyleSheet(TextLook(DarkTextColor, 14, SegoeFamily, 39));
 }
 
 void QNoteLabel::SetNote(const QString& strNote, int nWidth)

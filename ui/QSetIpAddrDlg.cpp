@@ -10,6 +10,7 @@
 #include "widgets/QPushButtonEx.h"
 #include "widgets/QPushButtonExColor.h"
 #include "widgets/QStaticLabel.h"
+#include "widgets/StyleRules.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>
@@ -36,8 +37,7 @@ bool QSetIpAddrDlg::CreatCtrls()
     m_pNote->setContentsMargins(0, 0, 0, 10); // The range is a paragraph of its own.
     m_pValidRange = new QLabel(this);
     m_pValidRange->setTextFormat(Qt::RichText);
-    m_pValidRange->setStyleSheet(
-        QStringLiteral("color:#666666;    font-size:14px;    font-family: Segoe UI;"));
+    m_pValidRange->setStyleSheet(TextLook(TextColor, 14, SegoeFamily, 4));
     m_pIpAddr = std::make_unique<Field>(this);
     m_pSubnetMask = std::make_unique<Field>(this);
     m_pGateway = std::make_unique<Field>(this);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/ShownText.h"
 
+#include "widgets/StyleRules.h"
+
 #include <QHelpEvent>
 #include <QTextDocument>
 #include <QToolTip>
@@ -19,9 +21,8 @@ QString InOneLine(QString strText)
 
 QString ToolTipSheet()
 {
-    return QStringLiteral(
-        "QToolTip{color:#333333;background-color:#ffffff;border:1px solid #879aad;padding:2px;"
-        "font-size:13px;font-family:FZShuSong-Z01S;}");
+    return QStringLiteral("QToolTip{%1background-color:#ffffff;border:1px solid %2;padding:2px;}")
+        .arg(TextLook(DarkTextColor), QLatin1String(HeaderColor));
 }
 
 void ShowToolTipOfCutText(const QHelpEvent& event, QWidget& widget, const QString& strText, bool bCut)

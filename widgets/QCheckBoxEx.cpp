@@ -21,9 +21,8 @@ QCheckBoxEx::QCheckBoxEx(QWidget* pParent) : QCheckBox(pParent)
 QCheckBoxEx::QCheckBoxEx(const QString& strText, QWidget* pParent) : QCheckBoxEx(pParent)
 {
     setText(strText);
-    setStyleSheet(styleSheet() + QStringLiteral("#QCheckBoxEx{color:#666666;                "
-                                                "font-size:13px;                "
-                                                "font-family: Segoe UI;}"));
+    setStyleSheet(styleSheet() +
+                  QStringLiteral("#QCheckBoxEx{%1}").arg(TextLook(TextColor, 13, SegoeFamily, 16)));
 }
 
 void QCheckBoxEx::SetIndex(int nIndex)

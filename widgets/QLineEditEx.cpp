@@ -9,9 +9,8 @@
 QLineEditEx::QLineEditEx(QWidget* pParent) : QLineEdit(pParent)
 {
     Init();
-    setStyleSheet(styleSheet() + QStringLiteral("#QLineEditEx{color:#666666;                              "
-                                                "font-size:13px;                              "
-                                                "font-family: Segoe UI;}"));
+    setStyleSheet(styleSheet() +
+                  QStringLiteral("#QLineEditEx{%1}").arg(TextLook(TextColor, 13, SegoeFamily, 30)));
 }
 
 QLineEditEx::QLineEditEx(const QString& strText, QWidget* pParent) : QLineEdit(strText, pParent)
@@ -24,7 +23,7 @@ void QLineEditEx::Init()
     setObjectName(QStringLiteral("QLineEditEx"));
     // The ground is the picture's, whatever the desktop's colours are.
     QPalette palette;
-    palette.setColor(QPalette::Text, QColor(0x66, 0x66, 0x66));
+    palette.setColor(QPalette::Text, QColor(TextColor));
     setPalette(palette);
     setStyleSheet(
         ImageRule(QStringLiteral("QLineEditEx"), QStringLiteral("inputbox/inputbox.png")) +

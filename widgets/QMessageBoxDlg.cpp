@@ -2,6 +2,7 @@
 #include "widgets/QMessageBoxDlg.h"
 
 #include "widgets/QPushButtonEx.h"
+#include "widgets/StyleRules.h"
 
 #include <QBoxLayout>
 #include <QLabel>
@@ -64,7 +65,7 @@ void QMessageBoxDlg::CreateCtrl()
     m_pMessage->setTextFormat(Qt::PlainText);
     // The ground is the frame's own, whatever the desktop's colours are.
     QPalette palette;
-    palette.setColor(m_pMessage->foregroundRole(), QColor(0x33, 0x33, 0x33));
+    palette.setColor(m_pMessage->foregroundRole(), QColor(DarkTextColor));
     m_pMessage->setPalette(palette);
     m_pMessage->setText(m_strText);
     m_pMessage->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);

@@ -15,5 +15,5 @@ public:
 
 private:
     QPushButtonEx(const QIcon& icon, const QString& strText, QWidget* pParent, const char* normalSlices,
-                  const char* hoverFont);
+                  bool bHoverFont);
 };

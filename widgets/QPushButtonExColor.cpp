@@ -13,29 +13,28 @@ QString Rule(const char* state, const char* picture, const QString& strText = QS
                            QStringLiteral("border-width: 1;") + strText);
 }
 
+/// Selects the other kind of button, so that it has no effect here.
+QString RuleOfTheOtherKind(int nBlanks)
+{
+    return QStringLiteral("#QPushButtonEx{border-radius: 2px;%1%2}")
+        .arg(QString(nBlanks, QLatin1Char(' ')), TextLook("white", 14, SongFamily, nBlanks));
+}
+
 } // namespace
 
-// The last rules of the next and of the icon's constructor select the other kind of button, so that they have
-// no effect here.
 QPushButtonExColor::QPushButtonExColor(QWidget* pParent)
-    : QPushButtonExColor(QIcon(), QString(), pParent, QString(),
-                         QStringLiteral("#QPushButtonEx{border-radius: 2px;                     "
-                                        "color:white;                     "
-                                        "font-size:14px;                     "
-                                        "font-family: FZShuSong-Z01S;}"))
+    : QPushButtonExColor(QIcon(), QString(), pParent, QString(), RuleOfTheOtherKind(21))
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QString& strText, QWidget* pParent)
-    : QPushButtonExColor(QIcon(), strText, pParent,
-                         QStringLiteral("color:white;font-size:14px;font-family:FZShuSong-Z01S;"), QString())
+    : QPushButtonExColor(
+          QIcon(), strText, pParent,
+          QStringLiteral("color:white;font-size:14px;font-family:%1;").arg(QLatin1String(SongFamily)),
+          QString())
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QIcon& icon, const QString& strText, QWidget* pParent)
-    : QPushButtonExColor(icon, strText, pParent, QString(),
-                         QStringLiteral("#QPushButtonEx{border-radius: 2px;                "
-                                        "color:white;                "
-                                        "font-size:14px;                "
-                                        "font-family: FZShuSong-Z01S;}"))
+    : QPushButtonExColor(icon, strText, pParent, QString(), RuleOfTheOtherKind(16))
 {}
 
 QPushButtonExColor::QPushButtonExColor(const QIcon& icon, const QString& strText, QWidget* pParent,

@@ -22,9 +22,7 @@ QRadioButtonEx::QRadioButtonEx(const QString& strText, QWidget* pParent) : QRadi
 {
     setText(strText);
     setStyleSheet(styleSheet() +
-                  QStringLiteral("#QRadioButtonEx{color:#666666;                                 "
-                                 "font-size:13px;                                 "
-                                 "font-family: FZShuSong-Z01S;}"));
+                  QStringLiteral("#QRadioButtonEx{%1}").arg(TextLook(TextColor, 13, SongFamily, 33)));
 }
 
 void QRadioButtonEx::paintEvent(QPaintEvent* /*pEvent*/)

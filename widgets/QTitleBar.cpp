@@ -3,6 +3,7 @@
 
 #include "widgets/Frame.h"
 #include "widgets/QImageButton.h"
+#include "widgets/StyleRules.h"
 #include "widgets/UbuntuSystem.h"
 
 #include <QBoxLayout>
@@ -54,9 +55,7 @@ void QTitleBar::CreateCtrl()
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
     m_pTitle->setFixedHeight(Height);
-    m_pTitle->setStyleSheet(QStringLiteral("QLabel{color:white;                                 "
-                                           "font-size:14px;                                 "
-                                           "font-family: Segoe UI;}"));
+    m_pTitle->setStyleSheet(QStringLiteral("QLabel{%1}").arg(TextLook("white", 14, SegoeFamily, 33)));
     m_pFiller = new QLabel;
     m_pFiller->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     m_pBackground = new QLabel;

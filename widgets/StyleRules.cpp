@@ -1,6 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "widgets/StyleRules.h"
 
+QString TextLook(const char* color, int nPixels, const char* family, int nBlanks)
+{
+    return QStringLiteral("color:%1;%2font-size:%3px;%2font-family: %4;")
+        .arg(QLatin1String(color), QString(nBlanks, QLatin1Char(' ')), QString::number(nPixels),
+             QLatin1String(family));
+}
+
 QString ImageRule(const QString& strSelector, const QString& strPicture)
 {
     return QStringLiteral("#%1{                image: url(:/Dorn/Resources/%2);}")

@@ -6,6 +6,19 @@
 #include <initializer_list>
 #include <utility>
 
+// The look that the windows' texts share: colours and families as style sheets write them.
+constexpr const char* TextColor = "#666666";
+constexpr const char* DarkTextColor = "#333333";
+constexpr const char* DisabledTextColor = "#b0b0b0";
+constexpr const char* HighlightColor = "#2C88E5";
+constexpr const char* HeaderColor = "#879aad";
+constexpr const char* SongFamily = "FZShuSong-Z01S";
+constexpr const char* SegoeFamily = "Segoe UI";
+
+/// Declarations of a text's colour and font. So many blanks stand between two of them: what the sheets of the
+/// kit say is agreed to the letter.
+QString TextLook(const char* color, int nPixels = 13, const char* family = SongFamily, int nBlanks = 0);
+
 // Rules of style sheets. Selectors are written without the "#" of an object name in front; pictures by their
 // path below ":/Dorn/Resources/".
 
