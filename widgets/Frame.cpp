@@ -5,6 +5,7 @@
 
 #include <QBoxLayout>
 #include <QGuiApplication>
+#include <QProcess>
 #include <QWindow>
 
 namespace {
@@ -19,6 +20,16 @@ Layout* CreateBare()
 }
 
 } // namespace
+
+bool IsUbuntuSystem()
+{
+    constexpr int WaitMilliseconds = 30000;
+    QProcess process;
+    process.start(QStringLiteral("uname"), {QStringLiteral("-a")}, QIODevice::ReadWrite);
+    process.waitForStarted(WaitMilliseconds);
+    process.waitForFinished(WaitMilliseconds);
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).contains(QLatin1String("Ubuntu"));
+}
 
 QWidget* CreateFramePiece(const QString& strName, const QString& strSheet, const QSize& size)
 {

@@ -14,6 +14,10 @@ class QWidget;
 // What the frames of the kit's windows are put together from. Everything is made without a parent and belongs
 // to the window as soon as the layout does that it is put into.
 
+/// Whether the system calls itself Ubuntu, where windows have their buttons on the left. Asks the program
+/// `uname`, for at most a minute; without an answer: no.
+bool IsUbuntuSystem();
+
 /// A plain widget; its name is what style sheets select it by. A width or height of 0 is left to the layout.
 QWidget* CreateFramePiece(const QString& strName, const QString& strSheet, const QSize& size);
 

@@ -3,7 +3,6 @@
 
 #include "widgets/Frame.h"
 #include "widgets/QImageButton.h"
-#include "widgets/UbuntuSystem.h"
 
 #include <QBoxLayout>
 #include <QKeyEvent>

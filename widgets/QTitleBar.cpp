@@ -4,7 +4,6 @@
 #include "widgets/Frame.h"
 #include "widgets/QImageButton.h"
 #include "widgets/StyleRules.h"
-#include "widgets/UbuntuSystem.h"
 
 #include <QBoxLayout>
 #include <QGuiApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "widgets/UbuntuSystem.h"
+#include "widgets/Frame.h"
 
 #include "tests/widgets/ScriptedUname.h"
 #include "widgets/QDialogEx.h"
