@@ -15,14 +15,14 @@ bool GetCurLanguageVersion(int& language)
         language = settings.value(QStringLiteral("Common/Language"), QVariant(0)).toInt();
         return true;
     } catch (...) {
-        return false; // The program starts in whatever language it has.
+        return false; // Start-up goes on without a change of language.
     }
 }
 
 int SetLanguageVersion(int language)
 {
     const QString strFolder = QCoreApplication::applicationDirPath();
-    // The name's ending tells the language of the sources; what the file holds is Chinese.
+    // The file is named after the language of the sources, English, and holds their Chinese translation.
     if (!m_translator.load(strFolder + QStringLiteral("/Kelo_ip_configurator_en.qm")))
         return 0;
     if (!m_translatorSystem.load(strFolder + QStringLiteral("/qt_zh_CN.qm")))

@@ -28,7 +28,7 @@ bool writeProcessId(int fd)
 {
     std::array<char, 16> digits = {};
     std::snprintf(digits.data(), digits.size(), "%d", getpid());
-    // Where it fails, as on a device, the new number still stands at the beginning.
+    // If this fails, as on a device, the number is still written over the beginning.
     [[maybe_unused]] const int truncated = ftruncate(fd, 0);
     return write(fd, digits.data(), std::strlen(digits.data())) >= 0;
 }
@@ -64,7 +64,7 @@ std::string currentExeName()
 {
     std::array<char, 4096> path = {};
     const auto length = static_cast<size_t>(readlink("/proc/self/exe", path.data(), path.size()));
-    if (length >= path.size()) // Cut off, or the -1 of a failure.
+    if (length >= path.size()) // Cut off; or -1 for a failure, which is a large number here.
         return {};
     const std::string text(path.data(), length);
     const size_t slash = text.rfind('/');

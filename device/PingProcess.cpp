@@ -16,7 +16,7 @@ bool PingAnswers(const QString& program, const QStringList& arguments, int nFini
     process.waitForStarted(StartMilliseconds);
     if (!process.waitForFinished(nFinishMilliseconds)) {
         process.kill();
-        process.waitForFinished(); // Else Qt complains of it to the user.
+        process.waitForFinished(); // Else QProcess prints a warning when it is destroyed.
         return false;
     }
     if (process.exitStatus() == QProcess::CrashExit)

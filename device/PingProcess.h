@@ -4,6 +4,6 @@
 #include <QStringList>
 
 /// Runs a program that pings and looks for "ms" in what it prints to standard output, as a reply's line has
-/// its time in milliseconds. False when the program cannot be started, crashes, or runs for longer than it
-/// may from its start on; it is killed then.
+/// its time in milliseconds. False when the program cannot be started or crashes, and when it runs for
+/// longer than `nFinishMilliseconds`; it is killed then.
 bool PingAnswers(const QString& program, const QStringList& arguments, int nFinishMilliseconds);

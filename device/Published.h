@@ -51,6 +51,6 @@ private:
     };
 
     std::atomic<const T*> m_current{new T()};
-    mutable std::atomic<int> m_readers{0}; ///< Who may be copying from the current value or a retired one.
-    std::vector<std::unique_ptr<const T>> m_retired; ///< The publisher's.
+    mutable std::atomic<int> m_readers{0}; ///< That may be copying from the current value or a retired one.
+    std::vector<std::unique_ptr<const T>> m_retired; ///< For publish() alone.
 };

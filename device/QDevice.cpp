@@ -52,7 +52,7 @@ IpConfigType ipConfigTypeOf(const RZ_GIGE_DEVICE_INFO& block)
     return block.nIpConfigCurrent & IpConfigDhcp ? IpConfigType::Dhcp : IpConfigType::LinkLocal;
 }
 
-/// The one of these that the text names.
+/// The one of `all` whose text this is.
 template <typename Enum>
 std::optional<Enum> fromText(const QString& text, std::initializer_list<Enum> all)
 {

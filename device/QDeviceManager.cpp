@@ -79,7 +79,8 @@ void QDeviceManager::QuickSort(QVector<QDevice>& vec, int low, int high)
     if (low >= high)
         return;
 
-    // Where equal ones end up follows from these very steps, and rows must not move otherwise.
+    // Exactly these steps, no library's sort: they decide the order of devices that sort equally, and the
+    // rows of the table must not change places.
     const QDevice pivot = vec[low];
     int i = low;
     int j = high;

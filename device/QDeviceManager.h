@@ -37,7 +37,7 @@ public:
     static void QuickSort(QVector<QDevice>& vec, int low, int high);
 
     /// Whether a sorts after b. The MAC's parts are read as decimal numbers (one with a letter counts 0) and
-    /// weigh 100, 10 and 1 in each half. A text of other than six parts sorts after nothing.
+    /// weigh 100, 10 and 1 in each half. Nothing sorts after or before a text of other than six parts.
     static bool CompareFunc(const QDevice& a, const QDevice& b);
 
     /// Whether the model is one of the "RZ-" series.

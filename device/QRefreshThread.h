@@ -35,7 +35,7 @@ signals:
     void SigEndThread();
 
 private:
-    std::atomic<QDeviceManager*> m_pDeviceManager =
-        nullptr;             ///< Cleared on destruction, maybe in the middle of a job.
+    /// Cleared on destruction, maybe in the middle of a job.
+    std::atomic<QDeviceManager*> m_pDeviceManager = nullptr;
     bool m_bRunning = false; ///< Written on the worker thread; others may look after SigEndThread().
 };

@@ -12,7 +12,7 @@ namespace {
 constexpr int LoopbackNetwork = 127;
 constexpr int FirstMulticastNetwork = 224;
 
-/// The first octet of a text that is four octets, as the window understands them; nothing for any other text.
+/// The first octet of a text of four parts that all pass `isOctet`; nothing for any other text.
 std::optional<int> firstOctet(const QString& strText, bool (*isOctet)(const QString&))
 {
     const QStringList parts = strText.split(QLatin1Char('.'));

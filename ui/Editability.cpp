@@ -16,7 +16,7 @@ std::optional<Editability> EditabilityOf(std::optional<CameraStatus> status, IpC
                            .bSave = true,
                            .bModifyIp = true};
     case CameraStatus::Unreachable:
-        // A static address alone may also be changed here, without the dialog.
+        // Intended, odd as it is: a static address may be changed here as well as in the dialog.
         return Editability{.bAddress = bStaticIp, .bSave = bStaticIp, .bModifyIp = true};
     case CameraStatus::InUse:
         return Editability{};

@@ -7,7 +7,7 @@
 
 void MoveToDesktopCentre(QWidget& window)
 {
-    // A window that is not shown yet has the size of what it held before.
+    // The size of a window that is not shown yet does not follow its contents by itself.
     window.ensurePolished();
     if (window.layout())
         window.layout()->activate();

@@ -91,8 +91,8 @@ QDevice QCameraWindow::DeviceAt(int nRow)
     QDevice device = m_NoDevice;
     if (!m_pDeviceTable || !m_pDeviceManager)
         return device;
-    // At the end of a refresh the manager's list is newer than the table for a moment, and the camera that
-    // the user sees in this row may have another one there.
+    // At the end of a refresh the manager's list is newer than the table for a moment: the camera that the
+    // user sees in this row may have another index there.
     QVector<QDevice> devices;
     m_pDeviceManager->GetAllDevices(devices);
     const QString strMac = m_pDeviceTable->MacAddressAt(nRow);
@@ -180,7 +180,8 @@ void QCameraWindow::OnItemClicked(QTableWidgetItem* pItem)
     if (!pItem)
         return;
     const QDevice device = DeviceAt(pItem->row());
-    // Other than after a selection: what may be edited still follows the kind of address chosen before.
+    // The other way round than OnSelectItemChanged(): controls are enabled by the radio button that was
+    // checked before the click.
     SetEnableCtrls(&device);
     ShowDeviceInfo(&device);
 }

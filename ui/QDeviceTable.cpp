@@ -66,8 +66,9 @@ QString Sheet()
            ToolTipSheet();
 }
 
-/// An icon that is one picture, in its own colours also where the row is selected, and on a screen scaled up
-/// in twice the pixels: Qt's icons from files are so only when the whole application asks for it.
+/// The icon of a status. It keeps its colours in a selected row, and on a screen that is scaled up it is
+/// drawn from a picture of twice the size: Qt's icons from files do so only if the whole application is set
+/// to.
 class StatusPicture : public QIconEngine
 {
 public:
@@ -167,7 +168,7 @@ QDeviceTable::QDeviceTable(QWidget* pParent)
     setContextMenuPolicy(Qt::CustomContextMenu);
     setTabKeyNavigation(false); // Tab leaves the table.
     setWordWrap(false);
-    setIconSize(StatusPicture::Size); // Else a fine screen makes them larger.
+    setIconSize(StatusPicture::Size); // Else Qt enlarges them on a screen of high resolution.
     setItemDelegate(new RowDelegate(this));
 
     horizontalHeader()->setHighlightSections(false);
@@ -178,7 +179,7 @@ QDeviceTable::QDeviceTable(QWidget* pParent)
         setColumnWidth(nColumn, ColumnWidths[static_cast<std::size_t>(nColumn)]);
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(
-        RowHeight); // Else a large font of the application's makes them higher.
+        RowHeight); // Else a large application font makes the rows higher.
     verticalHeader()->setDefaultSectionSize(RowHeight);
 
     setShowGrid(false);
@@ -200,7 +201,7 @@ void QDeviceTable::ShowDevices(const QVector<QDevice>& devices, int nSelectedRow
 {
     const QPoint scrolledTo(horizontalScrollBar()->value(), verticalScrollBar()->value());
     {
-        // The rows that go are no choice of the user's; neither is what Qt selects while they go.
+        // Neither the removal of rows nor what Qt selects meanwhile is a choice of the user's.
         const QSignalBlocker blocker(this);
         clearContents();
         setRowCount(0);

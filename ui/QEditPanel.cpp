@@ -106,7 +106,8 @@ void QEditPanel::CreateLayout()
     pGrid->setColumnMinimumWidth(IndentColumn, RadioTextX);
     int nRow = 0;
     const auto addRadio = [&](QRadioButtonEx* pRadio) {
-        pGrid->addWidget(pRadio, nRow++, IndentColumn, 1, 3, Qt::AlignLeft); // Its frame goes round its text.
+        pGrid->addWidget(pRadio, nRow++, IndentColumn, 1, 3,
+                         Qt::AlignLeft); // Not stretched: the focus is shown round its text.
     };
     const auto addEdit = [&](const QCaptionedEdit& field, int nColumn) {
         pGrid->addWidget(field.Caption(), nRow, nColumn, 1, CaptionColumn - nColumn + 1);

@@ -27,7 +27,7 @@ public:
 
     void ShowAddresses(const QString& strIp, const QString& strMask, const QString& strGateway);
 
-    /// Puts what is chosen and typed into the device. Its addresses are replaced by a static one alone.
+    /// Puts what is chosen and typed into the device; the addresses only when "Static IP" is chosen.
     void ReadInto(QDevice& device) const;
 
     /// A camera keeps 15 bytes of a name. A longer one (in UTF-8) loses the rest, and what is left is read as

@@ -34,7 +34,7 @@ bool QSetIpAddrDlg::InitWidget()
 bool QSetIpAddrDlg::CreatCtrls()
 {
     m_pNote = new QNoteLabel(this);
-    m_pNote->setContentsMargins(0, 0, 0, 10); // The range is a paragraph of its own.
+    m_pNote->setContentsMargins(0, 0, 0, 10); // A gap, since the range is another paragraph.
     m_pValidRange = new QLabel(this);
     m_pValidRange->setTextFormat(Qt::RichText);
     m_pValidRange->setStyleSheet(TextLook(TextColor, 14, SegoeFamily, 4));
@@ -135,8 +135,8 @@ void QSetIpAddrDlg::SetCurDevice(const QDevice& device)
     show(*m_pIpAddr, device.m_strIpAddress);
     show(*m_pSubnetMask, device.m_strSubnetMask);
     show(*m_pGateway, device.m_strDefaultGateway);
-    // A text that is the same as last time has told nobody, and a ping that was given up has left "OK"
-    // disabled.
+    // A field that already has the text emits nothing, and "OK" may still be disabled from a ping that was
+    // given up.
     OnIpAddrChanged(device.m_strIpAddress);
     OnSubnetMaskChanged(device.m_strSubnetMask);
     OnGatewayChanged(device.m_strDefaultGateway);
@@ -265,9 +265,9 @@ void QSetIpAddrDlg::OnOkBtn()
     }
     if (m_bPinging)
         return;
-    m_pPingThread->wait(); // It has announced its end, if it ever ran: no time worth mentioning.
+    m_pPingThread->wait(); // Takes no time: its last job, if any, is over.
     m_pPingThread->SetIPAddress(m_pIpAddr->edit.Edit()->text());
-    m_pIpAddr->edit.Edit()->setFocus(); // Else "Cancel" would get it from "OK".
+    m_pIpAddr->edit.Edit()->setFocus(); // Else disabling "OK" would give it to "Cancel".
     m_pOkBtn->setEnabled(false);
     SetPinging(true);
     m_pPingThread->start(QThread::InheritPriority);
@@ -278,7 +278,7 @@ void QSetIpAddrDlg::SetPinging(bool bPinging)
     m_bPinging = bPinging;
     if (!m_pIpAddr)
         return;
-    // The answer is for what has been asked: half a correction of it must not be accepted with it.
+    // The ping tells of the address that is typed now: no text may change until its answer.
     for (const auto* pField : {m_pIpAddr.get(), m_pSubnetMask.get(), m_pGateway.get()})
         pField->edit.Edit()->setReadOnly(bPinging);
 }
@@ -306,7 +306,8 @@ void QSetIpAddrDlg::OnCancelBtn()
 void QSetIpAddrDlg::closeEvent(QCloseEvent* pEvent)
 {
     if (m_bPinging) {
-        // Its answer is for a question that nobody asks any more, and may take half a minute to come.
+        // Nobody waits for this ping any more, which may take half a minute: it ends by itself, and the next
+        // use of the dialog has a worker of its own.
         SetPinging(false);
         connect(m_pPingThread, &QThread::finished, m_pPingThread, &QObject::deleteLater);
         if (m_pPingThread->isFinished())

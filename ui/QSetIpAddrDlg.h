@@ -102,5 +102,5 @@ private:
     QPushButtonEx* m_pCancelBtn = nullptr;
     QVBoxLayout* m_pMainColumn = nullptr;
     QPingThread* m_pPingThread = nullptr;
-    bool m_bPinging = false; ///< Somebody waits for the answer.
+    bool m_bPinging = false; ///< The user waits for a ping's answer.
 };

@@ -27,7 +27,7 @@ QString ToolTipSheet()
 
 void ShowToolTipOfCutText(const QHelpEvent& event, QWidget& widget, const QString& strText, bool bCut)
 {
-    // Qt would take a text of a camera's for markup.
+    // Qt would take a camera's text for markup if it looks like that.
     const QString strShown = bCut ? Qt::convertFromPlainText(strText, Qt::WhiteSpaceNormal) : QString();
     QToolTip::showText(event.globalPos(), strShown, &widget);
 }

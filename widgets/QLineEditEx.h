@@ -15,7 +15,7 @@ public:
 signals:
     /// For the owner to emit; the line edit itself never does.
     void SigSave(QString strText);
-    /// Return or Enter is pressed, and nothing has come of it yet.
+    /// Return or Enter is pressed. Comes before the line edit itself handles the key.
     void SigEnterKeyPress(QString strText);
     /// The focus is lost, whether or not the text has changed.
     void SigFocusOutEvent(QString strText);

@@ -44,7 +44,7 @@ QMainWindowEx::QMainWindowEx(QWidget* pParent, bool bShowMinButton)
                    Qt::WindowMaximizeButtonHint);
     CreateCtrl();
     CreateLayout();
-    // After the content, above which it lies.
+    // Made last, so that it lies above the content.
     setSizeGripEnabled(true);
 }
 

@@ -15,7 +15,7 @@ class QMainWindowEx : public QDialog
     Q_OBJECT
 
 public:
-    /// Made without a parent, whichever is given: a window that is given is only stayed above of.
+    /// The window has no parent. One that is given here is only the window above which it stays.
     QMainWindowEx(QWidget* pParent, bool bShowMinButton);
 
     void SetTitleText(QString& strText);

@@ -63,7 +63,7 @@ void QMessageBoxDlg::CreateCtrl()
 
     m_pMessage = new QLabel;
     m_pMessage->setTextFormat(Qt::PlainText);
-    // The ground is the frame's own, whatever the desktop's colours are.
+    // Not the desktop's colour: the text stands on the frame's own ground.
     QPalette palette;
     palette.setColor(m_pMessage->foregroundRole(), QColor(DarkTextColor));
     m_pMessage->setPalette(palette);
@@ -106,7 +106,7 @@ void QMessageBoxDlg::FitMessage()
     for (int nPixels = QFontInfo(font).pixelSize(); nPixels > SmallestPixelSize && !fits();)
         font.setPixelSize(--nPixels);
     while (!fits()) {
-        strShown.chop(strShown.size() / 10 + 2); // The dots of the last time among them.
+        strShown.chop(strShown.size() / 10 + 2); // With the dots of the round before.
         strShown += Dots;
     }
     m_pMessage->setFont(font);

@@ -23,7 +23,7 @@ public slots:
 private:
     void CreateCtrl();
     void CreateLayout();
-    /// Sees to it that all of the message is seen, or that it goes on.
+    /// Makes the letters small enough for the whole message; one that is still too long ends in dots.
     void FitMessage();
 
     QPushButtonEx* m_pBtnOk = nullptr;

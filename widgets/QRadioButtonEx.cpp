@@ -9,7 +9,8 @@
 QRadioButtonEx::QRadioButtonEx(QWidget* pParent) : QRadioButton(pParent)
 {
     setObjectName(QStringLiteral("QRadioButtonEx"));
-    // A disabled one that is not checked has two rules: the one that names both states is the more specific.
+    // Two rules match one that is disabled and unchecked; Qt takes the more specific, which names both
+    // states.
     setStyleSheet(IndicatorRules("QRadioButtonEx", {{"unchecked", "radiobox/radiobox.png"},
                                                     {"unchecked:hover", "radiobox/radiobox_hov.png"},
                                                     {"unchecked:disabled", "radiobox/radiobox_dis.png"},

@@ -208,7 +208,7 @@ void QTitleBar::mouseMoveEvent(QMouseEvent* pEvent)
     if (!m_bMove || pOwner->isMaximized())
         return;
     if (DragByCompositor(*pOwner))
-        m_bMove = false; // It does not tell when the button is released.
+        m_bMove = false; // The compositor does not tell when the button is released.
     else
         pOwner->move(pEvent->globalPos() - m_pressPosition);
 }
@@ -220,8 +220,8 @@ void QTitleBar::mouseDoubleClickEvent(QMouseEvent* pEvent)
 
 void QTitleBar::showEvent(QShowEvent* pEvent)
 {
-    // Of the press that minimised the window neither the release has come nor the pointer's leaving: the
-    // button would come back pressed.
+    // The press on this button minimised the window, which therefore got neither the release nor the
+    // pointer's leaving. Without them the button would be shown pressed.
     m_pBtnMin->setDown(false);
     QEvent leave(QEvent::Leave);
     QCoreApplication::sendEvent(m_pBtnMin, &leave);

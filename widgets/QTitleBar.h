@@ -20,7 +20,7 @@ class QTitleBar : public QWidget
     Q_OBJECT
 
 public:
-    /// Made without a parent, whichever is given.
+    /// The parent is not used: the bar becomes a child of the window in whose layout it is put.
     QTitleBar(QWidget* pParent, bool bShowMinButton);
 
     void SetTitleText(QString& strText);
@@ -30,7 +30,8 @@ public:
     bool IsMaximized() const;
 
 signals:
-    /// 0: fills the screen next; 1: is restored next; 2: minimised; 3: is closed next.
+    /// The window is about to fill the screen (0) or to be restored (1), was minimised (2), is about to close
+    /// (3).
     void SigTitleButtonClicked(int nType);
 
 public slots:
@@ -52,7 +53,7 @@ private:
     void CreateCtrl();
     void CreateButtons();
     void CreateMenuBar();
-    void RefreshTexts(); ///< For those who do not see the buttons' pictures.
+    void RefreshTexts(); ///< What screen readers call the buttons.
     void CreateLayout();
     void ConnectSlot();
 

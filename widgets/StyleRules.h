@@ -15,8 +15,8 @@ constexpr const char* HeaderColor = "#879aad";
 constexpr const char* SongFamily = "FZShuSong-Z01S";
 constexpr const char* SegoeFamily = "Segoe UI";
 
-/// Declarations of a text's colour and font. So many blanks stand between two of them: what the sheets of the
-/// kit say is agreed to the letter.
+/// Declarations of a text's colour and font with so many blanks between them: the sheets of the kit are
+/// agreed to the letter, their blanks included.
 QString TextLook(const char* color, int nPixels = 13, const char* family = SongFamily, int nBlanks = 0);
 
 // Rules of style sheets. Selectors are written without the "#" of an object name in front; pictures by their
@@ -30,6 +30,6 @@ QString IndicatorRules(const char* className,
                        std::initializer_list<std::pair<const char*, const char*>> statePictures);
 
 /// Draws the picture as the border and the ground of what is selected, with `strSlices` saying (leading blank
-/// included) what of it is border; `strRest` are declarations more.
+/// included) what of it is border; `strRest` holds further declarations.
 QString BorderImageRule(const QString& strSelector, const QString& strPicture, const QString& strSlices,
                         const QString& strRest);

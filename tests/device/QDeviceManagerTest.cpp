@@ -302,7 +302,8 @@ TEST_F(QDeviceManagerTest, CamerasThatSortEquallyMoveAsThePartitionMovesThem)
 
 TEST_F(QDeviceManagerTest, StatusIsComparedAsTranslated)
 {
-    /// Gives the one text that filtering compares another face; what a device was decoded with must fit it.
+    /// Translates the one text that filtering compares, both when a device is decoded and when it is
+    /// compared.
     class Chinese : public QTranslator
     {
     public:

@@ -101,7 +101,7 @@ struct Rules
     bool (*isCameraAddress)(const QString&);
     bool (*isSubnetMask)(const QString&);
     bool (*isGateway)(const QString&);
-    bool takesAnyMask; ///< Else three of them alone.
+    bool takesAnyMask; ///< Else only three of them.
     std::vector<Row> rows;
 };
 

@@ -21,7 +21,7 @@ __lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
     return "leak:libfontconfig\nleak:libdbus-1\n";
 }
 
-// Qt, its platform and the graphics libraries among themselves.
+// What Qt, its platform plug-in and the graphics libraries do among themselves is not judged.
 extern "C" [[gnu::visibility("default")]] const char*
 __tsan_default_options() // NOLINT(bugprone-reserved-identifier)
 {

@@ -44,8 +44,8 @@ protected:
     };
 
     WindowFixture();
-    /// Skips the test under the thread sanitizer, to which Qt, built without it, looks full of races. What is
-    /// to be judged under it makes an order of its own.
+    /// Skips the test under the thread sanitizer, to which Qt, built without it, looks full of races. Tests
+    /// that are made for that sanitizer order the threads themselves, and do not call this.
     void SetUp() override;
     /// Waits for running jobs, which need the doubles and whatever else of the test they have been given.
     void TearDown() override;
@@ -72,7 +72,7 @@ protected:
     QString panelTitle() const;
     /// The texts of the panel's labels, captions and values in pairs.
     QStringList panelTexts() const;
-    /// Whether the field and its caption are, both of them.
+    /// Of the field; expects the same of its caption.
     bool isEnabled(const char* caption) const;
     static bool isRed(const QLineEdit* field);
 
