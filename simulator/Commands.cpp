@@ -3,7 +3,7 @@
 
 #include "gvcp/Registers.h"
 #include "simulator/Farm.h"
-#include "simulator/HexText.h"
+#include "simulator/config/HexText.h"
 
 #include <charconv>
 #include <iterator>

@@ -3,8 +3,8 @@
 
 #include "simulator/ControlSocket.h"
 #include "simulator/Farm.h"
-#include "simulator/TimerQueue.h"
-#include "simulator/Wire.h"
+#include "simulator/wire/TimerQueue.h"
+#include "simulator/wire/Wire.h"
 
 #include <algorithm>
 #include <cerrno>

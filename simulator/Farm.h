@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/FarmConfig.h"
-#include "simulator/Station.h"
+#include "simulator/config/FarmConfig.h"
+#include "simulator/station/Station.h"
 
 #include <map>
 #include <memory>

@@ -4,7 +4,8 @@
 #include "simulator/ControlSocket.h"
 #include "simulator/EventLoop.h"
 #include "simulator/Farm.h"
-#include "simulator/Wire.h"
+#include "simulator/config/ReadFarm.h"
+#include "simulator/wire/Wire.h"
 
 #include <exception>
 #include <filesystem>
@@ -27,7 +28,7 @@ std::string readFile(const std::string& path)
 
 FarmConfig readConfig(const std::string& path)
 try {
-    return parseFarmConfig(readFile(path), std::filesystem::path(path).parent_path());
+    return readFarm(readFile(path), std::filesystem::path(path).parent_path());
 } catch (const std::exception& error) {
     throw std::runtime_error(path + ": " + error.what());
 }

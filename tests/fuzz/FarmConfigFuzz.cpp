@@ -3,6 +3,7 @@
 #include "gvcp/DiscoveryAck.h"
 #include "simulator/Commands.h"
 #include "simulator/Farm.h"
+#include "simulator/config/ReadFarm.h"
 #include "tests/fuzz/Require.h"
 
 #include <nlohmann/json.hpp>
@@ -110,7 +111,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     try {
         // A file that such a text names is none there.
-        FarmConfig config = parseFarmConfig({reinterpret_cast<const char*>(data), size}, "/nonexistent");
+        FarmConfig config = readFarm({reinterpret_cast<const char*>(data), size}, "/nonexistent");
         judge(config);
         putIntoAFarm(std::move(config));
     } catch (const ConfigError& error) {

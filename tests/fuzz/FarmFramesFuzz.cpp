@@ -6,8 +6,9 @@
 #include "gvcp/Packet.h"
 #include "gvcp/Registers.h"
 #include "simulator/Commands.h"
-#include "simulator/EthernetFrame.h"
 #include "simulator/Farm.h"
+#include "simulator/config/ReadFarm.h"
+#include "simulator/wire/Frame.h"
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"
 
@@ -15,6 +16,7 @@
 #include <tins/exceptions.h>
 
 using namespace simulator;
+using base::operator""_ip;
 using base::Bytes;
 using base::ByteView;
 
@@ -51,7 +53,7 @@ const FarmConfig& configOf(unsigned number)
     static const std::vector<FarmConfig> all = [] {
         std::vector<FarmConfig> configs;
         for (const char* const text : Configs)
-            configs.push_back(parseFarmConfig(text));
+            configs.push_back(readFarm(text));
         return configs;
     }();
     return all[number % all.size()];

@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/BootSequence.h"
+#include "simulator/station/BootSequence.h"
 
 #include "gvcp/Registers.h"
-#include "simulator/CameraConfig.h"
+#include "simulator/config/CameraConfig.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace simulator;
+using base::operator""_ip;
 using base::IpSettings;
 using namespace std::chrono_literals;
 using Phase = BootSequence::Phase;

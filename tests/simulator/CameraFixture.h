@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/Camera.h"
+#include "simulator/camera/Camera.h"
 #include "tests/simulator/Hex.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 #include "simulator/Commands.h"
 
 #include "simulator/Farm.h"
+#include "simulator/config/ReadFarm.h"
 #include "tests/simulator/Hex.h"
 
 #include <gmock/gmock.h>
@@ -10,6 +11,7 @@
 namespace {
 
 using namespace simulator;
+using base::operator""_ip;
 using testing::HasSubstr;
 
 class CommandsTest : public testing::Test
@@ -34,7 +36,7 @@ protected:
 
     int sent = 0;
     TimerQueue timers{TimerQueue::Clock::time_point{}};
-    Farm farm{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+    Farm farm{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
                                                "userName": "left", "rebootTime": 10}]})"),
               timers, [this](const Frame&) { ++sent; }};
 };
@@ -106,7 +108,7 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
 
 TEST_F(CommandsTest, ShowWhatIsStoredForEachOfACamerasInterfaces)
 {
-    Farm other{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+    Farm other{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
                                                 "ipConfiguration": "persistent", "interface": 1,
                                                 "interfaceMacs": ["00:1A:2B:00:00:0A", "00:1A:2B:00:00:01"]}]})"),
                timers, [](const Frame&) {}};
@@ -136,7 +138,7 @@ TEST_F(CommandsTest, ShowWhatIsStoredForEachOfACamerasInterfaces)
 
 TEST_F(CommandsTest, ShowTheBytesOfANameThatIsNoUtf8)
 {
-    Farm other{parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "userNameBytes": "E9 74 e9"}]})"),
+    Farm other{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "userNameBytes": "E9 74 e9"}]})"),
                timers, [](const Frame&) {}};
     EXPECT_THAT(runCommand(other, "show 00:1A:2B:00:00:01"), HasSubstr(R"("userNameBytes": "E9 74 E9",)"));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/FarmConfig.h"
+#include "simulator/config/ReadFarm.h"
 
 #include "tests/simulator/Hex.h"
 
@@ -24,9 +24,8 @@ protected:
 
     CameraConfig camera(const std::string& members) const
     {
-        return parseFarmConfig(R"({"cameras": [{"mac": "001A2B000001", "address": "10.0.0.1")" + members +
-                                   "}]}",
-                               directory)
+        return readFarm(R"({"cameras": [{"mac": "001A2B000001", "address": "10.0.0.1")" + members + "}]}",
+                        directory)
             .cameras.at(0);
     }
 

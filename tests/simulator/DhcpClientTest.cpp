@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/DhcpClient.h"
+#include "simulator/wire/DhcpClient.h"
 
 #include "tests/simulator/Hex.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/FarmConfig.h"
+#include "simulator/config/ReadFarm.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -7,6 +7,7 @@
 namespace {
 
 using namespace simulator;
+using base::operator""_ip;
 using base::IpSettings;
 using testing::HasSubstr;
 
@@ -20,7 +21,7 @@ std::string oneCamera(const std::string& members)
 std::string errorOf(const std::string& json)
 {
     try {
-        parseFarmConfig(json);
+        readFarm(json);
     } catch (const ConfigError& error) {
         return error.what();
     }
@@ -29,7 +30,7 @@ std::string errorOf(const std::string& json)
 
 TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
 {
-    const FarmConfig farm = parseFarmConfig(oneCamera(""));
+    const FarmConfig farm = readFarm(oneCamera(""));
     ASSERT_EQ(farm.cameras.size(), 1u);
     const CameraConfig& camera = farm.cameras[0];
     EXPECT_EQ(camera.mac, (base::MacAddress{{0x00, 0x1A, 0x2B, 0x00, 0x00, 0x01}}));
@@ -43,7 +44,7 @@ TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
 
 TEST(FarmConfig, ReadsEveryMember)
 {
-    const FarmConfig farm = parseFarmConfig(R"({"seed": 7, "cameras": [{
+    const FarmConfig farm = readFarm(R"({"seed": 7, "cameras": [{
         "mac": "00-1a-2b-00-00-01", "address": "10.0.0.5", "mask": "255.0.0.0", "gateway": "10.0.0.1",
         "manufacturer": "M", "model": "O", "version": "V", "info": "I", "serial": "S1", "userName": "U",
         "ipConfiguration": "lla", "persistent": {"address": "10.0.0.9", "mask": "255.255.0.0", "gateway": "10.0.0.2"},
@@ -100,14 +101,12 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_FALSE(camera.faults[0].times);
     EXPECT_EQ(camera.faults[1].request, Request::Ping);
     EXPECT_EQ(camera.faults[1].times, 3u);
-    EXPECT_EQ(camera.noise,
-              (std::vector{CameraConfig::NoiseKind::Truncated, CameraConfig::NoiseKind::WrongId}));
+    EXPECT_EQ(camera.noise, (std::vector{NoiseKind::Truncated, NoiseKind::WrongId}));
 }
 
 TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
 {
-    const FarmConfig farm =
-        parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:FF", "address": "10.0.0.254",
+    const FarmConfig farm = readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:FF", "address": "10.0.0.254",
         "serial": "A098", "ipConfiguration": "persistent", "repeat": 3,
         "interfaces": 2, "interfaceMacs": ["00:1A:2B:00:00:FF", "00:1A:2B:00:01:FF"]}]})");
     ASSERT_EQ(farm.cameras.size(), 3u);
@@ -121,7 +120,7 @@ TEST(FarmConfig, CountsUpTheCamerasThatOneEntryStandsFor)
 
 TEST(FarmConfig, CountsUpStoredAddressesTooAndLeavesOutWhatIsNotThere)
 {
-    const FarmConfig farm = parseFarmConfig(R"({"cameras": [
+    const FarmConfig farm = readFarm(R"({"cameras": [
         {"mac": "00:1A:2B:00:00:01", "ipConfiguration": "persistent", "persistent": {"address": "10.0.0.9"},
          "repeat": 2},
         {"mac": "00:1A:2B:00:00:11", "repeat": 2}]})");
@@ -134,7 +133,7 @@ TEST(FarmConfig, CountsUpStoredAddressesTooAndLeavesOutWhatIsNotThere)
 TEST(FarmConfig, TakesAUserNameAsBytes)
 {
     const auto nameOf = [](const std::string& bytes) {
-        return parseFarmConfig(oneCamera(R"("userNameBytes": ")" + bytes + '"')).cameras.at(0).userName;
+        return readFarm(oneCamera(R"("userNameBytes": ")" + bytes + '"')).cameras.at(0).userName;
     };
     EXPECT_EQ(nameOf("E9 74 e9"), "\xE9t\xE9");
     EXPECT_EQ(nameOf("01 7F 80 FF 01 7F 80 FF 01 7F 80 FF 01 7F 80 FF"),
@@ -268,7 +267,7 @@ TEST(FarmConfig, RefusesTheSameMacTwice)
 TEST(FarmConfig, RefusesMoreCamerasThanAFarmHas)
 {
     const std::string many = R"({"mac": "001A2B000000", "address": "10.0.0.0", "repeat": 256})";
-    EXPECT_EQ(parseFarmConfig("{\"cameras\": [" + many + "]}").cameras.size(), 256u);
+    EXPECT_EQ(readFarm("{\"cameras\": [" + many + "]}").cameras.size(), 256u);
     EXPECT_THAT(errorOf("{\"cameras\": [" + many + R"(, {"mac": "001A2C000000", "address": "10.1.0.0"}]})"),
                 HasSubstr("lists 257 cameras; one farm has at most 256"));
 }

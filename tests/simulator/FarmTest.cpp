@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/Farm.h"
+#include "simulator/config/ReadFarm.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -8,6 +9,7 @@
 namespace {
 
 using namespace simulator;
+using base::operator""_ip;
 using namespace std::chrono_literals;
 
 class FarmTest : public testing::Test
@@ -15,7 +17,7 @@ class FarmTest : public testing::Test
 protected:
     void build(const std::string& cameras)
     {
-        farm.emplace(parseFarmConfig("{\"cameras\": [" + cameras + "]}"), timers,
+        farm.emplace(readFarm("{\"cameras\": [" + cameras + "]}"), timers,
                      [this](const Frame& frame) { sent.push_back(frame); });
     }
 

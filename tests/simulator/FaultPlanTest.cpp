@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/FaultPlan.h"
+#include "simulator/faults/FaultPlan.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/LinkLocalClaim.h"
+#include "simulator/wire/LinkLocalClaim.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
 using namespace simulator;
+using base::operator""_ip;
 using namespace std::chrono_literals;
 using base::IpSettings;
 using base::Ipv4;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/FarmConfig.h"
+#include "simulator/config/ReadFarm.h"
 #include "tests/simulator/CameraFixture.h"
 
 #include <gmock/gmock.h>
@@ -7,15 +7,15 @@
 namespace {
 
 using namespace simulator_tests;
-using simulator::parseFarmConfig;
+using simulator::readFarm;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
 CameraConfig configOf(const std::string& members)
 {
-    return parseFarmConfig(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", )" +
-                           members + "}]}")
+    return readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20", )" + members +
+                    "}]}")
         .cameras.at(0);
 }
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/Arguments.h"
-#include "simulator/FarmConfig.h"
-#include "simulator/Fault.h"
+#include "simulator/config/ReadFarm.h"
+#include "simulator/faults/FaultPlan.h"
 
 #include <filesystem>
 #include <fstream>
@@ -31,7 +31,7 @@ std::vector<std::string> membersKnownBeside(const std::string& json)
 {
     std::vector<std::string> members;
     try {
-        simulator::parseFarmConfig(json);
+        simulator::readFarm(json);
     } catch (const simulator::ConfigError& error) {
         const std::string text = error.what();
         const std::string intro = "known here are ";
@@ -80,7 +80,7 @@ TEST(Examples, AreAllConfigurationsOfCameras)
     for (const auto& entry :
          std::filesystem::directory_iterator(std::filesystem::path(SOURCE_DIR) / "simulator/examples")) {
         ++examples;
-        EXPECT_NO_THROW(simulator::parseFarmConfig(contentsOf(entry.path()))) << entry.path();
+        EXPECT_NO_THROW(simulator::readFarm(contentsOf(entry.path()))) << entry.path();
     }
     EXPECT_EQ(examples, 3);
 }

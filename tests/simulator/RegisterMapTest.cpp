@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulator/RegisterMap.h"
+#include "simulator/camera/RegisterMap.h"
 
 #include "tests/simulator/Hex.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "simulator/Station.h"
+#include "simulator/station/Station.h"
 #include "tests/simulator/Hex.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +10,7 @@
 namespace simulator_tests {
 
 using namespace simulator;
+using base::operator""_ip;
 using namespace std::chrono_literals;
 using base::Bytes;
 using base::IpSettings;

@@ -39,7 +39,7 @@ bool isGenuine(const Bytes& payload, const Bytes& genuine)
 
 TEST_F(StationNoise, SendsItsNoiseAlongWithTheGenuineAnswer)
 {
-    using Kind = CameraConfig::NoiseKind;
+    using Kind = NoiseKind;
     ask(DiscoveryWithBroadcast, NearHost);
     const Bytes genuine = sentOf<UdpDatagram>().at(0).payload;
 
@@ -70,7 +70,7 @@ TEST_F(StationNoise, SendsItsNoiseAlongWithTheGenuineAnswer)
 TEST_F(StationNoise, AnAnswerWithAWrongIdBearsAnotherAddressAndOtherTexts)
 {
     CameraConfig noisy;
-    noisy.noise = {CameraConfig::NoiseKind::WrongId};
+    noisy.noise = {NoiseKind::WrongId};
     become(noisy);
     ask(DiscoveryWithBroadcast, NearHost);
     const auto datagrams = sentOf<UdpDatagram>();
@@ -110,7 +110,7 @@ TEST_F(StationNoise, ForgesTheSameManyCamerasEachTimeAndStaysAliveMeanwhile)
 
 TEST_F(StationNoise, AccompaniesNoRefusal)
 {
-    using Kind = CameraConfig::NoiseKind;
+    using Kind = NoiseKind;
     CameraConfig noisy;
     noisy.noise = {Kind::Truncated, Kind::Oversized, Kind::Foreign, Kind::Duplicate, Kind::WrongId};
     noisy.forgedAnswers = 3;

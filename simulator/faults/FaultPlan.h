@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "gvcp/Packet.h"
+
+#include <array>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simulator {
+
+/// What a camera can be asked on the wire, as counters and faults tell it apart.
+enum class Request
+{
+    Discovery,
+    ForceIp,
+    ReadRegister,
+    WriteRegister,
+    ReadMemory,
+    WriteMemory,
+    Arp,
+    Ping
+};
+
+/// In the enumerators' order; also the spelling in configuration files and commands.
+inline constexpr std::array<std::string_view, 8> RequestNames{"DISCOVERY", "FORCEIP",  "READREG", "WRITEREG",
+                                                              "READMEM",   "WRITEMEM", "ARP",     "PING"};
+
+/// Nothing for a command that no camera of this farm implements.
+constexpr std::optional<Request> requestOf(gvcp::Command command)
+{
+    switch (command) {
+    case gvcp::Command::Discovery:
+        return Request::Discovery;
+    case gvcp::Command::ForceIp:
+        return Request::ForceIp;
+    case gvcp::Command::ReadRegister:
+        return Request::ReadRegister;
+    case gvcp::Command::WriteRegister:
+        return Request::WriteRegister;
+    case gvcp::Command::ReadMemory:
+        return Request::ReadMemory;
+    case gvcp::Command::WriteMemory:
+        return Request::WriteMemory;
+    }
+    return std::nullopt;
+}
+
+/// What becomes of a request that a fault meets.
+enum class FaultAction
+{
+    Drop,         ///< It is ignored.
+    Mute,         ///< It is carried out and not acknowledged.
+    Delay,        ///< It is carried out after the fault's time.
+    Pending,      ///< Likewise, and PENDING_ACK says so at once, where it is switched on.
+    Busy,         ///< It is refused with this status.
+    BadAlignment, ///< Likewise.
+    Twice,        ///< It is carried out, and acknowledged twice.
+    Seize,        ///< It is carried out, and then an application elsewhere takes control.
+    Vanish        ///< It is ignored, and the camera has lost its cable.
+};
+
+/// In the enumerators' order; also the spelling in configuration files and commands.
+inline constexpr std::array<std::string_view, 9> FaultActionNames{
+    "drop", "mute", "delay", "pending", "busy", "badAlignment", "twice", "seize", "vanish"};
+
+/// In place of a request's name: every command of the control protocol.
+inline constexpr std::string_view AnyRequest = "ANY";
+/// What PENDING_ACK can say.
+inline constexpr std::chrono::milliseconds MaxFaultTime{65535};
+
+/// Which requests go wrong, and how.
+struct Fault
+{
+    std::optional<Request> request; ///< Nothing stands for every command of the control protocol.
+    FaultAction action = FaultAction::Drop;
+    std::optional<unsigned> times;     ///< Until further notice without a number; Vanish once.
+    unsigned after = 0;                ///< So many such requests pass first,
+    unsigned every = 1;                ///< and then each that is a multiple of this is hit.
+    std::chrono::milliseconds time{0}; ///< For Delay and Pending.
+
+    bool concerns(Request other) const
+    {
+        return request ? *request == other : other != Request::Arp && other != Request::Ping;
+    }
+};
+
+/// Why there can be no such fault; nothing when there can.
+std::optional<std::string> whyImpossible(const Fault& fault);
+
+/// Which requests to a camera are going to go wrong.
+class FaultPlan
+{
+public:
+    /// Of several that hit the same request the earlier one counts.
+    void add(Fault fault);
+    void clear() { m_entries.clear(); }
+    /// The fault that hits the request which has just come in; uses it up.
+    std::optional<Fault> hit(Request request);
+
+private:
+    struct Entry
+    {
+        Fault fault;
+        unsigned seen = 0; ///< Requests that it concerns.
+    };
+
+    static bool isDue(const Entry& entry);
+
+    std::vector<Entry> m_entries;
+};
+
+} // namespace simulator
