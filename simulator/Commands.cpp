@@ -123,19 +123,6 @@ Json toJson(const base::IpSettings& ip)
     return {{"address", ip.address.toText()}, {"mask", ip.mask.toText()}, {"gateway", ip.gateway.toText()}};
 }
 
-/// As a configuration has them: "E9 74 E9".
-std::string hexPairs(const std::string& bytes)
-{
-    constexpr char Digits[] = "0123456789ABCDEF";
-    std::string text;
-    for (const char each : bytes) {
-        const auto byte = static_cast<std::uint8_t>(each);
-        text += text.empty() ? "" : " ";
-        text += {Digits[byte >> 4], Digits[byte & 0xF]};
-    }
-    return text;
-}
-
 const char* nameOf(BootSequence::Phase phase)
 {
     switch (phase) {
@@ -178,7 +165,7 @@ std::string show(Station& station, const Words&)
     json["state"] = nameOf(station.phase());
     json["resets"] = station.resets();
     for (const auto& [address, value] : stored.registers)
-        json["registers"][hexText(address)] = hexText(value);
+        json["registers"][hexWord(address)] = hexWord(value);
     for (std::size_t i = 0; i < RequestNames.size(); ++i)
         json["received"][std::string(RequestNames[i])] = station.counters()[i];
     // A camera's texts are bytes: what is not UTF-8 must not make this fail.

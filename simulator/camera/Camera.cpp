@@ -2,6 +2,7 @@
 #include "simulator/camera/Camera.h"
 
 #include "gvcp/ForceIp.h"
+#include "gvcp/PendingAck.h"
 #include "gvcp/Registers.h"
 
 #include <array>
@@ -14,9 +15,7 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-// Of the acknowledge that has no command of its own.
-constexpr Command Pending{0x0088};
-constexpr std::uint8_t ExtraByte = 0xEE;
+constexpr std::uint8_t ExtraByte = 0xEE; // See CameraConfig::acknowledgeExtra.
 
 } // namespace
 
@@ -64,11 +63,9 @@ std::optional<Camera::Answer> Camera::announceDelay(const gvcp::CommandPacket& c
 {
     if (!isPendingAckOn())
         return std::nullopt;
-    base::Bytes payload(4);
-    base::writeU16(payload, 2, static_cast<std::uint16_t>(time.count()));
     gvcp::CommandPacket pending = command;
-    pending.command = Pending;
-    return acknowledge(pending, {Status::Success, payload});
+    pending.command = gvcp::PendingCommand;
+    return acknowledge(pending, {Status::Success, gvcp::encodePendingAck(time)});
 }
 
 bool Camera::isPendingAckOn() const

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "base/Bytes.h"
-#include "gvcp/Packet.h"
+#include "simulator/camera/Memory.h"
 #include "simulator/camera/StoredSettings.h"
-#include "simulator/config/CameraConfig.h"
 
-#include <string>
 #include <vector>
 
 namespace simulator {
 
-/// A camera's memory: its bootstrap registers as bytes, and which of them can be written. Knows nothing of
-/// who asks.
+/// A camera's bootstrap registers, and its maker's own: what stands in which one, and what a write of it
+/// does. Knows nothing of who asks.
 class RegisterMap
 {
 public:
@@ -21,15 +18,16 @@ public:
     /// As it is after a reset: without an address, and with the settings that were stored before.
     RegisterMap(const CameraConfig& config, const StoredSettings& settings);
 
-    /// As an application may: InvalidAddress for what does not exist, BadAlignment unless address and length
-    /// are multiples of 4, AccessDenied for what may only be written. `out` is unspecified unless Success.
-    gvcp::Status read(std::uint32_t address, std::span<std::uint8_t> out) const;
-    /// As read; also WriteProtect. Writes all or nothing.
+    /// As an application may; see Memory.
+    gvcp::Status read(std::uint32_t address, std::span<std::uint8_t> out) const
+    {
+        return m_memory.read(address, out);
+    }
+    /// Likewise. Writes all or nothing.
     gvcp::Status write(std::uint32_t address, base::ByteView data);
 
-    /// For the camera itself, past write protection; the register must exist.
-    std::uint32_t word(std::uint32_t address) const;
-    void setWord(std::uint32_t address, std::uint32_t value);
+    /// The register must exist.
+    std::uint32_t word(std::uint32_t address) const { return m_memory.word(address); }
 
     /// Of the interface that is on this network.
     base::IpSettings currentIp() const;
@@ -47,38 +45,22 @@ public:
     base::Bytes discoveryBlock() const;
 
 private:
-    struct Region
-    {
-        std::uint32_t address;
-        bool writable;
-        base::Bytes bytes;
-
-        bool holds(std::uint32_t at) const { return at >= address && at - address < bytes.size(); }
-    };
-
-    const Region* regionAt(std::uint32_t address) const;
-    /// Four bytes; null where nothing is.
-    const std::uint8_t* wordAt(std::uint32_t address) const;
+    /// Makes the registers, all of them 0.
     void layOut(const CameraConfig& config);
     void layOutInterface(unsigned number);
+    /// Fills in what the camera says of itself and of this interface. The first interface's is a DISCOVERY
+    /// acknowledge as it stands; of the others' only the interface's own part has registers.
+    void describe(const CameraConfig& config, const StoredSettings& settings, unsigned interface);
+    std::uint32_t supportedIpConfig(unsigned interface) const;
     bool hasStoredAddress(unsigned interface) const { return m_hasPersistentIp || interface != m_interface; }
     StoredIp storedIp(unsigned interface) const;
-    void store(unsigned interface, const StoredIp& settings);
     /// What a register holds when an application has written this.
     std::uint32_t accepted(std::uint32_t address, std::uint32_t value) const;
-    bool isWriteOnly(std::uint32_t address) const;
-    void store(const StoredSettings& settings);
-    std::uint32_t capabilities(const CameraConfig& config) const;
-    void add(std::uint32_t address, std::size_t size, bool writable);
-    void setText(std::uint32_t address, std::size_t size, const std::string& text);
-    /// The bytes from this address to the end of its region.
-    std::span<std::uint8_t> bytesAt(std::uint32_t address);
 
-    std::vector<Region> m_regions;                    ///< Each of whole registers, none overlapping.
-    std::shared_ptr<const base::Bytes> m_description; ///< Shared by cameras that have the same one.
+    Memory m_memory;
     unsigned m_interface;
     unsigned m_interfaceCount;
-    std::vector<CameraConfig::MakersRegister> m_makers;
+    std::vector<std::uint32_t> m_makersRegisters; ///< Their addresses.
     std::uint32_t m_resetRegister;
     std::uint32_t m_resetMask;
     bool m_isResetAsked = false;

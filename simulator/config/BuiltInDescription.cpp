@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/BuiltInDescription.h"
 
+#include "gvcp/Registers.h"
 #include "simulator/config/HexText.h"
 
 #include <algorithm>
@@ -10,6 +11,8 @@
 namespace simulator {
 
 namespace {
+
+namespace reg = gvcp::reg;
 
 constexpr char Begin[] = R"(<?xml version="1.0" encoding="UTF-8"?>
 <RegisterDescription ModelName="FarmCamera" VendorName="Farm" ToolTip="A simulated camera"
@@ -26,39 +29,39 @@ constexpr char End[] = R"(    <Port Name="Device" NameSpace="Standard"/>
 struct Text
 {
     const char* feature;
-    unsigned address;
-    unsigned size;
+    gvcp::TextRegister at;
 };
 
 constexpr Text Texts[] = {
-    {"DeviceVendorName", 0x48, 32},       {"DeviceModelName", 0x68, 32},    {"DeviceVersion", 0x88, 32},
-    {"DeviceManufacturerInfo", 0xA8, 48}, {"DeviceSerialNumber", 0xD8, 16},
+    {"DeviceVendorName", reg::ManufacturerName}, {"DeviceModelName", reg::ModelName},
+    {"DeviceVersion", reg::DeviceVersion},       {"DeviceManufacturerInfo", reg::ManufacturerInfo},
+    {"DeviceSerialNumber", reg::SerialNumber},
 };
-constexpr Text UserName = {"DeviceUserID", 0xE8, 16};
+constexpr Text UserName = {"DeviceUserID", reg::UserDefinedName};
 
 struct Number
 {
     const char* feature;
-    unsigned address;
+    std::uint32_t address;
     const char* access;
     const char* representation;
 };
 
 constexpr Number Numbers[] = {
-    {"GevCurrentIPAddress", 0x24, "RO", "IPV4Address"},
-    {"GevCurrentSubnetMask", 0x34, "RO", "IPV4Address"},
-    {"GevCurrentDefaultGateway", 0x44, "RO", "IPV4Address"},
-    {"GevHeartbeatTimeout", 0x938, "RW", "PureNumber"},
+    {"GevCurrentIPAddress", reg::CurrentIp, "RO", "IPV4Address"},
+    {"GevCurrentSubnetMask", reg::CurrentSubnetMask, "RO", "IPV4Address"},
+    {"GevCurrentDefaultGateway", reg::CurrentGateway, "RO", "IPV4Address"},
+    {"GevHeartbeatTimeout", reg::HeartbeatTimeout, "RW", "PureNumber"},
 };
 constexpr Number PersistentNumbers[] = {
-    {"GevPersistentIPAddress", 0x64C, "RW", "IPV4Address"},
-    {"GevPersistentSubnetMask", 0x65C, "RW", "IPV4Address"},
-    {"GevPersistentDefaultGateway", 0x66C, "RW", "IPV4Address"},
+    {"GevPersistentIPAddress", reg::PersistentIp, "RW", "IPV4Address"},
+    {"GevPersistentSubnetMask", reg::PersistentSubnetMask, "RW", "IPV4Address"},
+    {"GevPersistentDefaultGateway", reg::PersistentGateway, "RW", "IPV4Address"},
 };
 
-std::string registerPart(const std::string& address, unsigned size, const char* access)
+std::string registerPart(std::uint32_t address, unsigned size, const char* access)
 {
-    return "        <Address>" + address + "</Address>\n        <Length>" + std::to_string(size) +
+    return "        <Address>" + hexWord(address) + "</Address>\n        <Length>" + std::to_string(size) +
            "</Length>\n        <AccessMode>" + access + "</AccessMode>\n        <pPort>Device</pPort>\n";
 }
 
@@ -79,7 +82,7 @@ public:
     void addText(const Text& text, const char* access)
     {
         addFeature(text.feature);
-        m_nodes += tagged("StringReg", text.feature, registerPart(hexText(text.address), text.size, access));
+        m_nodes += tagged("StringReg", text.feature, registerPart(text.at.address, text.at.size, access));
     }
 
     void addNumber(const Number& number)
@@ -89,7 +92,7 @@ public:
         m_nodes += tagged("Integer", number.feature,
                           line("pValue", value) + line("Representation", number.representation));
         m_nodes += tagged("IntReg", value,
-                          registerPart(hexText(number.address), 4, number.access) + line("Sign", "Unsigned") +
+                          registerPart(number.address, 4, number.access) + line("Sign", "Unsigned") +
                               line("Endianess", "BigEndian"));
     }
 
@@ -101,17 +104,17 @@ public:
         m_nodes +=
             tagged("Boolean", feature, line("pValue", value) + line("OnValue", "1") + line("OffValue", "0"));
         m_nodes += tagged("MaskedIntReg", value,
-                          registerPart("0x00000014", 4, access) + line("Bit", std::to_string(bit)) +
+                          registerPart(reg::CurrentIpConfig, 4, access) + line("Bit", std::to_string(bit)) +
                               line("Sign", "Unsigned") + line("Endianess", "BigEndian"));
     }
 
-    void addReset(unsigned address)
+    void addReset(std::uint32_t address)
     {
         addFeature("DeviceReset");
         m_nodes +=
             tagged("Command", "DeviceReset", line("pValue", "DeviceResetReg") + line("CommandValue", "1"));
         m_nodes += tagged("IntReg", "DeviceResetReg",
-                          registerPart(hexText(address), 4, "WO") + line("Sign", "Unsigned") +
+                          registerPart(address, 4, "WO") + line("Sign", "Unsigned") +
                               line("Endianess", "BigEndian"));
     }
 
@@ -130,7 +133,7 @@ private:
 
 } // namespace
 
-base::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister)
+DescriptionFile builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister)
 {
     const auto has = [&missing](DescribedFeature feature) {
         return std::find(missing.begin(), missing.end(), feature) == missing.end();
@@ -153,7 +156,7 @@ base::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std
         for (const Number& number : PersistentNumbers)
             writer.addNumber(number);
     const std::string text = writer.finish();
-    return {text.begin(), text.end()};
+    return {"FarmCamera_1_0_0.xml", {text.begin(), text.end()}};
 }
 
 } // namespace simulator

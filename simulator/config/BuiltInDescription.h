@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "base/Bytes.h"
+#include "simulator/config/DescriptionFile.h"
 
 #include <vector>
 
@@ -17,10 +17,8 @@ enum class DescribedFeature
     PersistentAddress ///< With its mask and gateway.
 };
 
-inline constexpr char BuiltInDescriptionName[] = "FarmCamera_1_0_0.xml";
-
 /// The farm's own description file: a camera with its texts and its network settings as features, but for
 /// those that are to be missing.
-base::Bytes builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister);
+DescriptionFile builtInDescription(const std::vector<DescribedFeature>& missing, std::uint32_t resetRegister);
 
 } // namespace simulator

@@ -79,7 +79,6 @@ struct CameraConfig
 
     static constexpr std::uint32_t DescriptionAddress = 0xC0A00000;
     static constexpr std::size_t MaxDescriptionSize = 16 << 20;
-    static constexpr std::size_t UrlSize = 512; ///< Bytes.
 
     base::MacAddress mac;
     unsigned interface = 0;                      ///< Which of its network interfaces is on this network.

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/DescriptionFile.h"
 
+#include <algorithm>
+#include <filesystem>
+#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <zip.h>
@@ -39,7 +42,13 @@ base::Bytes readAll(zip_source_t* source)
 
 } // namespace
 
-base::Bytes zipped(const std::string& name, base::ByteView contents)
+bool DescriptionFile::isZip() const
+{
+    constexpr std::uint8_t Begin[] = {'P', 'K', 3, 4};
+    return bytes.size() >= std::size(Begin) && std::equal(std::begin(Begin), std::end(Begin), bytes.begin());
+}
+
+DescriptionFile DescriptionFile::zipped() const
 {
     const Source target(zip_source_buffer_create(nullptr, 0, 0, nullptr));
     require(target != nullptr);
@@ -47,12 +56,12 @@ base::Bytes zipped(const std::string& name, base::ByteView contents)
     require(archive != nullptr);
     zip_source_keep(target.get()); // The archive has taken it over; its bytes are wanted afterwards.
 
-    Source file(zip_source_buffer(archive.get(), contents.data(), contents.size(), 0));
-    require(file && zip_file_add(archive.get(), name.c_str(), file.get(), ZIP_FL_ENC_UTF_8) >= 0);
-    [[maybe_unused]] zip_source_t* const owned = file.release(); // by the archive
+    Source contents(zip_source_buffer(archive.get(), bytes.data(), bytes.size(), 0));
+    require(contents && zip_file_add(archive.get(), name.c_str(), contents.get(), ZIP_FL_ENC_UTF_8) >= 0);
+    [[maybe_unused]] zip_source_t* const owned = contents.release(); // by the archive
     require(zip_close(archive.get()) == 0);
     [[maybe_unused]] zip_t* const closed = archive.release();
-    return readAll(target.get());
+    return {std::filesystem::path(name).replace_extension(".zip").string(), readAll(target.get())};
 }
 
 } // namespace simulator

@@ -7,7 +7,16 @@
 
 namespace simulator {
 
-/// A zip archive of one file of that name. Throws std::runtime_error.
-base::Bytes zipped(const std::string& name, base::ByteView contents);
+/// A description file as a camera holds it: XML, or a zip archive of it.
+struct DescriptionFile
+{
+    std::string name;
+    base::Bytes bytes;
+
+    /// By its first bytes, whatever its name.
+    bool isZip() const;
+    /// A zip archive of this file, called likewise but for its ".zip". Throws std::runtime_error.
+    DescriptionFile zipped() const;
+};
 
 } // namespace simulator

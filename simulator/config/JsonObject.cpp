@@ -2,9 +2,9 @@
 #include "simulator/config/JsonObject.h"
 
 #include "simulator/config/ConfigError.h"
+#include "simulator/config/HexText.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace simulator {
 
@@ -46,17 +46,9 @@ std::optional<std::string> JsonObject::bytes(const char* member, std::size_t max
     const nlohmann::json* const value = any(member);
     if (!value)
         return std::nullopt;
-    const std::string text = value->is_string() ? value->get<std::string>() + ' ' : std::string();
-    std::string result;
-    for (std::size_t at = 0; at < text.size(); at += 3) {
-        const char* const end = text.data() + at + 2;
-        std::uint8_t byte = 0;
-        if (text.size() - at < 3 || *end != ' ' || std::from_chars(end - 2, end, byte, 16).ptr != end ||
-            byte == 0)
-            break;
-        result += static_cast<char>(byte);
-    }
-    if (result.empty() || result.size() > maxBytes || result.size() * 3 != text.size())
+    const auto result =
+        value->is_string() ? parseHexPairs(value->get_ref<const std::string&>()) : std::nullopt;
+    if (!result || result->size() > maxBytes)
         fail(member, "must be 1 to " + std::to_string(maxBytes) +
                          " bytes such as \"E9 74 E9\", in hexadecimal digits, none of them 00");
     return result;

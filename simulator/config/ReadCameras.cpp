@@ -13,10 +13,10 @@ namespace simulator {
 namespace {
 
 using Config = CameraConfig;
+namespace reg = gvcp::reg;
 
 constexpr base::Ipv4 UsualMask = "255.255.255.0"_ip;
 constexpr std::uint32_t LongestTime = 60000; // ms
-constexpr std::size_t MaxSerial = 16;        // bytes
 
 constexpr std::pair<const char*, Config::IpMethod> IpMethods[] = {
     {"persistent", Config::IpMethod::Persistent},
@@ -35,13 +35,14 @@ base::IpSettings readIp(JsonObject& object, base::Ipv4 defaultMask)
 
 void readTexts(JsonObject& object, Config& camera)
 {
-    camera.manufacturer = object.text("manufacturer", 32).value_or(camera.manufacturer);
-    camera.model = object.text("model", 32).value_or(camera.model);
-    camera.version = object.text("version", 32).value_or(camera.version);
-    camera.info = object.text("info", 48).value_or(camera.info);
-    camera.serial = object.text("serial", MaxSerial).value_or("");
-    const auto userName = object.text("userName", 16);
-    const auto userNameBytes = object.bytes("userNameBytes", 16);
+    camera.manufacturer =
+        object.text("manufacturer", reg::ManufacturerName.size).value_or(camera.manufacturer);
+    camera.model = object.text("model", reg::ModelName.size).value_or(camera.model);
+    camera.version = object.text("version", reg::DeviceVersion.size).value_or(camera.version);
+    camera.info = object.text("info", reg::ManufacturerInfo.size).value_or(camera.info);
+    camera.serial = object.text("serial", reg::SerialNumber.size).value_or("");
+    const auto userName = object.text("userName", reg::UserDefinedName.size);
+    const auto userNameBytes = object.bytes("userNameBytes", reg::UserDefinedName.size);
     if (userName && userNameBytes)
         object.fail("userNameBytes", "cannot go with \"userName\": it stands for the same");
     camera.userName = userNameBytes.value_or(userName.value_or(""));
@@ -144,7 +145,7 @@ void countUp(JsonObject& object, Config& camera, unsigned by)
     if (!camera.persistent.address.isUnspecified())
         camera.persistent.address = camera.persistent.address.plus(by);
     camera.serial = camera.serial.empty() ? serialFrom(camera.mac) : countedUp(camera.serial, by);
-    if (camera.serial.size() > MaxSerial)
+    if (camera.serial.size() > reg::SerialNumber.size)
         object.fail("repeat", "counts the serial up to " + camera.serial + ", which is too long");
 }
 

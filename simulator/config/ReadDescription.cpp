@@ -2,10 +2,8 @@
 #include "simulator/config/ReadDescription.h"
 
 #include "simulator/config/BuiltInDescription.h"
-#include "simulator/config/DescriptionFile.h"
+#include "simulator/config/HexText.h"
 
-#include <algorithm>
-#include <charconv>
 #include <fstream>
 #include <iterator>
 
@@ -16,7 +14,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr char UsualUrl[] = "Local:{name};{address};{length}";
-constexpr std::uint8_t ZipBegin[] = {'P', 'K', 3, 4};
 
 constexpr std::pair<const char*, DescribedFeature> Features[] = {
     {"DeviceUserID", DescribedFeature::UserName},
@@ -26,19 +23,7 @@ constexpr std::pair<const char*, DescribedFeature> Features[] = {
     {"GevPersistentIPAddress", DescribedFeature::PersistentAddress},
 };
 
-struct File
-{
-    std::string name;
-    base::Bytes bytes;
-
-    bool isZip() const
-    {
-        return bytes.size() >= std::size(ZipBegin) &&
-               std::equal(std::begin(ZipBegin), std::end(ZipBegin), bytes.begin());
-    }
-};
-
-File readFile(JsonObject& object, const std::string& text, const fs::path& directory)
+DescriptionFile readFile(JsonObject& object, const std::string& text, const fs::path& directory)
 {
     const fs::path path = directory / text;
     // A directory's bytes cannot be read, and a device's may have no end.
@@ -46,7 +31,7 @@ File readFile(JsonObject& object, const std::string& text, const fs::path& direc
     if (!fs::is_regular_file(path, error))
         object.fail("description", "cannot be read: " + path.string() + " is no file");
     std::ifstream stream(path, std::ios::binary);
-    File file{path.filename().string(), {std::istreambuf_iterator<char>(stream), {}}};
+    DescriptionFile file{path.filename().string(), {std::istreambuf_iterator<char>(stream), {}}};
     if (!stream)
         object.fail("description", "cannot be read: " + path.string());
     if (file.bytes.empty() || file.bytes.size() > CameraConfig::MaxDescriptionSize)
@@ -54,25 +39,14 @@ File readFile(JsonObject& object, const std::string& text, const fs::path& direc
     return file;
 }
 
-std::string hexText(std::size_t number, bool isUpperCase)
-{
-    char text[17];
-    const auto [end, error] = std::to_chars(text, text + sizeof text, number, 16);
-    std::string result(text, end);
-    if (isUpperCase)
-        std::transform(result.begin(), result.end(), result.begin(),
-                       [](char each) { return each >= 'a' ? static_cast<char>(each - 'a' + 'A') : each; });
-    return result;
-}
-
 std::string filledIn(std::string url, const std::string& name, std::size_t length)
 {
     const std::pair<const char*, std::string> blanks[] = {
         {"{name}", name},
-        {"{address}", hexText(CameraConfig::DescriptionAddress, false)},
-        {"{ADDRESS}", hexText(CameraConfig::DescriptionAddress, true)},
-        {"{length}", hexText(length, false)},
-        {"{LENGTH}", hexText(length, true)},
+        {"{address}", hexNumber(CameraConfig::DescriptionAddress, Digits::LowerCase)},
+        {"{ADDRESS}", hexNumber(CameraConfig::DescriptionAddress, Digits::UpperCase)},
+        {"{length}", hexNumber(length, Digits::LowerCase)},
+        {"{LENGTH}", hexNumber(length, Digits::UpperCase)},
     };
     for (const auto& [blank, text] : blanks)
         if (const std::size_t at = url.find(blank); at != std::string::npos)
@@ -87,21 +61,19 @@ void readDescription(JsonObject& object, const fs::path& directory, CameraConfig
     const auto path = object.text("description", 4096);
     const bool isToBeZipped = object.flag("descriptionZip").value_or(false);
     const auto missing = object.choices<DescribedFeature>("descriptionLeavesOut", Features);
-    const std::string url = object.text("url", CameraConfig::UrlSize).value_or(UsualUrl);
-    const std::string secondUrl = object.text("secondUrl", CameraConfig::UrlSize).value_or("");
+    const std::string url = object.text("url", gvcp::reg::FirstDescriptionUrl.size).value_or(UsualUrl);
+    const std::string secondUrl = object.text("secondUrl", gvcp::reg::SecondDescriptionUrl.size).value_or("");
     if (path && !missing.empty())
         object.fail("descriptionLeavesOut", "is about the built-in description, not about a file");
 
-    File file = path ? readFile(object, *path, directory)
-                     : File{BuiltInDescriptionName, builtInDescription(missing, camera.resetRegister)};
-    if (isToBeZipped && !file.isZip()) {
-        file.bytes = zipped(file.name, file.bytes);
-        file.name = fs::path(file.name).replace_extension(".zip").string();
-    }
+    DescriptionFile file =
+        path ? readFile(object, *path, directory) : builtInDescription(missing, camera.resetRegister);
+    if (isToBeZipped && !file.isZip())
+        file = file.zipped();
     camera.description.url = filledIn(url, file.name, file.bytes.size());
     camera.description.secondUrl = filledIn(secondUrl, file.name, file.bytes.size());
     for (const std::string* const each : {&camera.description.url, &camera.description.secondUrl})
-        if (each->size() > CameraConfig::UrlSize)
+        if (each->size() > gvcp::reg::FirstDescriptionUrl.size)
             object.fail("url", "is too long when it is filled in: " + *each);
     file.bytes.resize((file.bytes.size() + 3) / 4 * 4);
     camera.description.file = std::make_shared<const base::Bytes>(std::move(file.bytes));

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/ReadRegisters.h"
 
+#include "simulator/config/HexText.h"
+
 #include <algorithm>
-#include <charconv>
 
 namespace simulator {
 
@@ -17,18 +18,13 @@ constexpr std::pair<const char*, Register::Access> Accesses[] = {
 };
 
 /// Written as in C, so that addresses can be told from a description file.
-std::optional<std::uint32_t> readHex(JsonObject& object, const char* member, const std::string& what)
+std::optional<std::uint32_t> readHexWord(JsonObject& object, const char* member, const std::string& what)
 {
     const auto text = object.text(member, 10);
-    if (!text)
-        return std::nullopt;
-    std::uint32_t number = 0;
-    const char* const end = text->data() + text->size();
-    const auto result =
-        std::from_chars(text->data() + std::min<std::size_t>(2, text->size()), end, number, 16);
-    if (!text->starts_with("0x") || result.ec != std::errc{} || result.ptr != end)
+    const auto word = text ? parseHexWord(*text) : std::nullopt;
+    if (text && !word)
         object.fail(member, what);
-    return number;
+    return word;
 }
 
 std::optional<std::uint32_t> readAddress(JsonObject& object, const char* member)
@@ -36,7 +32,7 @@ std::optional<std::uint32_t> readAddress(JsonObject& object, const char* member)
     // Below are the registers of the standard.
     constexpr std::uint32_t FirstMakersRegister = 0xA000;
     const std::string what = "must be the address of a maker's register, such as \"0x00010000\"";
-    const auto address = readHex(object, member, what);
+    const auto address = readHexWord(object, member, what);
     if (address && (*address % 4 != 0 || *address < FirstMakersRegister))
         object.fail(member, what);
     if (address && *address >= CameraConfig::DescriptionAddress &&
@@ -50,7 +46,7 @@ Register readRegister(const nlohmann::json& value, const std::string& name)
     JsonObject object(value, name + ", registers");
     Register one;
     const auto address = readAddress(object, "address");
-    one.value = readHex(object, "value", "must be 32 bits such as \"0xA5A50000\"").value_or(one.value);
+    one.value = readHexWord(object, "value", "must be 32 bits such as \"0xA5A50000\"").value_or(one.value);
     one.access = object.choice<Register::Access>("access", Accesses).value_or(one.access);
     object.rejectOthers();
     if (!address)
@@ -65,7 +61,7 @@ void readRegisters(JsonObject& object, const std::string& name, CameraConfig& ca
 {
     camera.resetRegister = readAddress(object, "resetRegister").value_or(camera.resetRegister);
     camera.resetMask =
-        readHex(object, "resetMask", "must be the bits that reset the camera, such as \"0x01000000\"")
+        readHexWord(object, "resetMask", "must be the bits that reset the camera, such as \"0x01000000\"")
             .value_or(camera.resetMask);
     if (camera.resetMask == 0)
         object.fail("resetMask", "must have a bit that resets the camera");

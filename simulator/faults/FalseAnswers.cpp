@@ -2,6 +2,7 @@
 #include "simulator/faults/FalseAnswers.h"
 
 #include "gvcp/Packet.h"
+#include "gvcp/Registers.h"
 
 #include <algorithm>
 #include <string>
@@ -16,17 +17,16 @@ using base::ByteView;
 
 namespace {
 
+namespace reg = gvcp::reg;
+
 constexpr std::size_t MaxDatagram = 1472; // fills an Ethernet frame of the usual 1500 bytes
 
-// Where the fields of a DISCOVERY acknowledge lie in its packet.
-constexpr std::size_t IdAt = 6;
+// Where the fields lie in a DISCOVERY acknowledge's packet: those of the header, and behind it the registers.
 constexpr std::size_t LengthAt = 4;
-constexpr std::size_t MacAt = gvcp::HeaderSize + 10;
-constexpr std::size_t AddressAt = gvcp::HeaderSize + 36;
-constexpr std::size_t MaskAt = gvcp::HeaderSize + 52;
-constexpr std::size_t ModelAt = gvcp::HeaderSize + 104;
-constexpr std::size_t SerialAt = gvcp::HeaderSize + 216;
-constexpr std::size_t UserNameAt = gvcp::HeaderSize + 232;
+constexpr std::size_t IdAt = 6;
+constexpr std::size_t MacAt = gvcp::HeaderSize + reg::MacHigh + 2;
+constexpr std::size_t AddressAt = gvcp::HeaderSize + reg::CurrentIp;
+constexpr std::size_t MaskAt = gvcp::HeaderSize + reg::CurrentSubnetMask;
 
 Bytes copyOf(ByteView bytes)
 {
@@ -38,9 +38,10 @@ Bytes bytesOf(std::string_view text)
     return {text.begin(), text.end()};
 }
 
-void setText(Bytes& packet, std::size_t at, std::string_view text)
+/// The text must be shorter than its register.
+void setText(Bytes& packet, const gvcp::TextRegister& at, std::string_view text)
 {
-    const auto end = std::copy(text.begin(), text.end(), packet.begin() + static_cast<std::ptrdiff_t>(at));
+    const auto end = std::ranges::copy(text, packet.begin() + gvcp::HeaderSize + at.address).out;
     *end = 0;
 }
 
@@ -101,8 +102,8 @@ std::vector<Bytes> wrongIds(ByteView acknowledge)
     Bytes packet = copyOf(acknowledge);
     // The same camera by its MAC, with everything else different: taken for an answer it would show.
     base::writeIpv4(packet, AddressAt, "198.51.100.1"_ip);
-    setText(packet, ModelAt, "Wrong request id");
-    setText(packet, UserNameAt, "wrong id");
+    setText(packet, reg::ModelName, "Wrong request id");
+    setText(packet, reg::UserDefinedName, "wrong id");
     std::vector<Bytes> packets;
     for (const int other : {id - 1, id + 1, id ^ 0x8000, 0}) {
         base::writeU16(packet, IdAt, static_cast<std::uint16_t>(other));
@@ -146,8 +147,8 @@ Bytes forgeAnswer(ByteView acknowledge, std::uint32_t index)
     const base::Ipv4 mask = base::readIpv4(acknowledge, MaskAt);
     const base::Ipv4 address = base::readIpv4(acknowledge, AddressAt);
     base::writeIpv4(packet, AddressAt, (address & mask) | (address.plus(1 + index) & ~mask));
-    setText(packet, SerialAt, "F" + std::to_string(index));
-    setText(packet, UserNameAt, "");
+    setText(packet, reg::SerialNumber, "F" + std::to_string(index));
+    setText(packet, reg::UserDefinedName, "");
     return packet;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Feeds texts of any kind to what reads a farm's configuration, and puts cameras that it accepts into a farm.
 #include "gvcp/DiscoveryAck.h"
+#include "gvcp/Registers.h"
 #include "simulator/Commands.h"
 #include "simulator/Farm.h"
 #include "simulator/config/ReadFarm.h"
@@ -30,8 +31,8 @@ void judgeTexts(const CameraConfig& camera)
 {
     require(camera.manufacturer.size() <= 32 && camera.model.size() <= 32 && camera.version.size() <= 32);
     require(camera.info.size() <= 48 && camera.serial.size() <= 16 && camera.userName.size() <= 16);
-    require(camera.description.url.size() <= CameraConfig::UrlSize &&
-            camera.description.secondUrl.size() <= CameraConfig::UrlSize);
+    require(camera.description.url.size() <= gvcp::reg::FirstDescriptionUrl.size &&
+            camera.description.secondUrl.size() <= gvcp::reg::SecondDescriptionUrl.size);
     require(camera.userName.empty() || camera.userNameAccess != CameraConfig::UserNameAccess::None);
 }
 
