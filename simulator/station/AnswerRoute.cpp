@@ -5,10 +5,10 @@
 
 namespace simulator {
 
-AnswerRoute::AnswerRoute(const CameraConfig& config, ArpClient& arp, FrameSink send)
+AnswerRoute::AnswerRoute(const CameraConfig& config, TimerQueue& timers, const FrameSink& send)
     : m_config(config),
-      m_arp(arp),
-      m_send(std::move(send))
+      m_send(send),
+      m_arp(config.mac, config.arpLifetime, timers, send)
 {}
 
 void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to, const Done& done)

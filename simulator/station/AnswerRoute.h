@@ -6,7 +6,8 @@
 
 namespace simulator {
 
-/// How a camera's answers find their way to the asker: straight, by way of a gateway, or by broadcast.
+/// How a camera's answers find their way to the asker: straight, by way of a gateway, or by broadcast. Finds
+/// out its neighbours' MAC addresses for that.
 class AnswerRoute
 {
 public:
@@ -22,14 +23,20 @@ public:
     /// not wait much longer for it.
     static constexpr std::chrono::milliseconds BroadcastPatience{100};
 
-    /// `config` and `arp` must outlive this.
-    AnswerRoute(const CameraConfig& config, ArpClient& arp, FrameSink send);
+    /// `config` must outlive this.
+    AnswerRoute(const CameraConfig& config, TimerQueue& timers, const FrameSink& send);
 
     /// `done` is called once, when the answer has left or found no way.
     void deliver(
         const Camera::Answer& answer, const Recipient& to, const Done& done = [] {});
     /// Sends a reply to a ping, in the camera's subnet or through its gateway.
     void deliver(const Echo& reply, const base::IpSettings& from);
+    /// A message that the interface with the address `own` hears.
+    void heard(base::Ipv4 own, const ArpMessage& message) { m_arp.heard(own, message); }
+    /// Knows no neighbours any more; what waits for one goes on waiting.
+    void forget() { m_arp.forget(); }
+    /// Likewise; what waits is not sent.
+    void stop() { m_arp.stop(); }
 
 private:
     /// Whose MAC is to be asked for first; nothing where the one that the command came from will do.
@@ -40,8 +47,8 @@ private:
     void transmit(const base::MacAddress& mac, const Camera::Answer& answer, const Recipient& to);
 
     const CameraConfig& m_config;
-    ArpClient& m_arp;
     FrameSink m_send;
+    ArpClient m_arp;
 };
 
 } // namespace simulator

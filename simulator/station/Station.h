@@ -2,16 +2,16 @@
 #pragma once
 
 #include "simulator/faults/FaultPlan.h"
-#include "simulator/station/AnswerRoute.h"
 #include "simulator/station/BootSequence.h"
+#include "simulator/station/CommandHandler.h"
 
 #include <random>
 
 namespace simulator {
 
 /// A camera on the wire: its interface's ARP, ICMP echo and UDP, how it boots, and what the network or its
-/// own faults do to its answers. Times come from the timer queue, which must not run on when this is gone;
-/// one thread.
+/// own faults do to its answers. The timer queue tells the time and must outlive this. One
+/// thread.
 class Station
 {
 public:
@@ -43,30 +43,13 @@ public:
     void announceAddress();
 
 private:
-    /// A command of the control channel that is going to be carried out.
-    struct UnderWay
-    {
-        UdpDatagram command;
-        TimerQueue::Clock::time_point until;
-        bool isAnnounced = false; ///< By PENDING_ACK.
-    };
-
     void hear(const UdpDatagram& datagram);
     void hear(const ArpMessage& message);
     void hear(const Echo& echo);
     /// Counts the request; nothing for one that goes well.
     std::optional<Fault> meetFault(Request request);
-    /// A command that has reached the camera meets this fault; false when nothing else is to become of it.
-    bool survives(const Fault& fault, const UdpDatagram& datagram, const gvcp::CommandPacket& command);
-    /// Whether it is a retransmission of one that is under way; what was announced then is so again.
-    bool isRepeated(const UdpDatagram& datagram, const gvcp::CommandPacket& command);
-    void carryOut(const UdpDatagram& datagram, std::optional<FaultAction> fault);
-    void carryOutLater(std::chrono::milliseconds delay, const UdpDatagram& datagram,
-                       std::optional<FaultAction> fault);
     /// What comes after the answer to a command; `before` is what the address was when it came.
     void followUp(Camera::Effect effect, const base::IpSettings& before);
-    void answerDiscovery(const Camera::Answer& answer, const AnswerRoute::Recipient& to);
-    void sendForged(const Camera::Answer& answer, const AnswerRoute::Recipient& to, unsigned next);
     void restartIp(std::chrono::milliseconds off);
     /// Ends whatever it is about to do on the network.
     void dropAll();
@@ -75,13 +58,12 @@ private:
 
     Camera m_camera;
     std::mt19937 m_random;
-    Timeouts m_timeouts; ///< Of what ends when it leaves the network.
+    TimerQueue& m_timers;
     FrameSink m_send;
-    ArpClient m_arp;
     AnswerRoute m_route;
     BootSequence m_boot;
+    CommandHandler m_commands;
     FaultPlan m_faults;
-    std::vector<UnderWay> m_underWay;
     std::array<unsigned, RequestNames.size()> m_counters{};
     bool m_isPlugged = true;
     unsigned m_resets = 0;
