@@ -47,58 +47,34 @@ enum class Blocking
     Yes
 };
 
-class Socket
+base::FileDescriptor makeSocket(Blocking blocking)
 {
-public:
-    explicit Socket(Blocking blocking)
-        : m_fd(::socket(AF_UNIX,
-                        SOCK_SEQPACKET | SOCK_CLOEXEC | (blocking == Blocking::No ? SOCK_NONBLOCK : 0), 0))
-    {
-        if (m_fd < 0)
-            throwErrno("cannot make a control socket");
-    }
-    Socket(const Socket&) = delete;
-    Socket& operator=(const Socket&) = delete;
-    ~Socket()
-    {
-        if (m_fd >= 0)
-            ::close(m_fd);
-    }
+    base::FileDescriptor fd(
+        ::socket(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC | (blocking == Blocking::No ? SOCK_NONBLOCK : 0), 0));
+    if (!fd)
+        throwErrno("cannot make a control socket");
+    return fd;
+}
 
-    int fd() const { return m_fd; }
-    int release() { return std::exchange(m_fd, -1); }
-    bool connectTo(const sockaddr_un& address) const
-    {
-        return ::connect(m_fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    }
-
-private:
-    int m_fd;
-};
-
-/// The folder that a socket lies in, held against other farms: none of them looks for a stale socket there,
-/// removes one or makes its own meanwhile.
-class HeldFolder
+bool connectTo(const sockaddr_un& address, const base::FileDescriptor& socket)
 {
-public:
-    explicit HeldFolder(const std::string& path)
-        : m_fd(::open(std::filesystem::path(path).parent_path().append(".").c_str(),
-                      O_RDONLY | O_DIRECTORY | O_CLOEXEC))
-    {
-        if (m_fd < 0)
-            throwErrno("cannot listen on " + path);
-        while (::flock(m_fd, LOCK_EX) != 0) {
-            if (errno != EINTR)
-                throwErrno("cannot lock the folder of " + path);
-        }
-    }
-    HeldFolder(const HeldFolder&) = delete;
-    HeldFolder& operator=(const HeldFolder&) = delete;
-    ~HeldFolder() { ::close(m_fd); }
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
 
-private:
-    int m_fd;
-};
+/// The folder that a socket lies in, held against other farms for as long as it is open: none of them looks
+/// for a stale socket there, removes one or makes its own meanwhile.
+base::FileDescriptor holdFolderOf(const std::string& path)
+{
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path().append(".");
+    base::FileDescriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (!fd)
+        throwErrno("cannot listen on " + path);
+    while (::flock(fd.get(), LOCK_EX) != 0) {
+        if (errno != EINTR)
+            throwErrno("cannot lock the folder of " + path);
+    }
+    return fd;
+}
 
 /// What lies at the path itself, a link being a link; nothing when nothing does.
 std::optional<struct stat> lookAt(const std::string& path)
@@ -120,9 +96,9 @@ void removeStaleSocket(const std::string& path, const sockaddr_un& address)
     if (!S_ISSOCK(found->st_mode))
         throw std::runtime_error("cannot listen on " + path +
                                  ": it is there and is not a socket; name another file, or remove it");
-    const Socket probe(Blocking::No);
+    const base::FileDescriptor probe = makeSocket(Blocking::No);
     // A queue that is full is somebody's too.
-    if (probe.connectTo(address) || errno == EAGAIN)
+    if (connectTo(address, probe) || errno == EAGAIN)
         throw std::runtime_error("another farm is listening on " + path);
     if (errno == EPROTOTYPE)
         throw std::runtime_error("another program is listening on " + path);
@@ -137,48 +113,42 @@ ControlSocket::ControlSocket(std::string path, Handler handler)
       m_handler(std::move(handler))
 {
     const sockaddr_un address = addressOf(m_path);
-    const HeldFolder folder(m_path);
+    const base::FileDescriptor folder = holdFolderOf(m_path);
     removeStaleSocket(m_path, address);
-    Socket listener(Blocking::No);
-    if (::bind(listener.fd(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
-        ::listen(listener.fd(), SOMAXCONN) != 0)
+    m_listener = makeSocket(Blocking::No);
+    if (::bind(m_listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+        ::listen(m_listener.get(), SOMAXCONN) != 0)
         throwErrno("cannot listen on " + m_path);
     if (const auto made = lookAt(m_path))
         m_file = {made->st_dev, made->st_ino};
-    m_listener = listener.release();
 }
 
 ControlSocket::~ControlSocket()
 {
-    for (const int client : m_clients)
-        ::close(client);
     // Somebody else's file may lie there by now. Ours keeps its number for as long as the listener is open.
     struct stat found = {};
     if (::lstat(m_path.c_str(), &found) == 0 && std::pair(found.st_dev, found.st_ino) == m_file)
         ::unlink(m_path.c_str());
-    ::close(m_listener);
 }
 
 std::vector<int> ControlSocket::descriptors() const
 {
-    std::vector<int> all = m_clients;
-    all.push_back(m_listener);
+    std::vector<int> all{m_listener.get()};
+    for (const base::FileDescriptor& client : m_clients)
+        all.push_back(client.get());
     return all;
 }
 
 void ControlSocket::serve()
 {
-    for (int client = 0; client >= 0;) {
-        client = ::accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (client >= 0)
-            m_clients.push_back(client);
-    }
-    std::erase_if(m_clients, [this](int client) {
-        const bool isDone = !serveClient(client);
-        if (isDone)
-            ::close(client);
-        return isDone;
-    });
+    const auto accept = [this] {
+        return base::FileDescriptor(
+            ::accept4(m_listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    };
+    for (base::FileDescriptor client = accept(); client; client = accept())
+        m_clients.push_back(std::move(client));
+    std::erase_if(m_clients,
+                  [this](const base::FileDescriptor& client) { return !serveClient(client.get()); });
 }
 
 bool ControlSocket::serveClient(int client) const
@@ -199,15 +169,15 @@ bool ControlSocket::serveClient(int client) const
 
 ControlSocket::Answer ControlSocket::request(const std::string& path, const std::string& command)
 {
-    const Socket socket(Blocking::Yes);
-    if (!socket.connectTo(addressOf(path)))
+    const base::FileDescriptor socket = makeSocket(Blocking::Yes);
+    if (!connectTo(addressOf(path), socket))
         throwErrno("no farm can be reached at " + path);
     const timeval patience{10, 0};
-    ::setsockopt(socket.fd(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    if (::send(socket.fd(), command.data(), command.size(), MSG_NOSIGNAL) < 0)
+    ::setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
+    if (::send(socket.get(), command.data(), command.size(), MSG_NOSIGNAL) < 0)
         throwErrno("cannot send to the farm");
     std::string message(MaxMessage, '\0');
-    const ssize_t size = ::recv(socket.fd(), message.data(), message.size(), 0);
+    const ssize_t size = ::recv(socket.get(), message.data(), message.size(), 0);
     if (size < 0)
         throwErrno("no answer from the farm");
     if (size == 0)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "base/FileDescriptor.h"
+
 #include <functional>
 #include <string>
 #include <sys/types.h>
@@ -43,9 +45,9 @@ private:
 
     std::string m_path;
     Handler m_handler;
-    int m_listener;
+    base::FileDescriptor m_listener;
     std::pair<dev_t, ino_t> m_file{}; ///< The socket's, as the file system numbers it.
-    std::vector<int> m_clients;
+    std::vector<base::FileDescriptor> m_clients;
 };
 
 } // namespace simulator

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/EventLoop.h"
 
+#include "base/FileDescriptor.h"
 #include "simulator/ControlSocket.h"
 #include "simulator/Farm.h"
 #include "simulator/wire/TimerQueue.h"
@@ -12,7 +13,6 @@
 #include <poll.h>
 #include <sys/signalfd.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace simulator {
 
@@ -30,25 +30,15 @@ sigset_t endSignals()
     return signals;
 }
 
-class EndSignal
+/// Readable when one of them has come.
+base::FileDescriptor openEndSignals()
 {
-public:
-    EndSignal()
-    {
-        const sigset_t signals = endSignals();
-        m_fd = ::signalfd(-1, &signals, SFD_CLOEXEC);
-        if (m_fd < 0)
-            throw std::system_error(errno, std::generic_category(), "signalfd");
-    }
-    EndSignal(const EndSignal&) = delete;
-    EndSignal& operator=(const EndSignal&) = delete;
-    ~EndSignal() { ::close(m_fd); }
-
-    int fd() const { return m_fd; }
-
-private:
-    int m_fd;
-};
+    const sigset_t signals = endSignals();
+    base::FileDescriptor fd(::signalfd(-1, &signals, SFD_CLOEXEC));
+    if (!fd)
+        throw std::system_error(errno, std::generic_category(), "signalfd");
+    return fd;
+}
 
 /// How long poll() may wait, in its own terms.
 int pollTime(std::optional<TimerQueue::Clock::time_point> nextTimer,
@@ -72,11 +62,11 @@ void holdSignals()
 
 void runUntilSignal(Wire& wire, Farm& farm, TimerQueue& timers, ControlSocket* control)
 {
-    const EndSignal end;
+    const base::FileDescriptor end = openEndSignals();
     std::vector<pollfd> fds;
     bool isWireIdle = true;
     for (;;) {
-        fds = {{end.fd(), POLLIN, 0}, {wire.fd(), POLLIN, 0}};
+        fds = {{end.get(), POLLIN, 0}, {wire.fd(), POLLIN, 0}};
         if (control)
             for (const int fd : control->descriptors())
                 fds.push_back({fd, POLLIN, 0});

@@ -10,8 +10,7 @@
 namespace simulator {
 
 /// A camera on the wire: its interface's ARP, ICMP echo and UDP, how it boots, and what the network or its
-/// own faults do to its answers. The timer queue tells the time and must outlive this. One
-/// thread.
+/// own faults do to its answers. The timer queue tells the time and must outlive this. One thread.
 class Station
 {
 public:
