@@ -71,6 +71,7 @@ protected:
             dialog.close();
         });
         click("Modify IP");
+        ASSERT_TRUE(showActive(*window)); // The dialog has had the keyboard.
         clickRow(4);
         save("8-unreachable-lla");
 
@@ -83,6 +84,7 @@ protected:
         click("Save");
         save("10-saving");
         ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
+        ASSERT_TRUE(showActive(*window)); // The message has had the keyboard.
 
         button("Refresh")->setFocus();
         save("11-button-focus");
