@@ -50,18 +50,9 @@ QString Sheet()
                "border-top:1px solid %4;border-bottom:1px solid %4;}")
                .arg(TextLook(TextColor), QLatin1String(HighlightColor), QLatin1String(SelectedGround),
                     QLatin1String(HeaderColor), TextLook("white")) +
-           QStringLiteral("QScrollBar:vertical{border-image:url(:/Dorn/Resources/scrollbar/scrollbar.png);"
-                          "width:10px;margin:0;}"
-                          "QScrollBar::handle:vertical{"
-                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar_sel.png);min-height:24px;}"
-                          "QScrollBar::handle:vertical:hover{"
-                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar_hov.png);}"
-                          "QScrollBar:horizontal{border-image:url(:/Dorn/Resources/scrollbar/scrollbar2.png);"
-                          "height:10px;margin:0;}"
-                          "QScrollBar::handle:horizontal{"
-                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_sel.png);min-width:24px;}"
-                          "QScrollBar::handle:horizontal:hover{"
-                          "border-image:url(:/Dorn/Resources/scrollbar/scrollbar2_hov.png);}"
+           ScrollBarRules(Qt::Vertical) + ScrollBarRules(Qt::Horizontal) +
+           QStringLiteral("QScrollBar::handle:vertical{min-height:24px;}"
+                          "QScrollBar::handle:horizontal{min-width:24px;}"
                           "QScrollBar::add-line,QScrollBar::sub-line{width:0;height:0;}") +
            ToolTipSheet();
 }

@@ -10,8 +10,8 @@
 class QPushButtonExColor;
 class QRadioButtonEx;
 
-/// The controls in which a camera's addressing and its name are edited. What they mean and when they are
-/// enabled is their owner's affair, who also connects them.
+/// The controls in which a camera's addressing and its name are edited. Their owner connects them and decides
+/// when they are enabled.
 class QEditPanel : public QWidget
 {
     Q_DECLARE_TR_FUNCTIONS(MainWidget)

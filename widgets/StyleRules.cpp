@@ -31,3 +31,16 @@ QString BorderImageRule(const QString& strSelector, const QString& strPicture, c
     return QStringLiteral("#%1{border-image: url(:/Dorn/Resources/%2)%3;%4}")
         .arg(strSelector, strPicture, strSlices, strRest);
 }
+
+QString ScrollBarRules(Qt::Orientation orientation)
+{
+    const bool bVertical = orientation == Qt::Vertical;
+    return QStringLiteral("QScrollBar:%1{border-image: url(:/Dorn/Resources/scrollbar/scrollbar%2.png);%3: "
+                          "10px;margin: 0px;}"
+                          "QScrollBar::handle:%1{border-image: "
+                          "url(:/Dorn/Resources/scrollbar/scrollbar%2_sel.png);border-radius: 0px;}"
+                          "QScrollBar::handle:%1:hover{border-image: "
+                          "url(:/Dorn/Resources/scrollbar/scrollbar%2_hov.png);border-radius: 0px;}")
+        .arg(QLatin1String(bVertical ? "vertical" : "horizontal"), QLatin1String(bVertical ? "" : "2"),
+             QLatin1String(bVertical ? "width" : "height"));
+}

@@ -33,3 +33,6 @@ QString IndicatorRules(const char* className,
 /// included) what of it is border; `strRest` holds further declarations.
 QString BorderImageRule(const QString& strSelector, const QString& strPicture, const QString& strSlices,
                         const QString& strRest);
+
+/// Draws slim scroll bars of this orientation; their arrow buttons are left as they are.
+QString ScrollBarRules(Qt::Orientation orientation);
