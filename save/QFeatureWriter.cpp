@@ -7,6 +7,8 @@
 #include <QString>
 
 #include <algorithm>
+#include <cstdarg>
+#include <cstdio>
 #include <cxxabi.h>
 #include <utility>
 #include <vector>
@@ -42,13 +44,13 @@ bool QFeatureWriter::WriteBoolean(const GenApi::CNodeMapRef& nodeMap, const char
         pFeature->SetValue(bValue, true);
         return true;
     } catch (const GenICam::GenericException& e) {
-        m_ErrorText.Format("what:%s SourceFileName:%s", e.what(), e.GetSourceFileName());
+        SetErrorText("what:%s SourceFileName:%s", e.what(), e.GetSourceFileName());
     } catch (int nCode) {
-        m_ErrorText.Format("Error code:0x%x", static_cast<unsigned>(nCode));
+        SetErrorText("Error code:0x%x", static_cast<unsigned>(nCode));
     } catch (const abi::__forced_unwind&) {
         throw;
     } catch (...) {
-        m_ErrorText.Format("Unknow error.");
+        SetErrorText("Unknow error.");
     }
     return false;
 }
@@ -89,19 +91,28 @@ bool QFeatureWriter::Execute(const GenApi::CNodeMapRef& nodeMap, const char* pch
     });
 }
 
+void QFeatureWriter::SetErrorText(const char* pchFormat, ...)
+{
+    std::fill_n(m_chErrorText, ErrorTextSize, '\0');
+    va_list arguments;
+    va_start(arguments, pchFormat);
+    std::vsnprintf(m_chErrorText, ErrorTextSize, pchFormat, arguments);
+    va_end(arguments);
+}
+
 bool QFeatureWriter::Attempt(const char* pchAction, const std::function<bool()>& write)
 {
     try {
         return write();
     } catch (const GenICam::GenericException& e) {
-        m_ErrorText.Format("%s Error: what:%s SourceFileName:%s", pchAction, e.what(), e.GetSourceFileName());
+        SetErrorText("%s Error: what:%s SourceFileName:%s", pchAction, e.what(), e.GetSourceFileName());
     } catch (int nCode) {
-        m_ErrorText.Format("%s Error: code 0x%x", pchAction, static_cast<unsigned>(nCode));
+        SetErrorText("%s Error: code 0x%x", pchAction, static_cast<unsigned>(nCode));
     } catch (const abi::__forced_unwind&) {
         throw;
     } catch (...) {
         return false;
     }
-    m_tell(QString(m_ErrorText.Get()));
+    m_tell(QString(m_chErrorText));
     return false;
 }

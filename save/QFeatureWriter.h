@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "save/ErrorText.h"
-
+#include <cstddef>
 #include <functional>
 
 class QByteArray;
@@ -35,11 +34,15 @@ public:
 
     bool Execute(const GenApi::CNodeMapRef& nodeMap, const char* pchName, const char* pchAction);
 
-    const char* GetErrorText() const { return m_ErrorText.Get(); }
+    static constexpr std::size_t ErrorTextSize = 512;
+
+    /// At most 511 bytes, longer ones are cut, and zeros up to its size; empty before the first failure.
+    const char* GetErrorText() const { return m_chErrorText; }
 
 private:
+    [[gnu::format(printf, 2, 3)]] void SetErrorText(const char* pchFormat, ...);
     bool Attempt(const char* pchAction, const std::function<bool()>& write);
 
     std::function<void(const QString&)> m_tell;
-    ErrorText m_ErrorText;
+    char m_chErrorText[ErrorTextSize] = {};
 };

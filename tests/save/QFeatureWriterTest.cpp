@@ -5,8 +5,10 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <new>
+#include <string_view>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -146,6 +148,32 @@ TEST_F(QFeatureWriterTest, ExecutesACommandVerified)
     nodes.addCommand(Name);
     EXPECT_TRUE(writer.Execute(nodeMap, Name, Action));
     EXPECT_THAT(writes, ElementsAre("Feature()"));
+}
+
+TEST_F(QFeatureWriterTest, TheErrorTextHoldsNothingOfTheOneBefore)
+{
+    EXPECT_THAT(writer.GetErrorText(), StrEq(""));
+    nodes.addBoolean(Name, throwAccess);
+    EXPECT_FALSE(writer.WriteBoolean(nodeMap, Name, true));
+    nodes.addBoolean(Name, throwCode);
+    EXPECT_FALSE(writer.WriteBoolean(nodeMap, Name, true));
+    const std::string_view text("Error code:0x1f");
+    EXPECT_EQ(writer.GetErrorText(), text);
+    EXPECT_TRUE(std::all_of(writer.GetErrorText() + text.size(),
+                            writer.GetErrorText() + QFeatureWriter::ErrorTextSize,
+                            [](char each) { return each == '\0'; }));
+}
+
+TEST_F(QFeatureWriterTest, AnErrorTextOfMoreThan511BytesIsCut)
+{
+    const std::string begin = "what:";
+    const std::string end = " SourceFileName:Some.cpp";
+    for (const std::size_t size : {511, 512, 5000}) {
+        const std::string what(size - begin.size() - end.size(), 'a');
+        nodes.addBoolean(Name, [&what] { throw GenICam::AccessException(what, "Some.cpp", 1); });
+        EXPECT_FALSE(writer.WriteBoolean(nodeMap, Name, true));
+        EXPECT_EQ(writer.GetErrorText(), (begin + what + end).substr(0, 511)) << size;
+    }
 }
 
 TEST_P(QFeatureWriterFailureTest, OfABooleanStaysInTheErrorText)
