@@ -26,6 +26,18 @@ bool differ(const QDevice* pCur, const QDevice* pModified, QString QDevice::*pst
     return pCur && pModified && pCur->*pstrText != pModified->*pstrText;
 }
 
+/// The type of that name, by this thread's own translation; a name that is none is no failure.
+std::optional<IpConfigType> typeOf(const QString& strType)
+{
+    if (strType == QThread::tr("Static IP"))
+        return IpConfigType::Static;
+    if (strType == QThread::tr("DHCP"))
+        return IpConfigType::Dhcp;
+    if (strType == QThread::tr("LLA"))
+        return IpConfigType::LinkLocal;
+    return std::nullopt;
+}
+
 /// The camera needs this long before it is looked for anew. A spin, which may be terminated at any time. The
 /// clock on the wall may be set back meanwhile; a save is not to last until it has caught up.
 void SleepEx()
@@ -41,7 +53,9 @@ void SleepEx()
 } // namespace
 
 QSaveThread::QSaveThread()
-    : m_Features([this](const QString& strText) { emit SigShowMsg(QThread::tr("Error"), strText); })
+    : m_Features([this](const QString& strText) {
+          ShowMsg(SaveMessage::FeatureNotWritten, QThread::tr("Error"), strText);
+      })
 {
     connect(this, &QThread::finished, this, [this] {
         if (m_bStartAgain)
@@ -92,6 +106,7 @@ void QSaveThread::TakeNextInfo()
 void QSaveThread::run()
 {
     HoldTermination();
+    m_LatestMessage = SaveMessage::None;
     // Runs while a terminated thread unwinds.
     auto giveUp = qScopeGuard([this] {
         ReleaseThread();
@@ -138,8 +153,8 @@ void QSaveThread::Save()
     const bool bTypeChanged = SetDeviceIPType();
     SetUserID();
     if (bTypeChanged) {
-        emit SigShowMsg(QThread::tr("Information"),
-                        QThread::tr("Modified. The device will reboot automatically."));
+        ShowMsg(SaveMessage::Restarting, QThread::tr("Information"),
+                QThread::tr("Modified. The device will reboot automatically."));
         TerminationPoint();
         RestartDevice();
     }
@@ -153,6 +168,12 @@ void QSaveThread::End()
 {
     ReleaseThread();
     ExitThread();
+}
+
+void QSaveThread::ShowMsg(SaveMessage about, const QString& strTitle, const QString& strText)
+{
+    m_LatestMessage = about;
+    emit SigShowMsg(strTitle, strText);
 }
 
 void QSaveThread::ExitThread()
@@ -271,8 +292,8 @@ bool QSaveThread::SetIPAddr()
 {
     const bool bIpChanged = CheckIpChanged();
     if (bIpChanged && (CheckIpUsed() || PingIPAddr(m_ModifiedDevice.m_strIpAddress))) {
-        emit SigShowMsg(QThread::tr("Information"),
-                        QThread::tr("The IP address has been used by other devices."));
+        ShowMsg(SaveMessage::AddressInUse, QThread::tr("Information"),
+                QThread::tr("The IP address has been used by other devices."));
         return false;
     }
 
@@ -287,10 +308,10 @@ bool QSaveThread::SetIPAddr()
     TerminationPoint();
     if (RZ_GIGE_ForceIpEx(m_Camera.GetHandle(), static_cast<quint32>(nIp), static_cast<quint32>(nSubnetMask),
                           static_cast<quint32>(nGateway)) != RZ_OK) {
-        emit SigShowMsg(
-            QThread::tr("Error"),
-            bIpChanged ? QThread::tr("Failed to modify the IP address.The camera may be in use at present.")
-                       : QThread::tr("Failed to modify."));
+        ShowMsg(SaveMessage::AddressNotForced, QThread::tr("Error"),
+                bIpChanged
+                    ? QThread::tr("Failed to modify the IP address.The camera may be in use at present.")
+                    : QThread::tr("Failed to modify."));
         return false;
     }
     return true;
@@ -303,18 +324,16 @@ bool QSaveThread::SetDeviceIPType()
         return false;
     }
 
+    const std::optional<IpConfigType> type = typeOf(m_ModifiedDevice.m_strIpConfigType);
     bool bDone = true;
-    if (m_ModifiedDevice.m_strIpConfigType == QThread::tr("Static IP")) {
-        bDone = SetStaticIPEnabled(true);
-    } else if (m_ModifiedDevice.m_strIpConfigType == QThread::tr("DHCP")) {
-        bDone = SetStaticIPEnabled(false);
-        bDone = SetDHCPEnabled(true) && bDone;
-    } else if (m_ModifiedDevice.m_strIpConfigType == QThread::tr("LLA")) {
-        bDone = SetStaticIPEnabled(false);
-        bDone = SetDHCPEnabled(false) && bDone;
+    if (type) {
+        const bool bStatic = type == IpConfigType::Static;
+        bDone = SetStaticIPEnabled(bStatic);
+        if (!bStatic)
+            bDone = SetDHCPEnabled(type == IpConfigType::Dhcp) && bDone;
     }
     if (!bDone)
-        emit SigShowMsg(QThread::tr("Information"),
-                        QThread::tr("Failed to change the IP configuration type."));
+        ShowMsg(SaveMessage::TypeNotChanged, QThread::tr("Information"),
+                QThread::tr("Failed to change the IP configuration type."));
     return bDone;
 }

@@ -11,6 +11,17 @@
 
 class QDeviceManager;
 
+/// What a message of a save is about.
+enum class SaveMessage
+{
+    None,              ///< There was none.
+    AddressInUse,      ///< Somebody else has the new address; nothing was changed.
+    AddressNotForced,  ///< The camera did not take the address; nothing was changed.
+    TypeNotChanged,    ///< Why, stands in GetErrorText().
+    FeatureNotWritten, ///< Of the user name or the reset, and the message is GetErrorText() itself.
+    Restarting         ///< The type was changed; the camera is about to be reset.
+};
+
 /// Applies one set of changes to one camera for each start(): forces address, mask and gateway onto it,
 /// whether they changed or not, then writes the IP configuration type and the user name, if those changed,
 /// through the camera's node map, and resets it when the type changed.
@@ -64,7 +75,12 @@ public:
     bool SetUserID();
     bool RestartDevice();
 
-    /// The text of the last failed write of a feature; may be looked at after SigEndThread().
+    /// What the save's latest SigShowMsg() was about. May be asked in the worker's thread, as by a receiver
+    /// that is connected directly, or blocking, and after SigEndThread().
+    SaveMessage LatestMessage() const { return m_LatestMessage; }
+
+    /// The text of the last failed write of a feature; may be looked at when LatestMessage() may be
+    /// asked.
     const char* GetErrorText() const { return m_Features.GetErrorText(); }
 
     // Whether the camera as it should be differs from the one that was found.
@@ -104,6 +120,7 @@ private:
 
     void Save();
     void End();
+    void ShowMsg(SaveMessage about, const QString& strTitle, const QString& strText);
     void TakeNextInfo();
 
     bool m_bRunning = false; ///< The worker's.
@@ -112,6 +129,7 @@ private:
     QDeviceManager* m_pDeviceManager = nullptr;
     QCameraAccess m_Camera;
     QFeatureWriter m_Features; ///< Has the error text.
+    SaveMessage m_LatestMessage = SaveMessage::None;
 
     // The owner's thread's alone: the next save, while one is running.
     std::optional<ThreadInfo> m_stNextInfo;

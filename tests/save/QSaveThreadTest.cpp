@@ -216,6 +216,44 @@ TEST_F(QSaveThreadTest, ANameOrAResetThatCannotBeWrittenIsToldAndTheSaveGoesOn)
                             "Refresh(0)", "End(0)"));
 }
 
+TEST_F(QSaveThreadTest, EachMessageSaysWhatItIsAbout)
+{
+    std::vector<SaveMessage> messages;
+    QObject::connect(
+        thread.get(), &QSaveThread::SigShowMsg, thread.get(),
+        [&] { messages.push_back(thread->LatestMessage()); }, Qt::DirectConnection);
+    const QDevice cur = found({}, "DHCP");
+    save(cur, cur);
+    EXPECT_EQ(thread->LatestMessage(), SaveMessage::None);
+
+    QDevice modified = cur;
+    modified.m_strIpConfigType = "Static IP";
+    modified.m_strUserDefinedName = "new";
+    nodes.remove("DeviceUserID");
+    save(cur, modified);
+    EXPECT_THAT(messages, ElementsAre(SaveMessage::FeatureNotWritten, SaveMessage::Restarting));
+    EXPECT_EQ(thread->LatestMessage(), SaveMessage::Restarting);
+
+    messages.clear();
+    nodes.remove(StaticIp);
+    save(cur, modified);
+    EXPECT_THAT(messages, ElementsAre(SaveMessage::TypeNotChanged, SaveMessage::FeatureNotWritten));
+
+    messages.clear();
+    sdk.forceIp = [](RZ_CC_DEVICE_INFO*, uint32_t, uint32_t, uint32_t) { return RZ_ERROR_REFUSED; };
+    save(cur, modified);
+    EXPECT_THAT(messages, ElementsAre(SaveMessage::AddressNotForced));
+
+    messages.clear();
+    ping.set("echo 'time=1 ms'");
+    modified.m_strIpAddress = "192.0.2.30";
+    save(cur, modified);
+    EXPECT_THAT(messages, ElementsAre(SaveMessage::AddressInUse));
+
+    save(cur, cur);
+    EXPECT_EQ(thread->LatestMessage(), SaveMessage::AddressNotForced);
+}
+
 TEST_F(QSaveThreadTest, ItsTextsAreTranslatedAsTheThreadsOwn)
 {
     const ContextTranslator translator;
