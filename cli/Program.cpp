@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Program.h"
 
-#include "cli/Command.h"
-#include "cli/DisplayText.h"
-#include "cli/Session.h"
-#include "cli/TextTable.h"
+#include "cli/commands/Command.h"
+#include "cli/session/Session.h"
+#include "cli/text/DisplayText.h"
+#include "cli/text/TextTable.h"
 
 #include <algorithm>
 #include <ostream>
@@ -77,6 +77,12 @@ void run(const std::vector<std::string>& words, Session& session)
 }
 
 } // namespace
+
+const std::vector<Command>& commands()
+{
+    static const std::vector<Command> all{listCommand(), forceCommand(), setCommand()};
+    return all;
+}
 
 ExitStatus runProgram(const std::vector<std::string>& words, Session& session)
 {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/AddressOwner.h"
-#include "cli/Privileges.h"
 #include "cli/Program.h"
-#include "cli/Session.h"
+#include "cli/neighbours/AddressOwner.h"
+#include "cli/session/Privileges.h"
+#include "cli/session/Session.h"
 
 #include <QCoreApplication>
 #include <QLoggingCategory>

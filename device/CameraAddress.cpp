@@ -10,70 +10,42 @@
 
 namespace {
 
+constexpr bool isNumber(AddressError error, int nSdkError)
+{
+    return static_cast<int>(error) == nSdkError;
+}
+static_assert(isNumber(AddressError::None, RZ_OK));
+static_assert(isNumber(AddressError::BadAddress, RZ_ERROR_PARAMETER));
+static_assert(isNumber(AddressError::Network, RZ_ERROR_NETWORK));
+static_assert(isNumber(AddressError::NoAnswer, RZ_ERROR_NO_ANSWER));
+static_assert(isNumber(AddressError::InUse, RZ_ERROR_ACCESS_DENIED));
+static_assert(isNumber(AddressError::Refused, RZ_ERROR_REFUSED));
+static_assert(isNumber(AddressError::NotStored, RZ_ERROR_NOT_STORED));
+static_assert(isNumber(AddressError::OtherCamera, RZ_ERROR_OTHER_CAMERA));
+
 struct HandleDestroyer
 {
     void operator()(void* handle) const { RZ_CC_DestroyHandle(handle); }
 };
 
-/// What failed, unless the SDK has more to say of it, and what may be done.
-struct Sentence
-{
-    QString strWhat;
-    QString strAdvice;
-};
-
-Sentence sentenceFor(int error)
-{
-    switch (error) {
-    case RZ_ERROR_PARAMETER:
-        return {QStringLiteral("the SDK takes no such address"),
-                QStringLiteral("check address, mask and gateway")};
-    case RZ_ERROR_NETWORK:
-        return {QStringLiteral("the network adapter that heard the camera cannot be used"),
-                QStringLiteral("check that it is up and has an address")};
-    case RZ_ERROR_NO_ANSWER:
-        return {QStringLiteral("the camera did not answer"),
-                QStringLiteral("check its cable and power, and try again")};
-    case RZ_ERROR_ACCESS_DENIED:
-        return {QStringLiteral("another application controls the camera"),
-                QStringLiteral("close that application and try again")};
-    case RZ_ERROR_REFUSED:
-        return {QStringLiteral("the camera answered with an error"),
-                QStringLiteral("switch it off and on, and try again")};
-    case RZ_ERROR_NOT_STORED:
-        return {QStringLiteral("the camera did not store the address"), QStringLiteral("try again")};
-    case RZ_ERROR_OTHER_CAMERA:
-        return {QStringLiteral("another camera answers at its address"),
-                QStringLiteral("give one of the two another address first")};
-    default:
-        return {QStringLiteral("the SDK failed (error %1)").arg(error), QStringLiteral("try again")};
-    }
-}
-
-QString failure(int error, const QDevice& device)
-{
-    const Sentence sentence = sentenceFor(error);
-    const QString strReason = GetCameraError(device);
-    return (strReason.isEmpty() ? sentence.strWhat : strReason) + QStringLiteral("; ") + sentence.strAdvice;
-}
-
-/// Calls with a handle of the camera; the error code of either.
-int withHandle(const QDevice& device, const std::function<int(void*)>& call)
+/// Calls with a handle of the camera; the error of either.
+AddressError withHandle(const QDevice& device, const std::function<int(void*)>& call)
 {
     void* created = nullptr;
-    if (const int error = RZ_CC_CreateHandle(&created, device.m_pDeviceInfo); error != RZ_OK)
-        return error;
+    if (const int nError = RZ_CC_CreateHandle(&created, device.m_pDeviceInfo); nError != RZ_OK)
+        return static_cast<AddressError>(nError);
     const std::unique_ptr<void, HandleDestroyer> handle(created);
-    return call(handle.get());
+    return static_cast<AddressError>(call(handle.get()));
 }
 
 } // namespace
 
-QString ForceAddress(const QDevice& device, quint32 nIp, quint32 nSubnetMask, quint32 nGateway)
+AddressError ForceAddress(const QDevice& device, const base::IpSettings& settings)
 {
-    const int error = withHandle(
-        device, [=](void* handle) { return RZ_GIGE_ForceIpEx(handle, nIp, nSubnetMask, nGateway); });
-    return error == RZ_OK ? QString() : failure(error, device);
+    return withHandle(device, [&settings](void* handle) {
+        return RZ_GIGE_ForceIpEx(handle, settings.address.number(), settings.mask.number(),
+                                 settings.gateway.number());
+    });
 }
 
 bool IsForcedAddressWaiting(const QDevice& device)
@@ -81,20 +53,21 @@ bool IsForcedAddressWaiting(const QDevice& device)
     return RZ_GIGE_IsForcedIpWaiting(device.m_pDeviceInfo);
 }
 
-QString StoreForcedAddress(const QDevice& device)
+AddressError StoreForcedAddress(const QDevice& device)
 {
-    const int error =
-        withHandle(device, [](void* handle) { return RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0); });
-    return error == RZ_OK ? QString() : failure(error, device);
+    return withHandle(device, [](void* handle) { return RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0); });
 }
 
-std::optional<StoredAddress> ReadStoredAddress(const QDevice& device)
+std::optional<base::IpSettings> ReadStoredAddress(const QDevice& device)
 {
-    StoredAddress stored;
-    const int error = withHandle(device, [&stored](void* handle) {
-        return RZ_GIGE_GetPersistentIp(handle, &stored.nIp, &stored.nSubnetMask, &stored.nGateway);
-    });
-    return error == RZ_OK ? std::optional(stored) : std::nullopt;
+    unsigned nIp = 0;
+    unsigned nSubnetMask = 0;
+    unsigned nGateway = 0;
+    const AddressError error = withHandle(
+        device, [&](void* handle) { return RZ_GIGE_GetPersistentIp(handle, &nIp, &nSubnetMask, &nGateway); });
+    if (error != AddressError::None)
+        return std::nullopt;
+    return base::IpSettings{base::Ipv4(nIp), base::Ipv4(nSubnetMask), base::Ipv4(nGateway)};
 }
 
 QString GetCameraError(const QDevice& device)

@@ -1,19 +1,27 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/AddressConflict.h"
+#include "cli/cameras/AddressConflict.h"
 
-#include "cli/Failure.h"
+#include "cli/cameras/Cameras.h"
+#include "cli/session/Failure.h"
 #include "tests/cli/ProgramFixture.h"
 
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
+using base::operator""_ip;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;
 
 namespace {
 
-constexpr quint32 Wanted = 0xC0A80106;
+constexpr base::Ipv4 Wanted = "192.168.1.6"_ip;
+constexpr base::MacAddress Device{{0xAA, 0, 0, 0, 0, 9}};
+constexpr base::MacAddress OtherCamera{{0, 0, 0, 0, 0, 2}};
+
+/// The computer's adapters, the first of which hears the camera.
+constexpr base::Ipv4 Hearing = "192.168.1.5"_ip;
+constexpr base::Ipv4 Unused = "172.16.0.1"_ip;
 
 class AddressConflictTest : public ProgramFixture
 {
@@ -22,17 +30,27 @@ protected:
     {
         camera.m_strMacAddress = "00:00:00:00:00:01";
         camera.m_strIpAddress = "10.0.0.9";
-        camera.m_nNetExport = 0xC0A80105;
-        camera.m_vecHostAdapter = {{0xC0A80105, 0xFFFF0000}, {0xAC100001, 0xFFFFFF00}};
+        camera.m_nNetExport = Hearing.number();
+        camera.m_vecHostAdapter = {{Hearing.number(), ("255.255.0.0"_ip).number()},
+                                   {Unused.number(), ("255.255.255.0"_ip).number()}};
         other.m_strMacAddress = "00:00:00:00:00:02";
         other.m_strModelName = "FC-1";
         other.m_strIpAddress = "192.168.1.7";
     }
 
-    void require(quint32 address) { cli::requireUnusedAddress(camera, {camera, other}, address, session); }
+    void require(base::Ipv4 address)
+    {
+        const cli::Camera found(camera);
+        cli::requireUnusedAddress({found, {found, cli::Camera(other)}, nullptr}, address, session);
+    }
+
+    bool isOutside(base::Ipv4 address) const
+    {
+        return cli::isOutsideAdapterSubnet(cli::Camera(camera), address);
+    }
 
     /// What is said when the address is refused.
-    std::string refusal(quint32 address)
+    std::string refusal(base::Ipv4 address)
     {
         try {
             require(address);
@@ -52,7 +70,7 @@ protected:
 
 TEST_F(AddressConflictTest, IsSeenWithEveryAdapterOfTheComputer)
 {
-    for (const quint32 address : {0xC0A80105u, 0xAC100001u})
+    for (const base::Ipv4 address : {Hearing, Unused})
         EXPECT_THAT(refusal(address), HasSubstr("an adapter of this computer has it"));
     EXPECT_NO_THROW(require(Wanted));
     EXPECT_EQ(err.str(), "");
@@ -62,8 +80,8 @@ TEST_F(AddressConflictTest, IsAskedForWithTheMacAddressesOfAllCameras)
 {
     session.findOwner = [](const cli::OwnerQuestion& question) {
         EXPECT_EQ(question.address, Wanted);
-        EXPECT_EQ(question.camera, "00:00:00:00:00:01");
-        EXPECT_EQ(question.otherCameras, QSet<QString>{"00:00:00:00:00:02"});
+        EXPECT_EQ(question.camera.toText(), "00:00:00:00:00:01");
+        EXPECT_THAT(question.otherCameras, testing::ElementsAre(OtherCamera));
         return cli::OwnerAnswer{};
     };
     EXPECT_NO_THROW(require(Wanted));
@@ -76,13 +94,13 @@ TEST_F(AddressConflictTest, NamesTheOwnerAndHowItWasHeard)
         cli::AddressOwner owner;
         const char* text;
     } table[] = {
-        {{"AA:00:00:00:00:09", true, {}}, "the device AA:00:00:00:00:09 answers ping"},
-        {{"AA:00:00:00:00:09", false, {}}, "the device AA:00:00:00:00:09 answers ARP"},
-        {{"AA:00:00:00:00:09", false, 12700ms},
+        {{Device, true, {}}, "the device AA:00:00:00:00:09 answers ping"},
+        {{Device, false, {}}, "the device AA:00:00:00:00:09 answers ARP"},
+        {{Device, false, 12700ms},
          "the device AA:00:00:00:00:09 was heard there 12 seconds ago; if it has just been taken away, the "
          "address counts as free in a minute"},
-        {{"", true, {}}, "a device with this address answers ping"},
-        {{"00:00:00:00:00:02", false, {}}, "the camera FC-1 (00:00:00:00:00:02) answers ARP"},
+        {{{}, true, {}}, "a device with this address answers ping"},
+        {{OtherCamera, false, {}}, "the camera FC-1 (00:00:00:00:00:02) answers ARP"},
     };
     for (const auto& each : table) {
         ownerAnswer.owner = each.owner;
@@ -129,10 +147,10 @@ TEST_F(AddressConflictTest, TellsSomebodyWhoWatchesWhatIsWaitedFor)
 
 TEST_F(AddressConflictTest, KnowsTheSubnetByTheMaskOfTheAdapterThatHearsTheCamera)
 {
-    EXPECT_FALSE(cli::isOutsideAdapterSubnet(camera, 0xC0A8FE01));
-    EXPECT_TRUE(cli::isOutsideAdapterSubnet(camera, 0xC0A90101));
-    EXPECT_TRUE(cli::isOutsideAdapterSubnet(camera, 0xAC100009)) << "another adapter's";
+    EXPECT_FALSE(isOutside("192.168.254.1"_ip));
+    EXPECT_TRUE(isOutside("192.169.1.1"_ip));
+    EXPECT_TRUE(isOutside("172.16.0.9"_ip)) << "another adapter's";
     camera.m_vecHostAdapter.clear();
-    EXPECT_FALSE(cli::isOutsideAdapterSubnet(camera, 0xC0A801FE));
-    EXPECT_TRUE(cli::isOutsideAdapterSubnet(camera, 0xC0A80201));
+    EXPECT_FALSE(isOutside("192.168.1.254"_ip));
+    EXPECT_TRUE(isOutside("192.168.2.1"_ip));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/AddressOwner.h"
+#include "cli/neighbours/AddressOwner.h"
 
 #include "tests/support/NetworkLab.h"
 #include "tests/support/ScriptedProgram.h"
@@ -11,11 +11,14 @@
 
 namespace {
 
-constexpr const char* OwnerMac = "02:00:00:00:09:01";
-constexpr const char* CameraMac = "02:00:00:00:01:01";
+using base::operator""_ip;
 
-constexpr quint32 Taken = 0xC0A8011E; // 192.168.1.30
-constexpr quint32 Free = 0xC0A8011F;  // 192.168.1.31
+constexpr base::MacAddress OwnerMac{{2, 0, 0, 0, 9, 1}};
+constexpr base::MacAddress OtherMac{{2, 0, 0, 0, 9, 0x99}};
+constexpr base::MacAddress CameraMac{{2, 0, 0, 0, 1, 1}};
+
+constexpr base::Ipv4 Taken = "192.168.1.30"_ip;
+constexpr base::Ipv4 Free = "192.168.1.31"_ip;
 
 /// A computer with two adapters in one subnet, and behind the second a device that has Taken. The kernel asks
 /// ten times as fast as usual. Nobody answers ping unless a test says so.
@@ -31,20 +34,21 @@ protected:
                  "    cd /proc/sys/net/ipv4/neigh/$each; echo 100 > retrans_time_ms; echo 1 > "
                  "delay_first_probe_time\n"
                  "done");
-        owner.run(std::string("ip link set eth0 address ") + OwnerMac);
+        owner.run("ip link set eth0 address " + OwnerMac.toText());
         ping.set("exit 1");
     }
 
     /// In the host's network, on the second adapter unless another is given.
-    cli::OwnerAnswer find(quint32 address, const char* adapter = "eth1") const
+    cli::OwnerAnswer find(base::Ipv4 address, const char* adapter = "eth1") const
     {
         const lab::Visit visit(host);
         return cli::findAddressOwner({address, static_cast<int>(if_nametoindex(adapter)), CameraMac, {}});
     }
 
-    void remember(const std::string& address, const std::string& mac, const std::string& state) const
+    void remember(base::Ipv4 address, const base::MacAddress& mac, const std::string& state) const
     {
-        host.run("ip neigh replace " + address + " lladdr " + mac + " nud " + state + " dev eth1");
+        host.run("ip neigh replace " + address.toText() + " lladdr " + mac.toText() + " nud " + state +
+                 " dev eth1");
     }
 
     ScriptedProgram ping{"ping"};
@@ -60,7 +64,7 @@ TEST_F(AddressOwnerTest, IsKnownByItsAnswerToArpAlone)
 {
     const cli::OwnerAnswer answer = find(Taken);
     ASSERT_TRUE(answer.owner);
-    EXPECT_EQ(answer.owner->macAddress, OwnerMac);
+    EXPECT_EQ(answer.owner->mac, OwnerMac);
     EXPECT_FALSE(answer.owner->answersPing);
     EXPECT_FALSE(answer.owner->lastHeard);
     EXPECT_EQ(answer.pingFailure, "");
@@ -76,17 +80,17 @@ TEST_F(AddressOwnerTest, IsLookedForByPingOutOfTheAdapterWithoutNames)
 
 TEST_F(AddressOwnerTest, IsKnownByItsAnswerToPingAlone)
 {
-    remember("192.168.1.31", OwnerMac, "permanent");
+    remember(Free, OwnerMac, "permanent");
     ping.set("exit 0");
     const cli::OwnerAnswer answer = find(Free);
     ASSERT_TRUE(answer.owner);
     EXPECT_TRUE(answer.owner->answersPing);
-    EXPECT_EQ(answer.owner->macAddress, OwnerMac);
+    EXPECT_EQ(answer.owner->mac, OwnerMac);
 }
 
 TEST_F(AddressOwnerTest, IsNotTheCameraItself)
 {
-    remember("192.168.1.31", CameraMac, "permanent");
+    remember(Free, CameraMac, "permanent");
     ping.set("exit 0");
     EXPECT_FALSE(find(Free).owner);
 }
@@ -101,8 +105,8 @@ TEST_F(AddressOwnerTest, IsFoundOutsideTheAdaptersSubnetPastTheGateway)
 {
     owner.run("ip address add 10.1.2.3/8 dev eth0");
     host.run("ip route add default via 192.168.1.30 dev eth1");
-    EXPECT_TRUE(find(0x0A010203).owner);
-    EXPECT_FALSE(find(0x0A010204).owner);
+    EXPECT_TRUE(find("10.1.2.3"_ip).owner);
+    EXPECT_FALSE(find("10.1.2.4"_ip).owner);
 }
 
 TEST_F(AddressOwnerTest, IsNobodyWhenAllWereAskedSixTimesInVain)
@@ -118,32 +122,32 @@ TEST_F(AddressOwnerTest, IsNobodyWhenAllWereAskedSixTimesInVain)
 TEST_F(AddressOwnerTest, IsRememberedWhenItIsSilent)
 {
     owner.run("ip link set eth0 down");
-    remember("192.168.1.30", OwnerMac, "reachable");
+    remember(Taken, OwnerMac, "reachable");
     const cli::OwnerAnswer answer = find(Taken);
     ASSERT_TRUE(answer.owner);
-    EXPECT_EQ(answer.owner->macAddress, OwnerMac);
+    EXPECT_EQ(answer.owner->mac, OwnerMac);
     EXPECT_TRUE(answer.owner->lastHeard);
 }
 
 TEST_F(AddressOwnerTest, IsForgottenWhenTheKernelFindsItGone)
 {
-    remember("192.168.1.31", OwnerMac, "stale");
+    remember(Free, OwnerMac, "stale");
     EXPECT_FALSE(find(Free).owner);
 }
 
 TEST_F(AddressOwnerTest, IsFoundWhereAnotherWasBefore)
 {
-    remember("192.168.1.30", "02:00:00:00:09:99", "stale");
+    remember(Taken, OtherMac, "stale");
     const cli::OwnerAnswer answer = find(Taken);
     ASSERT_TRUE(answer.owner);
-    EXPECT_EQ(answer.owner->macAddress, OwnerMac);
+    EXPECT_EQ(answer.owner->mac, OwnerMac);
 }
 
 TEST_F(AddressOwnerTest, IsLookedForByArpWhereThereIsNoPing)
 {
     const auto restored = qScopeGuard([path = qgetenv("PATH")] { qputenv("PATH", path); });
     qputenv("PATH", "/nowhere");
-    for (const quint32 address : {Taken, Free}) {
+    for (const base::Ipv4 address : {Taken, Free}) {
         const cli::OwnerAnswer answer = find(address);
         EXPECT_EQ(answer.owner.has_value(), address == Taken);
         EXPECT_NE(answer.pingFailure, "");
@@ -162,11 +166,11 @@ TEST_F(AddressOwnerTest, IsLookedForByArpWherePingMayNotSend)
 
 TEST_F(AddressOwnerTest, IsLookedForByPingWhereTheKernelCannotAsk)
 {
-    const cli::OwnerAnswer nobody = find(0xC0A801FF); // A broadcast address has no owner.
+    const cli::OwnerAnswer nobody = find("192.168.1.255"_ip); // A broadcast address has no owner.
     EXPECT_FALSE(nobody.owner);
     EXPECT_NE(nobody.arpFailure, "");
     ping.set("exit 0");
-    EXPECT_TRUE(find(0xC0A801FF).owner);
+    EXPECT_TRUE(find("192.168.1.255"_ip).owner);
 }
 
 TEST_F(AddressOwnerTest, IsNotLookedForOnAnAdapterThatIsGone)

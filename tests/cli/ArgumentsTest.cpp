@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/Arguments.h"
+#include "cli/arguments/Arguments.h"
 
 #include "tests/cli/Refusal.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/DisplayText.h"
+#include "cli/text/DisplayText.h"
 
-#include "cli/TextTable.h"
+#include "cli/text/TextTable.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,9 @@
 #include "tests/cli/ProgramFixture.h"
 
 #include <gmock/gmock.h>
+#include <set>
 
+using base::operator""_ip;
 using cli::ExitStatus;
 using testing::AllOf;
 using testing::ElementsAre;
@@ -121,14 +123,14 @@ TEST_F(ForceCommandTest, RefusesTheAddressOfAnotherCamera)
 
 TEST_F(ForceCommandTest, RefusesAnAddressThatSomebodyHas)
 {
-    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", true, {}};
+    ownerAnswer.owner = cli::AddressOwner{base::MacAddress{{0xAA, 0, 0, 0, 0, 9}}, true, {}};
     expectRefusedUnsent("192.0.2.30", "the device AA:00:00:00:00:09 answers ping");
-    EXPECT_THAT(questions, ElementsAre(SdkDouble::address("192.0.2.30")));
+    EXPECT_THAT(questions, ElementsAre("192.0.2.30"_ip));
 }
 
 TEST_F(ForceCommandTest, TakesTheCamerasOwnAddressForNoConflict)
 {
-    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", true, {}};
+    ownerAnswer.owner = cli::AddressOwner{base::MacAddress{{0xAA, 0, 0, 0, 0, 9}}, true, {}};
     EXPECT_EQ(force("10.0.0.9", {"--gateway", "10.0.0.1"}), ExitStatus::Done);
     EXPECT_THAT(questions, IsEmpty());
     EXPECT_EQ(camera().nDeviceGateway, SdkDouble::address("10.0.0.1"));
@@ -170,6 +172,30 @@ TEST_F(ForceCommandTest, TriesACameraInUseAndTellsWhyItFailed)
         err.str(),
         HasSubstr("ip-configurator-cli: Model (00:00:00:00:00:02): another application controls the camera"));
     EXPECT_EQ(forced().size(), 1u);
+}
+
+TEST_F(ForceCommandTest, HasASentenceOfItsOwnForEveryErrorOfTheSdk)
+{
+    std::set<std::string> sentences;
+    for (int error = RZ_ERROR_HANDLE; error <= RZ_ERROR_OTHER_CAMERA; ++error) {
+        sdk.forceIp = [error](auto...) { return error; };
+        EXPECT_EQ(force(), ExitStatus::Failed);
+        const std::size_t begin = err.str().find("ip-configurator-cli: Model (00:00:00:00:00:02): ");
+        ASSERT_NE(begin, std::string::npos) << err.str();
+        EXPECT_TRUE(sentences.insert(err.str().substr(begin)).second) << error;
+    }
+}
+
+TEST_F(ForceCommandTest, TellsTheSdksReasonAndWhatMayBeDone)
+{
+    sdk.forceIp = [](auto...) { return RZ_ERROR_NETWORK; };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("(00:00:00:00:00:02): the network adapter that heard the camera cannot "
+                                     "be used; check that it is up and has an address\n"));
+    sdk.getErrorText = [](const RZ_CC_DEVICE_INFO*) { return "its adapter is gone"; };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("(00:00:00:00:00:02): its adapter is gone; check that it is up and has "
+                                     "an address\n"));
 }
 
 TEST_F(ForceCommandTest, WaitsForACameraThatIsMissedAtFirst)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/Interruption.h"
+#include "cli/session/Interruption.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/IpSettings.h"
-
+#include "cli/arguments/AddressArguments.h"
+#include "cli/arguments/Arguments.h"
+#include "cli/cameras/Camera.h"
 #include "tests/cli/Refusal.h"
 
 #include <gmock/gmock.h>
 
+using base::operator""_ip;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;
@@ -18,9 +20,10 @@ struct Texts
     std::string gateway = "0.0.0.0";
 };
 
-cli::IpSettings parse(const Texts& texts)
+base::IpSettings parse(const Texts& texts)
 {
-    return cli::parseIpSettings(texts.address, texts.mask, texts.gateway);
+    return cli::parseIpSettings(
+        {{}, {{"--ip", texts.address}, {"--mask", texts.mask}, {"--gateway", texts.gateway}}});
 }
 
 struct Refused
@@ -42,13 +45,15 @@ void expectRefused(const std::vector<Refused>& table)
 
 } // namespace
 
-TEST(IpSettings, AreNumbersInHostOrder)
+TEST(IpSettings, AreTheValuesOfTheOptionsWithoutAGatewayUnlessOneIsGiven)
 {
-    const cli::IpSettings settings =
+    const base::IpSettings settings =
         parse({.address = "192.168.1.20", .mask = "255.255.254.0", .gateway = "192.168.0.1"});
-    EXPECT_EQ(settings.address, 0xC0A80114u);
-    EXPECT_EQ(settings.mask, 0xFFFFFE00u);
-    EXPECT_EQ(settings.gateway, 0xC0A80001u);
+    EXPECT_EQ(settings.address, "192.168.1.20"_ip);
+    EXPECT_EQ(settings.mask, "255.255.254.0"_ip);
+    EXPECT_EQ(settings.gateway, "192.168.0.1"_ip);
+    EXPECT_EQ(cli::parseIpSettings({{}, {{"--ip", "192.168.1.20"}, {"--mask", "255.255.255.0"}}}),
+              (base::IpSettings{"192.168.1.20"_ip, "255.255.255.0"_ip, {}}));
 }
 
 TEST(IpSettings, AreTakenUpToTheirLimits)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/MacAddress.h"
+#include "cli/arguments/AddressArguments.h"
 
 #include "tests/cli/Refusal.h"
 
@@ -11,9 +11,9 @@ using testing::HasSubstr;
 TEST(MacAddress, IsTakenInAnyCaseWithColonsDashesOrNothing)
 {
     for (const char* text : {"00:1A:2B:3C:4D:5E", "00:1a:2b:3c:4d:5e", "00-1A-2b-3C-4d-5E", "001a2b3c4d5E"})
-        EXPECT_EQ(cli::parseMacAddress(text), "00:1A:2B:3C:4D:5E") << text;
+        EXPECT_EQ(cli::parseMacAddress(text).toText(), "00:1A:2B:3C:4D:5E") << text;
     for (const char* text : {"AA:BB:CC:DD:EE:FF", "aa:bb:cc:dd:ee:ff", "aAbBcCdDeEfF"})
-        EXPECT_EQ(cli::parseMacAddress(text), "AA:BB:CC:DD:EE:FF") << text;
+        EXPECT_EQ(cli::parseMacAddress(text).toText(), "AA:BB:CC:DD:EE:FF") << text;
 }
 
 TEST(MacAddress, OfAnyOtherFormIsRefusedAndTheFormTold)

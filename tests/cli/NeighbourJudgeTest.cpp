@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/NeighbourJudge.h"
+#include "cli/neighbours/NeighbourJudge.h"
 
 #include <gtest/gtest.h>
 
@@ -11,9 +11,9 @@ using Verdict = NeighbourJudge::Verdict;
 
 namespace {
 
-constexpr const char* Camera = "02:00:00:00:01:01";
-constexpr const char* OtherCamera = "02:00:00:00:01:02";
-constexpr const char* Device = "AA:00:00:00:00:09";
+constexpr base::MacAddress Camera{{2, 0, 0, 0, 1, 1}};
+constexpr base::MacAddress OtherCamera{{2, 0, 0, 0, 1, 2}};
+constexpr base::MacAddress Device{{0xAA, 0, 0, 0, 0, 9}};
 
 /// What the kernel says of an owner that it has not heard of late.
 constexpr milliseconds LongAgo = 60s;
@@ -21,7 +21,8 @@ constexpr milliseconds LongAgo = 60s;
 class NeighbourJudgeTest : public testing::Test
 {
 protected:
-    Verdict judge(milliseconds now, int state, const char* mac = "", milliseconds sinceConfirmed = LongAgo)
+    Verdict judge(milliseconds now, int state, std::optional<base::MacAddress> mac = {},
+                  milliseconds sinceConfirmed = LongAgo)
     {
         return judgement.judge(Neighbour{state, mac, sinceConfirmed}, now);
     }
@@ -45,7 +46,7 @@ TEST_F(NeighbourJudgeTest, WaitsForTheKernelToGiveUpTwice)
 
 TEST_F(NeighbourJudgeTest, KnowsAnOwnerThatAnswersNow)
 {
-    for (const char* mac : {Device, OtherCamera}) {
+    for (const base::MacAddress& mac : {Device, OtherCamera}) {
         NeighbourJudge fresh(Camera, {OtherCamera});
         fresh.judge({}, 0ms);
         EXPECT_EQ(fresh.judge({NUD_REACHABLE, mac, 20ms}, 100ms), Verdict::Owner) << mac;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/NeighbourWatch.h"
+#include "cli/neighbours/NeighbourWatch.h"
 
 #include "tests/support/NetworkLab.h"
 
@@ -15,7 +15,9 @@ using testing::ElementsAre;
 
 namespace {
 
-constexpr quint32 Address = 0xC0A80114; // 192.168.1.20
+using base::operator""_ip;
+
+constexpr base::Ipv4 Address = "192.168.1.20"_ip;
 
 /// The test's thread is on a host with two adapters, behind which nobody is.
 class NeighbourWatchTest : public testing::Test
@@ -60,7 +62,7 @@ TEST_F(NeighbourWatchTest, SeesStateMacAndAgeOfAnEntry)
     enter("192.168.1.20", "stale");
     const Neighbour stale = watch.look().back();
     EXPECT_EQ(stale.state, NUD_STALE);
-    EXPECT_EQ(stale.macAddress, "02:00:00:00:AB:01");
+    EXPECT_EQ(stale.mac, (base::MacAddress{{2, 0, 0, 0, 0xAB, 1}}));
     enter("192.168.1.20", "reachable");
     const Neighbour confirmed = watch.look().back();
     EXPECT_EQ(confirmed.state, NUD_REACHABLE);

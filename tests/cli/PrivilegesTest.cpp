@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/Privileges.h"
+#include "cli/session/Privileges.h"
 
 #include <gmock/gmock.h>
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/Program.h"
-#include "cli/Session.h"
+#include "cli/session/Session.h"
 #include "tests/support/SdkDouble.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ protected:
     SdkDouble sdk;
     std::ostringstream out;
     std::ostringstream err;
-    std::vector<quint32> questions; ///< The addresses whose owners were asked for.
+    std::vector<base::Ipv4> questions; ///< The addresses whose owners were asked for.
     cli::OwnerAnswer ownerAnswer;
     cli::Session session{.out = out,
                          .err = err,

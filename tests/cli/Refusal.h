@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/Failure.h"
+#include "cli/session/Failure.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -213,7 +213,7 @@ TEST_F(SetCommandTest, SendsNothingForAnAddressThatIsTaken)
 {
     EXPECT_EQ(set({"--static", "--ip", "192.0.2.20", "--mask", "255.255.255.0"}), ExitStatus::Failed);
     EXPECT_THAT(err.str(), HasSubstr("192.0.2.20 is in use: the camera Model (00:00:00:00:00:01) has it"));
-    ownerAnswer.owner = cli::AddressOwner{"AA:00:00:00:00:09", false, {}};
+    ownerAnswer.owner = cli::AddressOwner{base::MacAddress{{0xAA, 0, 0, 0, 0, 9}}, false, {}};
     EXPECT_EQ(set(fixed), ExitStatus::Failed);
     EXPECT_THAT(err.str(), HasSubstr("192.0.2.30 is in use: the device AA:00:00:00:00:09 answers ARP"));
     EXPECT_THAT(forced(), IsEmpty());

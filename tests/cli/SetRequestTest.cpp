@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cli/SetRequest.h"
+#include "cli/commands/SetRequest.h"
 
-#include "cli/Command.h"
-#include "device/QDevice.h"
+#include "cli/commands/Command.h"
 #include "tests/cli/MarkingTranslator.h"
 #include "tests/cli/Refusal.h"
 
 #include <gmock/gmock.h>
 
-using Addressing = cli::SetRequest::Addressing;
 using testing::HasSubstr;
 
 namespace {
@@ -37,15 +35,15 @@ QDevice camera(const char* type, const char* address)
 TEST(SetRequest, SaysHowTheCameraGetsItsAddressAndWhatItIsCalled)
 {
     const cli::SetRequest fixed = parsed({"--static", "--ip", "10.0.0.2", "--mask=255.0.0.0"});
-    EXPECT_EQ(fixed.macAddress, "00:1A:2B:3C:4D:5E");
-    EXPECT_EQ(fixed.addressing, Addressing::Static);
+    EXPECT_EQ(fixed.mac.toText(), "00:1A:2B:3C:4D:5E");
+    EXPECT_EQ(fixed.type, IpConfigType::Static);
     EXPECT_EQ(cli::describe(fixed.settings), "10.0.0.2, mask 255.0.0.0, no gateway");
     EXPECT_FALSE(fixed.userName);
 
-    EXPECT_EQ(parsed({"--dhcp"}).addressing, Addressing::Dhcp);
-    EXPECT_EQ(parsed({"--lla", "--user-id", "A"}).addressing, Addressing::LinkLocal);
+    EXPECT_EQ(parsed({"--dhcp"}).type, IpConfigType::Dhcp);
+    EXPECT_EQ(parsed({"--lla", "--user-id", "A"}).type, IpConfigType::LinkLocal);
     const cli::SetRequest named = parsed({"--user-id", "瓶盖检测"});
-    EXPECT_FALSE(named.addressing);
+    EXPECT_FALSE(named.type);
     EXPECT_EQ(named.userName, QString("瓶盖检测"));
     EXPECT_EQ(parsed({"--user-id="}).userName, QString(""));
     EXPECT_EQ(parsed({"--user-id", "123456789012345"}).userName, QString("123456789012345"));
@@ -132,16 +130,16 @@ TEST(SetRequest, IsMetByWhatTheCameraReportsOrTellsTheDifference)
     };
     for (const auto& each : table) {
         const std::string text =
-            cli::addressingDifference(camera(each.type, each.address), parsed(each.words));
+            cli::addressingDifference(cli::Camera(camera(each.type, each.address)), parsed(each.words));
         if (*each.difference == '\0')
             EXPECT_EQ(text, "") << each.words[0];
         else
             EXPECT_THAT(text, testing::EndsWith(each.difference));
     }
-    EXPECT_EQ(cli::nameDifference(camera("DHCP", "10.0.0.1"), parsed({"--user-id=B"})),
+    EXPECT_EQ(cli::nameDifference(cli::Camera(camera("DHCP", "10.0.0.1")), parsed({"--user-id=B"})),
               "asked for the user name \"B\"; it reports \"Left\"");
-    EXPECT_EQ(cli::nameDifference(camera("DHCP", "10.0.0.1"), parsed({"--user-id=Left"})), "");
-    EXPECT_EQ(cli::nameDifference(camera("DHCP", "10.0.0.1"), parsed({"--dhcp"})), "");
+    EXPECT_EQ(cli::nameDifference(cli::Camera(camera("DHCP", "10.0.0.1")), parsed({"--user-id=Left"})), "");
+    EXPECT_EQ(cli::nameDifference(cli::Camera(camera("DHCP", "10.0.0.1")), parsed({"--dhcp"})), "");
 }
 
 TEST(SetRequest, SpeaksOfTheTypesInTheUsersLanguage)
@@ -159,6 +157,6 @@ TEST(SetRequest, SpeaksOfTheTypesInTheUsersLanguage)
     for (const auto& [type, options] : table) {
         const cli::SetRequest request = parsed(options);
         EXPECT_EQ(cli::changed(camera("", "10.0.0.1"), request).m_strIpConfigType, type);
-        EXPECT_EQ(cli::addressingDifference(camera(type, "169.254.1.2"), request), "") << type;
+        EXPECT_EQ(cli::addressingDifference(cli::Camera(camera(type, "169.254.1.2")), request), "") << type;
     }
 }

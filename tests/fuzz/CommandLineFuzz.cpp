@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Takes the input as the words of a command line, a NUL behind each, and has both programs' arguments read
 // from it. Nothing is done of what they ask for: the SDK is the double, which aborts when it is called.
-#include "cli/Command.h"
-#include "cli/Failure.h"
-#include "cli/MacAddress.h"
 #include "cli/Program.h"
-#include "cli/Session.h"
-#include "cli/SetRequest.h"
-#include "device/QDevice.h"
+#include "cli/arguments/AddressArguments.h"
+#include "cli/commands/Command.h"
+#include "cli/commands/SetRequest.h"
+#include "cli/session/Failure.h"
+#include "cli/session/Session.h"
 #include "simulator/Arguments.h"
 #include "tests/fuzz/Require.h"
 #include "tests/fuzz/Utf8.h"
@@ -62,35 +61,38 @@ void requireHost(quint32 address, quint32 mask)
     require((address & ~mask) != 0 && (address | mask) != 0xFFFFFFFF);
 }
 
-void judge(const cli::IpSettings& settings)
+void judge(const base::IpSettings& settings)
 {
-    const quint32 hosts = ~settings.mask;
-    require(settings.mask != 0 && hosts >= 3 && (hosts & (hosts + 1)) == 0);
-    requireHost(settings.address, settings.mask);
-    if (settings.gateway != 0) {
-        requireHost(settings.gateway, settings.mask);
-        require(((settings.gateway ^ settings.address) & settings.mask) == 0 &&
-                settings.gateway != settings.address);
+    const quint32 address = settings.address.number();
+    const quint32 mask = settings.mask.number();
+    const quint32 gateway = settings.gateway.number();
+    const quint32 hosts = ~mask;
+    require(mask != 0 && hosts >= 3 && (hosts & (hosts + 1)) == 0);
+    requireHost(address, mask);
+    if (gateway != 0) {
+        requireHost(gateway, mask);
+        require(((gateway ^ address) & mask) == 0 && gateway != address);
     }
     requireHarmless(cli::describe(settings));
 }
 
-void judgeMac(const QString& mac)
+void judge(const base::MacAddress& mac)
 {
-    require(mac.size() == 17 && cli::parseMacAddress(mac.toStdString()) == mac);
-    require((mac.left(2).toInt(nullptr, 16) & 1) == 0);
+    const std::string text = mac.toText();
+    require(text.size() == 17 && cli::parseMacAddress(text) == mac);
+    require((std::stoi(text.substr(0, 2), nullptr, 16) & 1) == 0);
 }
 
 void judge(const cli::SetRequest& request)
 {
-    judgeMac(request.macAddress);
-    require(request.addressing || request.userName);
+    judge(request.mac);
+    require(request.type || request.userName);
     require(!request.userName || request.userName->toUtf8().size() <= 15);
-    if (request.addressing == cli::SetRequest::Addressing::Static)
+    if (request.isStatic())
         judge(request.settings);
-    if (request.addressing)
+    if (request.type)
         requireHarmless(cli::describeAddressing(request));
-    const QDevice camera = cli::changed({}, request);
+    const cli::Camera camera(cli::changed({}, request));
     require(!request.userName || cli::nameDifference(camera, request).empty());
 }
 
@@ -131,13 +133,9 @@ bool isAccepted(const Words& words)
         if (const auto request = unlessRefused([&] { return cli::parseSetRequest(*arguments); }))
             judge(*request);
     } else if (command->name == "force") {
-        const auto value = [&](const char* option) {
-            return arguments->has(option) ? arguments->options.at(option) : "0.0.0.0";
-        };
         if (const auto mac = unlessRefused([&] { return cli::parseMacAddress(arguments->operands[0]); }))
-            judgeMac(*mac);
-        if (const auto settings = unlessRefused(
-                [&] { return cli::parseIpSettings(value("--ip"), value("--mask"), value("--gateway")); }))
+            judge(*mac);
+        if (const auto settings = unlessRefused([&] { return cli::parseIpSettings(*arguments); }))
             judge(*settings);
     }
     return true;

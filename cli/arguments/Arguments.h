@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// An option that a command takes.
+struct Option
+{
+    std::string name;  ///< "--mask"
+    std::string value; ///< What help calls its value, such as "MASK"; empty for an option without one.
+    bool required = false;
+};
+
+/// What may follow a command's name.
+struct Syntax
+{
+    std::vector<std::string> operands; ///< What help calls them; all are required, in this order.
+    std::vector<Option> options;
+};
+
+/// What did follow it. Every required option and every operand is there.
+struct Arguments
+{
+    std::vector<std::string> operands;
+    std::map<std::string, std::string> options; ///< By name; the value is empty for an option without one.
+
+    bool has(const std::string& option) const { return options.count(option) != 0; }
+};
+
+/// Throws a Failure (wrong arguments): that sentence, and where help is.
+[[noreturn]] void refuseArguments(const std::string& what);
+
+/// Takes options before, between and after the operands, as "--mask M" or "--mask=M"; the second form also
+/// for a value that begins with a dash. Throws a Failure that says which word is wrong and what is allowed.
+Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& words);
+
+} // namespace cli

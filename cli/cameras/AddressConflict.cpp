@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "cli/cameras/AddressConflict.h"
+
+#include "cli/cameras/Cameras.h"
+#include "cli/session/Failure.h"
+#include "cli/session/Session.h"
+#include "device/HearingAdapter.h"
+
+#include <ostream>
+
+namespace cli {
+namespace {
+
+using base::operator""_ip;
+
+[[noreturn]] void refuse(base::Ipv4 address, const std::string& owner)
+{
+    throw Failure(ExitStatus::Failed,
+                  address.toText() + " is in use: " + owner + "; nothing was sent to the camera");
+}
+
+OwnerQuestion questionFor(base::Ipv4 address, const FoundCamera& found)
+{
+    OwnerQuestion question{address, HearingAdapterIndex(found.camera.device), found.camera.mac, {}};
+    for (const Camera& each : found.all)
+        question.otherCameras.insert(each.mac);
+    question.otherCameras.erase(question.camera);
+    return question;
+}
+
+std::string describeOwner(const AddressOwner& owner, const std::vector<Camera>& cameras)
+{
+    const Camera* const camera = owner.mac ? cameraByMac(cameras, *owner.mac) : nullptr;
+    const std::string who = camera      ? "the camera " + describe(*camera)
+                            : owner.mac ? "the device " + owner.mac->toText()
+                                        : "a device with this address";
+    if (owner.answersPing)
+        return who + " answers ping";
+    if (!owner.lastHeard)
+        return who + " answers ARP";
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(*owner.lastHeard).count();
+    return who + " was heard there " + std::to_string(seconds) +
+           " seconds ago; if it has just been taken away, the address counts as free in a minute";
+}
+
+void noteWhatWasNotAsked(base::Ipv4 address, const OwnerAnswer& answer, std::ostream& err)
+{
+    const std::string& ping = answer.pingFailure;
+    const std::string& arp = answer.arpFailure;
+    if (!ping.empty() && !arp.empty())
+        err << "note: whether another device uses " << address << " could not be checked ("
+            << (ping == arp ? ping : ping + "; " + arp) << ")\n";
+    else if (!ping.empty())
+        err << "note: whether another device uses " << address
+            << " was asked by ARP alone, as ping does not work (" << ping << ")\n";
+    else if (!arp.empty())
+        err << "note: whether another device uses " << address
+            << " was asked by ping alone, as ARP could not be watched (" << arp << ")\n";
+}
+
+/// The adapter that hears the camera. One that is not among the camera's counts as a /24, as it does for the
+/// camera's status.
+base::IpSettings hearingAdapter(const Camera& camera)
+{
+    base::IpSettings result{camera.adapter, "255.255.255.0"_ip, {}};
+    for (const _NETWORK_INFO& adapter : camera.device.m_vecHostAdapter)
+        if (adapter.nIpAddress == camera.adapter.number())
+            result.mask = base::Ipv4(adapter.nSubnetMask);
+    return result;
+}
+
+} // namespace
+
+void requireUnusedAddress(const FoundCamera& found, base::Ipv4 address, const Session& session)
+{
+    if (found.camera.settings.address == address)
+        return;
+    for (const Camera& other : found.all)
+        if (other.settings.address == address)
+            refuse(address, "the camera " + describe(other) + " has it");
+    for (const _NETWORK_INFO& adapter : found.camera.device.m_vecHostAdapter)
+        if (adapter.nIpAddress == address.number())
+            refuse(address, "an adapter of this computer has it");
+
+    if (session.interactive)
+        session.err << "Asking whether anybody has " << address
+                    << ", which takes 6 seconds if nobody does and 15 if somebody had it lately ...\n"
+                    << std::flush;
+    const OwnerAnswer answer = session.findOwner(questionFor(address, found));
+    if (answer.owner)
+        refuse(address, describeOwner(*answer.owner, found.all));
+    noteWhatWasNotAsked(address, answer, session.err);
+}
+
+bool isOutsideAdapterSubnet(const Camera& camera, base::Ipv4 address)
+{
+    return !hearingAdapter(camera).reaches(address);
+}
+
+void noteOutsideAdapterSubnet(const Camera& camera, base::Ipv4 address, std::ostream& err)
+{
+    if (isOutsideAdapterSubnet(camera, address))
+        err << "note: the new address is outside the subnet of the adapter that hears the camera ("
+            << hearingAdapter(camera).address << "); the camera will be listed as Unreachable\n";
+}
+
+} // namespace cli

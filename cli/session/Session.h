@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "cli/neighbours/AddressOwner.h"
+
+#include <chrono>
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+namespace cli {
+
+/// What a command works with on this computer. The streams outlive it.
+struct Session
+{
+    std::ostream& out;         ///< Data.
+    std::ostream& err;         ///< Everything else, in lines.
+    bool coloured = false;     ///< Whether `out` shows colours.
+    bool interactive = false;  ///< Whether somebody watches `err`.
+    bool hasRawSockets = true; ///< Whether cameras outside all subnets can be heard for certain.
+    std::string programPath;   ///< This program's file.
+    std::function<OwnerAnswer(const OwnerQuestion&)> findOwner;
+    /// How long a camera may take to come back from a restart: a minute to start, then a search for a DHCP
+    /// server (15 s) and for a free link-local address (40 s).
+    std::chrono::seconds restartPatience{120};
+};
+
+} // namespace cli
