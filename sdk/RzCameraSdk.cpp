@@ -101,21 +101,6 @@ std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters,
     return network;
 }
 
-bool isAccessibleNow(const RZ_CC_DEVICE_INFO& camera)
-{
-    const auto network = networkOn(adaptersTowards(camera.stGigEInfo));
-    RequestIds ids;
-    AccessCheck check(*network, ids);
-    check.ask(0, base::Ipv4(camera.stGigEInfo.nNetExportIp), addressOf(camera));
-    while (check.isPending()) {
-        if (const auto datagram = network->receive(check.nextStep()))
-            if (const auto acknowledge = gvcp::parseAcknowledge(datagram->payload))
-                check.take(*datagram, *acknowledge);
-        check.proceed();
-    }
-    return check.answer(0, addressOf(camera)) == AccessCheck::Answer::Accessible;
-}
-
 /// Not 0.x, not loopback, not multicast or above.
 bool canBeCamera(base::Ipv4 address)
 {
@@ -203,7 +188,10 @@ bool RZ_CC_IsDeviceAccessible(const RZ_CC_DEVICE_INFO* info, unsigned accessMode
         const RecordTable& records = RecordTable::instance();
         const RZ_CC_DEVICE_INFO camera = records.copyOf(*info);
         const auto recent = records.recentAccess(camera, Clock::now());
-        return recent ? *recent : isAccessibleNow(camera);
+        if (recent)
+            return *recent;
+        const auto network = networkOn(adaptersTowards(camera.stGigEInfo));
+        return isAccessible(*network, base::Ipv4(camera.stGigEInfo.nNetExportIp), addressOf(camera));
     });
 }
 

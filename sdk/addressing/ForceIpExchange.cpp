@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <utility>
 
 namespace sdk {
 
@@ -16,12 +15,25 @@ using namespace std::chrono_literals;
 
 constexpr int MaxForces = 3;
 constexpr auto TimeBetweenForces = 300ms;
+constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
 constexpr auto TimeBetweenLooks = 250ms;
 constexpr auto TimeOfSeries = 6s;
 /// Of two series. The first may find the camera at its very end; three seconds are enough for the second.
 constexpr auto TimeAltogether = 9s;
 /// A camera that answers a question asked so long after the last FORCEIP is not about to change any more.
 constexpr auto TimeToSettle = 1500ms;
+
+RZ_ERROR resultOf(gvcp::Status status)
+{
+    switch (status) {
+    case gvcp::Status::Success:
+        return RZ_OK;
+    case gvcp::Status::AccessDenied:
+        return RZ_ERROR_ACCESS_DENIED;
+    default:
+        return RZ_ERROR_REFUSED;
+    }
+}
 
 /// One series of FORCEIPs and what comes of it.
 class ForceIpExchange
@@ -30,8 +42,23 @@ public:
     ForceIpExchange(Network& network, const gvcp::ForceIp& wanted, const base::IpSettings& before)
         : m_network(network),
           m_wanted(wanted),
-          m_before(before)
+          m_before(before),
+          m_force(network, m_ids,
+                  {.command = gvcp::Command::ForceIp,
+                   .flags = Flags,
+                   .payload = gvcp::encodeForceIp(wanted),
+                   .tries = MaxForces,
+                   .wait = TimeBetweenForces,
+                   .send = [this](base::ByteView packet) { sendForce(packet); },
+                   .isBelieved =
+                       [this](const Datagram& datagram, const auto&) {
+                           // The acknowledge names no camera: it is one from either of its two addresses.
+                           return datagram.source == m_before.address ||
+                                  datagram.source == m_wanted.ip.address;
+                       }})
     {}
+    ForceIpExchange(const ForceIpExchange&) = delete;
+    ForceIpExchange& operator=(const ForceIpExchange&) = delete;
 
     RZ_ERROR run(Clock::time_point end);
 
@@ -44,20 +71,20 @@ public:
     }
 
 private:
-    bool sendForce();
+    void sendForce(base::ByteView packet);
     void look();
     std::optional<RZ_ERROR> take(const Datagram& datagram);
-    std::optional<RZ_ERROR> takeForceIp(const Datagram& datagram, gvcp::Status status);
-    std::optional<RZ_ERROR> takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id);
+    bool isProof(const gvcp::DiscoveryAck& identity, std::uint16_t id);
     RZ_ERROR judge() const;
 
     Network& m_network;
     const gvcp::ForceIp& m_wanted;
     const base::IpSettings& m_before;
     RequestIds m_ids;
-    const std::uint16_t m_forceIpId = m_ids.next(); ///< The same for all.
+    Exchange m_force;
     int m_forces = 0;
     Clock::time_point m_lastForce{};
+    bool m_couldSend = false; ///< At least once.
     struct Look
     {
         std::uint16_t id;
@@ -65,28 +92,25 @@ private:
     };
     std::vector<Look> m_looks;
     AccessCheck m_access{m_network, m_ids};
-    bool m_wasMisaligned = false;
     std::optional<base::Ipv4> m_settledAt; ///< Where the camera is when nothing happens any more.
 };
 
 RZ_ERROR ForceIpExchange::run(Clock::time_point end)
 {
-    auto nextForce = m_network.now();
-    auto nextLook = nextForce;
+    auto nextLook = m_network.now();
     while (m_network.now() < end) {
         m_access.proceed();
         if (m_settledAt && !m_access.isPending())
             break;
-        if (m_network.now() >= nextForce) {
-            if (!sendForce() && m_forces == 1)
-                return RZ_ERROR_NETWORK;
-            nextForce = m_forces < MaxForces ? nextForce + TimeBetweenForces : Clock::time_point::max();
-        }
+        m_force.proceed();
+        if (!m_couldSend)
+            return RZ_ERROR_NETWORK;
         if (m_network.now() >= nextLook) {
             look();
             nextLook += TimeBetweenLooks;
         }
-        const auto datagram = m_network.receive(std::min({end, nextForce, nextLook, m_access.nextStep()}));
+        const auto datagram =
+            m_network.receive(std::min({end, m_force.nextStep(), nextLook, m_access.nextStep()}));
         if (const auto result = datagram ? take(*datagram) : std::nullopt) {
             m_settledAt.reset();
             return *result;
@@ -97,79 +121,58 @@ RZ_ERROR ForceIpExchange::run(Clock::time_point end)
 
 /// One packet: a camera that begins anew with each must not get two. Some cameras ignore the limited
 /// broadcast, some sites lose the subnet's own, so they take turns where the camera hears both.
-bool ForceIpExchange::sendForce()
+void ForceIpExchange::sendForce(base::ByteView packet)
 {
-    constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
     const Adapter& adapter = m_network.adapters().front();
     const AdapterAddress* const own = adapter.inSubnetOf(m_before.address);
     const auto directed = own && m_forces % 2 == 1 ? own->broadcastAddress() : std::nullopt;
+    m_couldSend |= m_network.send(0, adapter.addressTowards(m_before.address),
+                                  directed.value_or(base::LimitedBroadcast), packet);
     ++m_forces;
     m_lastForce = m_network.now();
-    return m_network.send(
-        0, adapter.addressTowards(m_before.address), directed.value_or(base::LimitedBroadcast),
-        gvcp::encodeCommand(gvcp::Command::ForceIp, Flags, m_forceIpId, gvcp::encodeForceIp(m_wanted)));
 }
 
 void ForceIpExchange::look()
 {
-    constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
     m_looks.push_back({m_ids.next(), m_network.now()});
     m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::Discovery, Flags, m_looks.back().id));
 }
 
+/// What comes of it all, if the datagram tells.
 std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
 {
     const auto acknowledge = gvcp::parseAcknowledge(datagram.payload);
     if (!acknowledge)
         return std::nullopt;
-    if (acknowledge->command == gvcp::Command::ForceIp)
-        return acknowledge->id == m_forceIpId ? takeForceIp(datagram, acknowledge->status) : std::nullopt;
-    if (acknowledge->command == gvcp::Command::Discovery) {
-        const auto identity = gvcp::parseDiscoveryAck(acknowledge->payload);
-        return identity ? takeDiscovery(*identity, acknowledge->id) : std::nullopt;
-    }
+    m_force.take(datagram, *acknowledge);
+    if (const auto& answer = m_force.answer())
+        return resultOf(answer->status);
     m_access.take(datagram, *acknowledge);
+    if (acknowledge->command == gvcp::Command::Discovery)
+        if (const auto identity = gvcp::parseDiscoveryAck(acknowledge->payload))
+            if (isProof(*identity, acknowledge->id))
+                return RZ_OK;
     return std::nullopt;
 }
 
-std::optional<RZ_ERROR> ForceIpExchange::takeForceIp(const Datagram& datagram, gvcp::Status status)
-{
-    // The acknowledge names no camera. Whatever comes from elsewhere than its two addresses is not believed.
-    if (datagram.source != m_before.address && datagram.source != m_wanted.ip.address)
-        return std::nullopt;
-    switch (status) {
-    case gvcp::Status::Success:
-        return RZ_OK;
-    case gvcp::Status::Busy:
-        return std::nullopt; // The next try may find it idle.
-    case gvcp::Status::AccessDenied:
-        return RZ_ERROR_ACCESS_DENIED;
-    case gvcp::Status::BadAlignment: // A camera exists that says so once for nothing.
-        if (!std::exchange(m_wasMisaligned, true))
-            return std::nullopt;
-        return RZ_ERROR_REFUSED;
-    default:
-        return RZ_ERROR_REFUSED;
-    }
-}
-
-std::optional<RZ_ERROR> ForceIpExchange::takeDiscovery(const gvcp::DiscoveryAck& identity, std::uint16_t id)
+/// Whether the camera shows that it has obeyed. Notes where it is when it will not any more.
+bool ForceIpExchange::isProof(const gvcp::DiscoveryAck& identity, std::uint16_t id)
 {
     const auto look =
         std::find_if(m_looks.begin(), m_looks.end(), [id](const Look& each) { return each.id == id; });
     if (look == m_looks.end() || identity.mac != m_wanted.mac)
-        return std::nullopt;
+        return false;
     const base::IpSettings& present = identity.ip;
     const bool isNewAddress =
         m_wanted.ip.address != m_before.address && present.address == m_wanted.ip.address;
     if (isNewAddress || (present == m_wanted.ip && present != m_before))
-        return RZ_OK;
+        return true;
     const bool isSettled = m_forces == MaxForces && look->time - m_lastForce >= TimeToSettle;
     if (isSettled) {
         m_settledAt = present.address;
         m_access.ask(0, m_network.adapters().front().addressTowards(present.address), present.address);
     }
-    return std::nullopt;
+    return false;
 }
 
 RZ_ERROR ForceIpExchange::judge() const

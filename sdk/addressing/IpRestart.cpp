@@ -4,55 +4,36 @@
 #include "gvcp/ForceIp.h"
 #include "sdk/camera/Session.h"
 #include "sdk/network/CameraError.h"
-#include "sdk/network/RequestIds.h"
+#include "sdk/network/Exchange.h"
 
 namespace sdk {
 
-namespace {
-
 using namespace std::chrono_literals;
-
-constexpr int Tries = 3;
-constexpr auto TimeOfOneTry = 250ms;
-
-/// The camera's answer to that id; nothing when none comes in time.
-std::optional<gvcp::Status> listen(Network& network, std::uint16_t id, base::Ipv4 before)
-{
-    const auto deadline = network.now() + TimeOfOneTry;
-    while (network.now() < deadline) {
-        const auto datagram = network.receive(deadline);
-        if (!datagram)
-            continue;
-        const auto acknowledge = gvcp::parseAcknowledge(datagram->payload);
-        if (!acknowledge || acknowledge->command != gvcp::Command::ForceIp || acknowledge->id != id)
-            continue;
-        // A camera that obeys may answer from any address; one that does not still has the old one. The next
-        // try may find a busy one idle.
-        const bool isRefusal = acknowledge->status != gvcp::Status::Busy && datagram->source == before;
-        if (acknowledge->status == gvcp::Status::Success || isRefusal)
-            return acknowledge->status;
-    }
-    return std::nullopt;
-}
-
-} // namespace
 
 void restartIp(Network& network, const base::MacAddress& mac, base::Ipv4 before)
 {
-    const std::uint16_t id = RequestIds().next();
-    const auto packet =
-        gvcp::encodeCommand(gvcp::Command::ForceIp, gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge,
-                            id, gvcp::encodeForceIp({.mac = mac, .ip = {}}));
-    for (int i = 0; i < Tries; ++i) {
+    const std::string what = "restarting the address of " + mac.toText();
+    const auto send = [&](base::ByteView packet) {
         if (!network.broadcast(0, packet))
-            throw CameraError(RZ_ERROR_NETWORK,
-                              "restarting the address of " + mac.toText() + ": the host cannot send");
-        const auto status = listen(network, id, before);
-        if (status == gvcp::Status::Success)
-            return;
-        if (status)
-            throw CameraError(*status, "restarting the address of " + mac.toText() + ": the camera refuses");
-    }
+            throw CameraError(RZ_ERROR_NETWORK, what + ": the host cannot send");
+    };
+    // The acknowledge names no camera. One that obeys may answer from any address by then; one that refuses
+    // still has the old one.
+    const auto isBelieved = [before](const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) {
+        return acknowledge.status == gvcp::Status::Success || datagram.source == before;
+    };
+    RequestIds ids;
+    Exchange exchange(network, ids,
+                      {.command = gvcp::Command::ForceIp,
+                       .flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge,
+                       .payload = gvcp::encodeForceIp({.mac = mac, .ip = {}}),
+                       .tries = 3,
+                       .wait = 250ms,
+                       .send = send,
+                       .isBelieved = isBelieved});
+    const auto& answer = exchange.run();
+    if (answer && answer->status != gvcp::Status::Success)
+        throw CameraError(answer->status, what + ": the camera refuses");
 }
 
 void closeWithIpRestart(Session& session)

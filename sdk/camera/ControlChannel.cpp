@@ -2,9 +2,9 @@
 #include "sdk/camera/ControlChannel.h"
 
 #include "gvcp/Memory.h"
-#include "gvcp/PendingAck.h"
 #include "gvcp/Registers.h"
 #include "sdk/network/CameraError.h"
+#include "sdk/network/Exchange.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -19,8 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto TimeOfOneTry = 200ms;
 /// No command of this tool keeps a camera busy longer, whatever its PENDING_ACKs announce.
 constexpr auto MaxTime = 10s;
-/// How often a command is given again that the camera refuses for being busy.
-constexpr int MaxBusy = 5;
 
 std::string hex(std::uint32_t value, int digits)
 {
@@ -152,92 +150,43 @@ base::Bytes ControlChannel::execute(const Request& request)
     const std::lock_guard lock(m_mutex);
     if (!m_network)
         throw CameraError(m_closed.code(), request.name() + ": " + m_closed.what());
-    base::Bytes answer;
-    int busy = 0;
-    bool wasMisaligned = false;
-    for (;;) {
-        const auto status = exchange(request, answer);
-        m_isSilent = !status;
-        if (!status)
-            throw CameraError(RZ_ERROR_NO_ANSWER,
-                              request.name() + ": " + m_camera.toText() + " does not answer");
-        if (*status == gvcp::Status::Success)
-            return answer;
-        if (*status == gvcp::Status::Busy && ++busy < MaxBusy) {
-            pause();
-            continue;
-        }
-        // A camera exists that says so once for nothing.
-        if (*status == gvcp::Status::BadAlignment && !wasMisaligned) {
-            wasMisaligned = true;
-            continue;
-        }
-        throw CameraError(*status, request.name() + ": " + m_camera.toText() + " answers " +
-                                       meaning(*status) + " (" + hex(static_cast<std::uint32_t>(*status), 4) +
-                                       ")");
-    }
-}
-
-/// The status of the camera's answer, and its data if it is a success; nothing when the camera stays silent.
-std::optional<gvcp::Status> ControlChannel::exchange(const Request& request, base::Bytes& answer)
-{
-    const std::uint16_t id = m_ids.next();
-    const auto packet = gvcp::encodeCommand(request.command, gvcp::FlagAcknowledge, id, request.payload);
     const auto source = m_network->adapters().front().addressTowards(m_camera);
-    const auto end = m_network->now() + MaxTime;
-
-    for (int i = 0; i < request.tries && m_network->now() < end; ++i) {
+    const auto send = [&](base::ByteView packet) {
         if (!m_network->send(0, source, m_camera, packet))
             throw CameraError(RZ_ERROR_NETWORK,
                               request.name() + ": the host cannot send to " + m_camera.toText());
-        const auto status = listen(request, id, end, answer);
-        // A camera that was silent at first and then knows nothing of our control has reset meanwhile,
-        // perhaps on this very command: that is no answer to it, unless the command is about control itself.
-        const bool isAboutControl = request.address == gvcp::reg::ControlChannelPrivilege;
-        if (status == gvcp::Status::AccessDenied && i > 0 && !isAboutControl)
-            return std::nullopt;
-        if (status)
-            return status;
-    }
-    return std::nullopt;
-}
+    };
+    const auto isBelieved = [&](const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) {
+        const bool bringsData =
+            acknowledge.command == request.command && acknowledge.status == gvcp::Status::Success;
+        return datagram.source == m_camera && (!bringsData || request.dataOf(acknowledge.payload));
+    };
+    Exchange exchange(*m_network, m_ids,
+                      {.command = request.command,
+                       .payload = request.payload,
+                       .tries = request.tries,
+                       .wait = TimeOfOneTry,
+                       .areRefusedTriesFree = true,
+                       .mostTime = MaxTime,
+                       .send = send,
+                       .isBelieved = isBelieved});
+    const auto& answer = exchange.run();
 
-/// One try's time, or more if the camera asks for it. Everything but the one answer is dropped on the way.
-std::optional<gvcp::Status> ControlChannel::listen(const Request& request, std::uint16_t id,
-                                                   Clock::time_point end, base::Bytes& answer)
-{
-    auto deadline = std::min(end, m_network->now() + TimeOfOneTry);
-    // What arrives after the deadline is not looked at: a flood of foreign packets prolongs nothing.
-    while (m_network->now() < deadline) {
-        const auto datagram = m_network->receive(deadline);
-        const auto acknowledge = datagram && datagram->source == m_camera
-                                     ? gvcp::parseAcknowledge(datagram->payload)
-                                     : std::nullopt;
-        if (!acknowledge || acknowledge->id != id)
-            continue;
-        if (acknowledge->command == gvcp::PendingCommand) {
-            if (const auto more = gvcp::parsePendingAck(acknowledge->payload))
-                deadline = std::min(end, std::max(deadline, m_network->now() + *more + TimeOfOneTry));
-            continue;
-        }
-        if (acknowledge->command != request.command)
-            continue;
-        if (acknowledge->status != gvcp::Status::Success)
-            return acknowledge->status;
-        if (const auto data = request.dataOf(acknowledge->payload)) {
-            answer.assign(data->begin(), data->end());
-            return gvcp::Status::Success;
-        }
-    }
-    return std::nullopt;
-}
-
-/// Lets the time of one try pass.
-void ControlChannel::pause()
-{
-    const auto until = m_network->now() + TimeOfOneTry;
-    while (m_network->now() < until)
-        m_network->receive(until);
+    // A camera that was silent at first and then denies access has reset meanwhile, perhaps because of this
+    // very command, and knows nothing of our control any more. That is no answer to the command, unless it
+    // is about control itself.
+    const bool hasReset = answer && answer->status == gvcp::Status::AccessDenied &&
+                          exchange.wasSilentAtFirst() &&
+                          request.address != gvcp::reg::ControlChannelPrivilege;
+    m_isSilent = !answer || hasReset;
+    if (m_isSilent)
+        throw CameraError(RZ_ERROR_NO_ANSWER, request.name() + ": " + m_camera.toText() + " does not answer");
+    if (answer->status != gvcp::Status::Success)
+        throw CameraError(answer->status, request.name() + ": " + m_camera.toText() + " answers " +
+                                              meaning(answer->status) + " (" +
+                                              hex(static_cast<std::uint32_t>(answer->status), 4) + ")");
+    const auto data = request.dataOf(answer->payload).value();
+    return {data.begin(), data.end()};
 }
 
 } // namespace sdk

@@ -55,10 +55,6 @@ private:
     struct Request;
 
     base::Bytes execute(const Request& request);
-    std::optional<gvcp::Status> exchange(const Request& request, base::Bytes& answer);
-    std::optional<gvcp::Status> listen(const Request& request, std::uint16_t id, Clock::time_point end,
-                                       base::Bytes& answer);
-    void pause();
 
     const base::Ipv4 m_camera;
     mutable std::mutex m_mutex; ///< Held while a command is under way; guards what follows.

@@ -12,15 +12,34 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A camera answers within 30 ms. Four tries in 600 ms also get through a network that loses a tenth each
-/// way, and are over before the discovery window is, for every camera that answered promptly.
-constexpr int Tries = 4;
-constexpr auto TimeOfOneTry = 150ms;
-
-/// Whether the next try may do better: a camera exists that answers BAD_ALIGNMENT once for nothing.
-bool mayPass(gvcp::Status status)
+Exchange questionFor(Network& network, RequestIds& ids, std::size_t adapter, base::Ipv4 source,
+                     base::Ipv4 camera)
 {
-    return status == gvcp::Status::Busy || status == gvcp::Status::BadAlignment;
+    // A camera answers within 30 ms. Four tries in 600 ms also get through a network that loses a tenth each
+    // way, and are over before the discovery window is, for every camera that answered promptly.
+    return {network,
+            ids,
+            {.command = gvcp::Command::ReadRegister,
+             .payload = gvcp::encodeWords({gvcp::reg::ControlChannelPrivilege}),
+             .tries = 4,
+             .wait = 150ms,
+             .send = [&network, adapter, source,
+                      camera](auto packet) { network.send(adapter, source, camera, packet); },
+             .isBelieved = [camera](const Datagram& datagram,
+                                    const auto&) { return datagram.source == camera; }}};
+}
+
+AccessCheck::Answer meaningOf(const Exchange& question)
+{
+    if (question.isPending())
+        return AccessCheck::Answer::Pending;
+    const auto& answer = question.answer();
+    if (!answer)
+        return question.isHeard() ? AccessCheck::Answer::NotAccessible : AccessCheck::Answer::Silent;
+    // Cameras exist whose acknowledges are longer than the value that was asked for.
+    const bool isOpen = answer->status == gvcp::Status::Success && answer->payload.size() >= 4 &&
+                        base::readU32(answer->payload, 0) == gvcp::Privilege::Open;
+    return isOpen ? AccessCheck::Answer::Accessible : AccessCheck::Answer::NotAccessible;
 }
 
 } // namespace
@@ -29,56 +48,44 @@ bool AccessCheck::ask(std::size_t adapter, base::Ipv4 source, base::Ipv4 camera)
 {
     if (find(adapter, camera))
         return false;
-    m_questions.push_back({.adapter = adapter, .source = source, .camera = camera, .id = m_ids.next()});
-    send(m_questions.back());
-    m_nextStep = std::min(m_nextStep, m_questions.back().nextTry);
+    m_questions.push_back({adapter, camera, questionFor(m_network, m_ids, adapter, source, camera)});
+    Exchange& exchange = m_questions.back().exchange;
+    exchange.proceed();
+    m_nextStep = std::min(m_nextStep, exchange.nextStep());
     return true;
 }
 
 void AccessCheck::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
 {
-    if (acknowledge.command != gvcp::Command::ReadRegister)
-        return;
-    const auto question = std::find_if(m_questions.begin(), m_questions.end(), [&](const Question& asked) {
-        return asked.id == acknowledge.id && asked.camera == datagram.source;
-    });
-    if (question == m_questions.end() || question->isAnswered)
-        return;
-    if (mayPass(acknowledge.status)) {
-        question->isHeard = true;
+    for (Question& question : m_questions) {
+        if (!question.exchange.take(datagram, acknowledge))
+            continue;
+        m_nextStep = std::min(m_nextStep, question.exchange.nextStep());
         return;
     }
-    // Cameras exist whose acknowledges are longer than the value that was asked for.
-    const bool isOpen = acknowledge.status == gvcp::Status::Success && acknowledge.payload.size() >= 4 &&
-                        base::readU32(acknowledge.payload, 0) == gvcp::Privilege::Open;
-    question->answer = isOpen ? Answer::Accessible : Answer::NotAccessible;
-    question->isAnswered = true;
 }
 
 void AccessCheck::proceed()
 {
-    const auto now = m_network.now();
-    if (now < m_nextStep)
+    if (m_network.now() < m_nextStep)
         return;
     m_nextStep = Clock::time_point::max();
     for (Question& question : m_questions) {
-        if (question.answer == Answer::Pending && question.nextTry <= now)
-            send(question);
-        if (question.answer == Answer::Pending)
-            m_nextStep = std::min(m_nextStep, question.nextTry);
+        question.exchange.proceed();
+        m_nextStep = std::min(m_nextStep, question.exchange.nextStep());
     }
 }
 
 bool AccessCheck::isPending() const
 {
     return std::any_of(m_questions.begin(), m_questions.end(),
-                       [](const Question& question) { return question.answer == Answer::Pending; });
+                       [](const Question& question) { return question.exchange.isPending(); });
 }
 
 AccessCheck::Answer AccessCheck::answer(std::size_t adapter, base::Ipv4 camera) const
 {
     const Question* question = find(adapter, camera);
-    return question ? question->answer : Answer::Silent;
+    return question ? meaningOf(question->exchange) : Answer::Silent;
 }
 
 const AccessCheck::Question* AccessCheck::find(std::size_t adapter, base::Ipv4 camera) const
@@ -89,18 +96,12 @@ const AccessCheck::Question* AccessCheck::find(std::size_t adapter, base::Ipv4 c
     return found == m_questions.end() ? nullptr : &*found;
 }
 
-void AccessCheck::send(Question& question)
+bool isAccessible(Network& network, base::Ipv4 source, base::Ipv4 camera)
 {
-    if (question.tries == Tries) {
-        question.answer = question.isHeard ? Answer::NotAccessible : Answer::Silent;
-        return;
-    }
-    ++question.tries;
-    question.nextTry = m_network.now() + TimeOfOneTry;
-    const auto payload = gvcp::encodeWords({gvcp::reg::ControlChannelPrivilege});
-    m_network.send(
-        question.adapter, question.source, question.camera,
-        gvcp::encodeCommand(gvcp::Command::ReadRegister, gvcp::FlagAcknowledge, question.id, payload));
+    RequestIds ids;
+    Exchange question = questionFor(network, ids, 0, source, camera);
+    question.run();
+    return meaningOf(question) == AccessCheck::Answer::Accessible;
 }
 
 } // namespace sdk

@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/Packet.h"
-#include "sdk/network/Network.h"
-#include "sdk/network/RequestIds.h"
+#include "sdk/network/Exchange.h"
 
 #include <vector>
 
 namespace sdk {
 
 /// Finds out which cameras could be opened for exclusive control now: those whose control channel privilege
-/// register reads 0. Asks all of them at once, and each again while it is silent. The owner passes it what
-/// the network receives and gives it the time.
+/// register reads 0. Asks all of them at once. The owner passes it what the network receives and gives it the
+/// time.
 class AccessCheck
 {
 public:
@@ -28,8 +26,8 @@ public:
     /// Asks the camera, unless it has been asked before; whether it has not.
     bool ask(std::size_t adapter, base::Ipv4 source, base::Ipv4 camera);
 
-    /// Takes note of an acknowledge that answers one of the questions, though it may have been given up by
-    /// now, on whichever adapter it comes in; ignores all others.
+    /// Takes note of the answer to one of the questions, on whichever adapter it comes in. An answer that
+    /// comes after its question was given up still counts. Ignores all else.
     void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge);
 
     /// Asks again where it is time to, and gives up on those that stay silent.
@@ -46,23 +44,19 @@ private:
     struct Question
     {
         std::size_t adapter;
-        base::Ipv4 source;
         base::Ipv4 camera;
-        std::uint16_t id; ///< The same for all tries.
-        int tries = 0;
-        Clock::time_point nextTry{};
-        Answer answer = Answer::Pending;
-        bool isHeard = false;    ///< It has said at least that it is busy.
-        bool isAnswered = false; ///< By the camera: no later datagram changes it.
+        Exchange exchange;
     };
 
     const Question* find(std::size_t adapter, base::Ipv4 camera) const;
-    void send(Question& question);
 
     Network& m_network;
     RequestIds& m_ids;
     std::vector<Question> m_questions;
     Clock::time_point m_nextStep = Clock::time_point::max();
 };
+
+/// Asks one camera, on the network's first adapter, and waits for the answer.
+bool isAccessible(Network& network, base::Ipv4 source, base::Ipv4 camera);
 
 } // namespace sdk
