@@ -8,11 +8,11 @@
 #include <arpa/inet.h>
 #include <cerrno>
 #include <cstring>
-#include <iterator>
 #include <linux/filter.h>
 #include <linux/if_packet.h>
 #include <net/ethernet.h>
 #include <netinet/in.h>
+#include <span>
 #include <sys/socket.h>
 #include <system_error>
 #include <utility>
@@ -78,6 +78,46 @@ std::uint16_t portOf(const base::FileDescriptor& udp)
     return ntohs(own.sin_port);
 }
 
+/// Has the kernel pass on what comes from a camera's port to `localPort`, and nothing else. Behind each test
+/// stands its way out, which it steps over when it holds.
+std::vector<sock_filter> filterFor(std::uint16_t localPort)
+{
+    constexpr sock_filter Drop = BPF_STMT(BPF_RET | BPF_K, 0);
+    constexpr sock_filter Pass = BPF_STMT(BPF_RET | BPF_K, 0xFFFF);
+    constexpr sock_filter SkipIpv4Header = BPF_STMT(BPF_LDX | BPF_B | BPF_MSH, 0);
+    const auto byteAt = [](std::uint32_t at) -> sock_filter {
+        return BPF_STMT(BPF_LD | BPF_B | BPF_ABS, at);
+    };
+    const auto wordAt = [](std::uint32_t at) -> sock_filter {
+        return BPF_STMT(BPF_LD | BPF_H | BPF_ABS, at);
+    };
+    const auto wordBehind = [](std::uint32_t at) -> sock_filter {
+        return BPF_STMT(BPF_LD | BPF_H | BPF_IND, at);
+    };
+    const auto is = [](std::uint32_t value) -> sock_filter {
+        return BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, value, 1, 0);
+    };
+    const auto hasNoneOf = [](std::uint32_t bits) -> sock_filter {
+        return BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, bits, 0, 1);
+    };
+    return {
+        byteAt(Ipv4Header::Protocol),
+        is(IPPROTO_UDP),
+        Drop,
+        wordAt(Ipv4Header::Fragment),
+        hasNoneOf(Ipv4Header::FragmentBits),
+        Drop,
+        SkipIpv4Header,
+        wordBehind(UdpHeader::SourcePort),
+        is(gvcp::DevicePort),
+        Drop,
+        wordBehind(UdpHeader::DestinationPort),
+        is(localPort),
+        Drop,
+        Pass,
+    };
+}
+
 /// A packet socket for what comes from a camera's port to `localPort`. It takes nothing until it is bound,
 /// and that happens after the filter is in place. None when the process may not have one; throws
 /// std::system_error when it may, and the computer has no room for it.
@@ -90,21 +130,8 @@ base::FileDescriptor openPackets(const Adapter& adapter, std::uint16_t localPort
         return base::FileDescriptor();
     }
 
-    constexpr std::uint8_t Refuse = 0;
-    sock_filter code[] = {
-        BPF_STMT(BPF_LD | BPF_B | BPF_ABS, 9), // IPv4 protocol
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, IPPROTO_UDP, 0, 8),
-        BPF_STMT(BPF_LD | BPF_H | BPF_ABS, 6), // fragment offset and more-fragments flag
-        BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, 0x3FFF, 6, 0),
-        BPF_STMT(BPF_LDX | BPF_B | BPF_MSH, 0), // x = length of the IPv4 header
-        BPF_STMT(BPF_LD | BPF_H | BPF_IND, 0),  // UDP source port
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, gvcp::DevicePort, 0, 3),
-        BPF_STMT(BPF_LD | BPF_H | BPF_IND, 2), // UDP destination port
-        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, localPort, 0, 1),
-        BPF_STMT(BPF_RET | BPF_K, 0xFFFF),
-        BPF_STMT(BPF_RET | BPF_K, Refuse),
-    };
-    const sock_fprog filter{static_cast<unsigned short>(std::size(code)), code};
+    auto code = filterFor(localPort);
+    const sock_fprog filter{static_cast<unsigned short>(code.size()), code.data()};
     const int on = 1;
     if (!setOption(socket, SOL_SOCKET, SO_ATTACH_FILTER, filter) ||
         !setOption(socket, SOL_PACKET, PACKET_AUXDATA, on))
@@ -119,6 +146,28 @@ base::FileDescriptor openPackets(const Adapter& adapter, std::uint16_t localPort
         return base::FileDescriptor();
     return socket;
 }
+
+/// A datagram, its peer's address and one thing more that the kernel wants to know of it, or tells.
+template <typename Address, typename Extra>
+struct Message
+{
+    explicit Message(std::span<std::uint8_t> buffer) : data{buffer.data(), buffer.size()}
+    {
+        header.msg_name = &peer;
+        header.msg_namelen = sizeof peer;
+        header.msg_iov = &data;
+        header.msg_iovlen = 1;
+        header.msg_control = control;
+        header.msg_controllen = sizeof control;
+    }
+    Message(const Message&) = delete;
+    Message& operator=(const Message&) = delete;
+
+    Address peer{};
+    iovec data;
+    alignas(cmsghdr) std::uint8_t control[CMSG_SPACE(sizeof(Extra))]{};
+    msghdr header{};
+};
 
 /// Whether the kernel has yet to compute this packet's checksum, or has found it right.
 UdpChecksum checksumHint(msghdr& message)
@@ -176,26 +225,18 @@ bool LinuxNetwork::openAll(const std::vector<Adapter>& adapters)
 bool LinuxNetwork::send(std::size_t adapter, base::Ipv4 source, base::Ipv4 destination,
                         base::ByteView datagram)
 {
-    sockaddr_in to = socketAddress(destination, gvcp::DevicePort);
-    iovec data{const_cast<std::uint8_t*>(datagram.data()), datagram.size()};
-    alignas(cmsghdr) std::uint8_t control[CMSG_SPACE(sizeof(in_pktinfo))]{};
-    msghdr message{};
-    message.msg_name = &to;
-    message.msg_namelen = sizeof to;
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
+    Message<sockaddr_in, in_pktinfo> message({const_cast<std::uint8_t*>(datagram.data()), datagram.size()});
+    message.peer = socketAddress(destination, gvcp::DevicePort);
 
     in_pktinfo from{};
     from.ipi_ifindex = static_cast<int>(m_adapters[adapter].index);
     from.ipi_spec_dst.s_addr = htonl(source.number());
-    cmsghdr* item = CMSG_FIRSTHDR(&message);
+    cmsghdr* item = CMSG_FIRSTHDR(&message.header);
     item->cmsg_level = IPPROTO_IP;
     item->cmsg_type = IP_PKTINFO;
     item->cmsg_len = CMSG_LEN(sizeof from);
     std::memcpy(CMSG_DATA(item), &from, sizeof from);
-    return sendmsg(m_ports[adapter].udp.get(), &message, 0) == static_cast<ssize_t>(datagram.size());
+    return sendmsg(m_ports[adapter].udp.get(), &message.header, 0) == static_cast<ssize_t>(datagram.size());
 }
 
 std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
@@ -245,23 +286,13 @@ void LinuxNetwork::closePackets(std::size_t adapter)
 
 std::optional<Datagram> LinuxNetwork::readPacket(std::size_t adapter)
 {
-    sockaddr_ll from{};
-    iovec data{m_buffer.data(), m_buffer.size()};
-    alignas(cmsghdr) std::uint8_t control[CMSG_SPACE(sizeof(tpacket_auxdata))]{};
-    msghdr message{};
-    message.msg_name = &from;
-    message.msg_namelen = sizeof from;
-    message.msg_iov = &data;
-    message.msg_iovlen = 1;
-    message.msg_control = control;
-    message.msg_controllen = sizeof control;
-
-    const ssize_t length = recvmsg(m_ports[adapter].packets.get(), &message, 0);
+    Message<sockaddr_ll, tpacket_auxdata> message(m_buffer);
+    const ssize_t length = recvmsg(m_ports[adapter].packets.get(), &message.header, 0);
     // In promiscuous mode the adapter also hears what was sent to other hosts.
-    if (length < 0 || from.sll_pkttype == PACKET_OTHERHOST)
+    if (length < 0 || message.peer.sll_pkttype == PACKET_OTHERHOST)
         return std::nullopt;
     const auto frame =
-        parseUdpFrame({m_buffer.data(), static_cast<std::size_t>(length)}, checksumHint(message));
+        parseUdpFrame({m_buffer.data(), static_cast<std::size_t>(length)}, checksumHint(message.header));
     if (!frame)
         return std::nullopt;
     return Datagram{adapter, frame->source, frame->payload};

@@ -6,10 +6,7 @@ namespace sdk {
 namespace {
 
 constexpr std::size_t MinIpHeader = 20;
-constexpr std::size_t UdpHeader = 8;
 constexpr std::uint8_t ProtocolUdp = 17;
-/// More-fragments flag and fragment offset.
-constexpr std::uint16_t FragmentBits = 0x3FFF;
 
 /// The ones' complement sum of RFC 1071; an odd last byte counts as the upper one.
 std::uint32_t sumOfWords(base::ByteView bytes)
@@ -24,11 +21,10 @@ std::uint32_t sumOfWords(base::ByteView bytes)
 
 bool isChecksumRight(base::ByteView packet, base::ByteView udp)
 {
-    constexpr std::size_t ChecksumAt = 6;
-    if (base::readU16(udp, ChecksumAt) == 0)
+    if (base::readU16(udp, UdpHeader::Checksum) == 0)
         return true; // The sender made none.
-    std::uint32_t sum =
-        sumOfWords(packet.subspan(12, 8)) + ProtocolUdp + static_cast<std::uint32_t>(udp.size());
+    std::uint32_t sum = sumOfWords(packet.subspan(Ipv4Header::Source, 8)) + ProtocolUdp +
+                        static_cast<std::uint32_t>(udp.size());
     sum += sumOfWords(udp);
     while (sum > 0xFFFF)
         sum = (sum & 0xFFFF) + (sum >> 16);
@@ -43,19 +39,20 @@ std::optional<UdpFrame> parseUdpFrame(base::ByteView packet, UdpChecksum checksu
         return std::nullopt;
     const std::size_t headerSize = (packet[0] & 0xFu) * 4;
     const std::size_t packetSize = base::readU16(packet, 2);
-    if (headerSize < MinIpHeader || packetSize > packet.size() || packetSize < headerSize + UdpHeader)
+    if (headerSize < MinIpHeader || packetSize > packet.size() || packetSize < headerSize + UdpHeader::Size)
         return std::nullopt;
-    if ((base::readU16(packet, 6) & FragmentBits) != 0 || packet[9] != ProtocolUdp)
+    if ((base::readU16(packet, Ipv4Header::Fragment) & Ipv4Header::FragmentBits) != 0 ||
+        packet[Ipv4Header::Protocol] != ProtocolUdp)
         return std::nullopt;
 
-    const std::size_t udpSize = base::readU16(packet, headerSize + 4);
-    if (udpSize < UdpHeader || udpSize > packetSize - headerSize)
+    const std::size_t udpSize = base::readU16(packet, headerSize + UdpHeader::Length);
+    if (udpSize < UdpHeader::Size || udpSize > packetSize - headerSize)
         return std::nullopt;
     const base::ByteView udp = packet.subspan(headerSize, udpSize);
     if (checksum == UdpChecksum::Verify && !isChecksumRight(packet, udp))
         return std::nullopt;
-    return UdpFrame{base::readIpv4(packet, 12), base::readU16(udp, 0), base::readU16(udp, 2),
-                    udp.subspan(UdpHeader)};
+    return UdpFrame{base::readIpv4(packet, Ipv4Header::Source), base::readU16(udp, UdpHeader::SourcePort),
+                    base::readU16(udp, UdpHeader::DestinationPort), udp.subspan(UdpHeader::Size)};
 }
 
 } // namespace sdk
