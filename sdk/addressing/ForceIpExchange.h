@@ -11,13 +11,15 @@ namespace sdk {
 /// address; what mask and gateway it makes of them is its own affair. `before` is what the camera had when it
 /// was last heard.
 ///
-/// A camera may begin anew with each FORCEIP, and leave the network for some seconds while it changes. So
-/// there are three at most, within the first second; then it is only looked for, for six seconds. One that
-/// was there all the while, and that nobody holds as far as can be seen, may have missed them and gets them
-/// once more.
+/// FORCEIP goes out three times at most, all within the first second, because a camera may begin to change
+/// its address anew with each, and leave the network for some seconds while it does. From then on the camera
+/// is only looked for by DISCOVERY, until six seconds have passed since the first FORCEIP. If it answers from
+/// where it was, a while after the last FORCEIP, and no application is known to control it, it has probably
+/// missed all three; then the three are sent and the camera is looked for a second time.
 ///
-/// To be found proves nothing of a camera that is asked to keep what it has. If such a one acknowledges
-/// nothing, its control channel decides: when that is free, nothing stood in the way.
+/// A camera that is forced to the address that it has is found there whether it obeyed or not. When such a
+/// camera acknowledges no FORCEIP, it is asked whether an application controls it, which would have made it
+/// ignore FORCEIP: if none does, it counts as forced.
 RZ_ERROR forceIp(Network& network, const gvcp::ForceIp& wanted, const base::IpSettings& before);
 
 } // namespace sdk

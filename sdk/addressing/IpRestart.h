@@ -9,12 +9,14 @@ namespace sdk {
 
 class Session;
 
-/// Has the camera run its stored IP configuration again (FORCEIP with the address 0.0.0.0), on the network's
-/// first adapter. `before` is the address it has. Throws CameraError when the camera refuses or nothing can
-/// be sent; silence is no refusal, since a camera may obey first and have no address from which to answer.
+/// Has the camera start its network anew as its stored IP configuration says, by a FORCEIP with the address
+/// 0.0.0.0 on the network's first adapter. `before` is the address that it has. Throws CameraError when the
+/// camera refuses or nothing can be sent. It is no error when the camera answers nothing: many obey before
+/// they answer, and then have no address to answer from.
 void restartIp(Network& network, const base::MacAddress& mac, base::Ipv4 before);
 
-/// Closes the session and has its camera do that. Throws CameraError.
+/// Closes the session, so that the camera is under nobody's control, and then restarts the camera's address
+/// through the session's sockets. Throws CameraError.
 void closeWithIpRestart(Session& session);
 
 } // namespace sdk
