@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/CameraHandle.h"
 
-#include "sdk/discovery/RecordTable.h"
+#include "sdk/discovery/Record.h"
 #include "sdk/network/CameraError.h"
 
 namespace sdk {
@@ -11,12 +11,17 @@ base::MacAddress CameraHandle::mac() const
     return macOf(m_info);
 }
 
+base::Ipv4 CameraHandle::address() const
+{
+    return addressOf(m_info);
+}
+
 void CameraHandle::open(std::unique_ptr<Network> network)
 {
     ForcedAddresses& forced = ForcedAddresses::instance();
     const int tries =
         forced.wasJustForced(mac(), network->now()) ? ControlChannel::ManyTries : ControlChannel::Tries;
-    auto session = std::make_shared<Session>(std::move(network), addressOf(m_info), mac(), tries);
+    auto session = std::make_shared<Session>(std::move(network), address(), mac(), tries);
     storeWaitingAddress(*session, mac(), forced);
     auto port = std::make_unique<Port>(session, mac(), forced);
     const std::lock_guard lock(m_mutex);

@@ -21,11 +21,12 @@ public:
 
     const RZ_CC_DEVICE_INFO& info() const { return m_info; }
     base::MacAddress mac() const;
+    base::Ipv4 address() const;
 
-    /// Stores what waits to be stored on the camera, too. Throws CameraError. The session is the calling
-    /// thread's.
+    /// Stores the address that waits to be stored on the camera, too. Throws CameraError. The session belongs
+    /// to the calling thread: it is to be closed when that ends.
     void open(std::unique_ptr<Network> network);
-    /// The port stays, and fails.
+    /// The port stays where it is; its calls fail from now on.
     void close();
     bool isOpen() const;
     bool wasOpenedBy(std::thread::id thread) const;

@@ -90,6 +90,16 @@ bool ForcedAddresses::wasJustForced(const base::MacAddress& mac, Clock::time_poi
     return found != m_entries.end() && now - found->second.time < TimeOfChange;
 }
 
+base::IpSettings storedAddress(ControlChannel& channel, unsigned interface)
+{
+    const auto value = [&](std::uint32_t ofFirst) {
+        return base::Ipv4(channel.readRegister(reg::ofInterface(interface, ofFirst)));
+    };
+    return {.address = value(reg::PersistentIp),
+            .mask = value(reg::PersistentSubnetMask),
+            .gateway = value(reg::PersistentGateway)};
+}
+
 void storeAddress(ControlChannel& channel, unsigned interface, const base::IpSettings& addresses)
 {
     bool isRefusedWhole = true;
@@ -113,7 +123,8 @@ void storeWaitingAddress(Session& session, const base::MacAddress& mac, ForcedAd
     if (!addresses || !forced.isWaiting(mac))
         return;
     try {
-        // One that is elsewhere by now has been given another address since, or has reset.
+        // A camera that is at another address by now was given that one since, or has reset: there is nothing
+        // to store any more.
         if (addresses->address == session.channel().camera())
             storeAddress(session.channel(), session.interface(), *addresses);
     } catch (const CameraError& error) {
@@ -129,7 +140,7 @@ void makeAddressLast(std::unique_ptr<Network> network, const base::MacAddress& m
 {
     try {
         ControlChannel channel(std::move(network), addresses.address);
-        // One that starts otherwise is not waited for: there is nothing to store.
+        // A camera that does not start with its stored address needs nothing stored, and is not waited for.
         const int tries = isPersistent(configuration) ? ControlChannel::ManyTries : ControlChannel::FewTries;
         const unsigned interface = interfaceWith(channel, mac, tries);
         options = channel.readRegister(reg::ofInterface(interface, reg::SupportedIpConfig));

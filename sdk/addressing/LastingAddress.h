@@ -9,8 +9,9 @@
 
 namespace sdk {
 
-/// The addresses that were forced onto cameras: some wait to be stored, all for when a camera is told later
-/// to start with a stored one. Any thread.
+/// The addresses that were forced onto cameras, the latest of each. They are kept because a camera may be
+/// told later to start with its stored address, which then has to be the forced one; some wait to be stored
+/// as soon as their camera is open. Any thread.
 class ForcedAddresses
 {
 public:
@@ -19,9 +20,9 @@ public:
 
     /// The camera has just taken these.
     void keep(const base::MacAddress& mac, const base::IpSettings& addresses, Clock::time_point now);
-    /// The camera stores no address.
+    /// The camera cannot store any address: from now on of() gives nothing for it.
     void forget(const base::MacAddress& mac);
-    /// Whether the kept addresses ought to be stored now.
+    /// Whether the camera starts with its stored address, so that the kept ones have to be stored next time.
     void setWaiting(const base::MacAddress& mac, bool isWaiting);
 
     std::optional<base::IpSettings> of(const base::MacAddress& mac) const;
@@ -42,17 +43,22 @@ private:
     std::map<base::MacAddress, Entry> m_entries;
 };
 
-/// Writes the stored address registers of that network interface, those of them that hold something else.
-/// Under control of the right camera; throws CameraError.
+/// What that network interface has stored. Throws CameraError.
+base::IpSettings storedAddress(ControlChannel& channel, unsigned interface);
+
+/// Has that network interface store these addresses; registers that hold them already are not written. The
+/// camera is the right one, and under control. Throws CameraError.
 void storeAddress(ControlChannel& channel, unsigned interface, const base::IpSettings& addresses);
 
 /// Stores what waits to be stored on this camera, if anything. Throws CameraError, RZ_ERROR_NOT_STORED.
 void storeWaitingAddress(Session& session, const base::MacAddress& mac, ForcedAddresses& forced);
 
-/// What follows a successful FORCEIP, whose addresses are kept. A camera that starts with a stored address
-/// gets these stored, or they wait; for one that could do so but does not nothing more is done; those of one
-/// that never could are forgotten. `options` and `configuration` are what the camera said last (IpConfig
-/// bits), and decide when it cannot be asked.
+/// To be called after a successful FORCEIP whose addresses are kept in `forced`. The camera is asked how it
+/// starts:
+/// - with its stored address: the forced one is stored now, or, should that fail, waits to be stored;
+/// - otherwise, though it could store one: nothing more is done, the address stays kept;
+/// - it cannot store any: the address is forgotten.
+/// When it does not answer, `options` and `configuration` decide, its IpConfig bits as last heard.
 void makeAddressLast(std::unique_ptr<Network> network, const base::MacAddress& mac,
                      const base::IpSettings& addresses, std::uint32_t options, std::uint32_t configuration,
                      ForcedAddresses& forced);

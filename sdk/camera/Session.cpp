@@ -18,6 +18,54 @@ std::chrono::milliseconds heartbeatTimeout(ControlChannel& channel)
 
 } // namespace
 
+/// While it lives, the camera may ask for more time by PENDING_ACK, if it can do so. Under control.
+class Session::TimeRequests
+{
+public:
+    /// Throws CameraError when the camera has fallen silent.
+    explicit TimeRequests(ControlChannel& channel);
+    TimeRequests(const TimeRequests&) = delete;
+    TimeRequests& operator=(const TimeRequests&) = delete;
+    /// Leaves the camera as it was.
+    ~TimeRequests();
+
+private:
+    ControlChannel& m_channel;
+    std::optional<std::uint32_t> m_before; ///< The register, if it was changed.
+};
+
+Session::TimeRequests::TimeRequests(ControlChannel& channel) : m_channel(channel)
+{
+    const auto capability = channel.findRegister(gvcp::reg::GvcpCapability).value_or(0);
+    if ((capability & gvcp::Capability::PendingAck) == 0)
+        return;
+    const auto before = channel.findRegister(gvcp::reg::GvcpConfiguration);
+    if (!before || (*before & gvcp::Configuration::PendingAck) != 0)
+        return;
+    try {
+        // Until it is switched on, a camera that is slow to write has no way to say so.
+        channel.writeRegister(gvcp::reg::GvcpConfiguration, *before | gvcp::Configuration::PendingAck,
+                              ControlChannel::ManyTries);
+        m_before = before;
+    } catch (const CameraError& error) {
+        // One that does not let it be switched on does without.
+        if (error.status() == gvcp::Status::Success)
+            throw;
+    }
+}
+
+Session::TimeRequests::~TimeRequests()
+{
+    if (!m_before)
+        return;
+    try {
+        m_channel.writeRegister(gvcp::reg::GvcpConfiguration, *m_before, m_channel.triesForFarewell());
+    } catch (const std::exception&) {
+        // The camera is gone, or has reset and begins anew.
+        return;
+    }
+}
+
 Session::Session(std::unique_ptr<Network> network, base::Ipv4 camera, const base::MacAddress& mac, int tries,
                  const StartHeartbeat& startHeartbeat)
     : m_mac(mac),
@@ -25,9 +73,14 @@ Session::Session(std::unique_ptr<Network> network, base::Ipv4 camera, const base
 {
     m_control.emplace(m_channel, tries);
     m_interface = interfaceWith(m_channel, mac);
-    m_timeRequests.emplace(m_channel);
+    m_timeRequests = std::make_unique<TimeRequests>(m_channel);
     m_heartbeat =
         startHeartbeat(Heartbeat::intervalFor(heartbeatTimeout(m_channel)), [this] { return isAlive(); });
+}
+
+Session::~Session()
+{
+    close();
 }
 
 std::shared_ptr<void> Session::onThreadOfItsOwn(std::chrono::milliseconds interval,

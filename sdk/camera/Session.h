@@ -5,7 +5,6 @@
 #include "base/MacAddress.h"
 #include "sdk/camera/ControlChannel.h"
 #include "sdk/camera/ExclusiveControl.h"
-#include "sdk/camera/TimeRequests.h"
 
 #include <chrono>
 #include <functional>
@@ -30,7 +29,7 @@ public:
             int tries = ControlChannel::Tries, const StartHeartbeat& startHeartbeat = onThreadOfItsOwn);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
-    ~Session() { close(); }
+    ~Session();
 
     /// Its commands fail once the session is closed.
     ControlChannel& channel() { return m_channel; }
@@ -42,11 +41,14 @@ public:
     /// Asks the camera who it is. Should it be another one, ends the session and throws CameraError.
     void requireSameCamera(int tries = ControlChannel::Tries);
 
-    /// Gives control back, and the sockets and the thread; before the sockets go, `last` may use them. False
-    /// when it was closed before, and nothing is done. Who comes second waits until the first is done.
+    /// Ends the heartbeat, gives control back and closes the sockets, which `last` may use just before. False
+    /// when the session is closed already: then nothing is done, but what another thread's close() is still
+    /// about is waited for.
     bool close(const std::function<void(Network&)>& last = nullptr);
 
 private:
+    class TimeRequests;
+
     static std::shared_ptr<void> onThreadOfItsOwn(std::chrono::milliseconds interval,
                                                   std::function<bool()> beat);
     bool isAlive();
@@ -56,7 +58,7 @@ private:
     ControlChannel m_channel;
     std::optional<ExclusiveControl> m_control;
     unsigned m_interface = 0;
-    std::optional<TimeRequests> m_timeRequests;
+    std::unique_ptr<TimeRequests> m_timeRequests;
     std::shared_ptr<void> m_heartbeat; ///< Ends before what it uses.
 };
 

@@ -58,9 +58,4 @@ private:
     std::set<Key> m_leftOut; ///< Of the latest list, because the table was nearly full.
 };
 
-/// What a record says of the camera, in the types of this library.
-base::MacAddress macOf(const RZ_CC_DEVICE_INFO& info);
-base::Ipv4 addressOf(const RZ_CC_DEVICE_INFO& info);
-base::IpSettings ipSettingsOf(const RZ_CC_DEVICE_INFO& info);
-
 } // namespace sdk

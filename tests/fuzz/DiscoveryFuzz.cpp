@@ -7,6 +7,7 @@
 #include "gvcp/Registers.h"
 #include "sdk/addressing/ForceIpExchange.h"
 #include "sdk/discovery/Enumeration.h"
+#include "sdk/discovery/Record.h"
 #include "sdk/discovery/RecordTable.h"
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"

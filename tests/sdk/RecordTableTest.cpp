@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/discovery/RecordTable.h"
 
+#include "sdk/discovery/Record.h"
 #include "tests/sdk/FakeNetwork.h"
 
 #include <gmock/gmock.h>
