@@ -124,6 +124,17 @@ TEST_F(ExchangeTest, KnowsThatTheCameraWasSilentAtFirst)
     EXPECT_TRUE(asked.wasSilentAtFirst());
 }
 
+TEST_F(ExchangeTest, KnowsOfNoSilenceOnceTheCameraHasSaidThatItIsBusy)
+{
+    network.onSend = [this](const FakeNetwork::Sent& sent) {
+        if (sent.time >= 100ms)
+            deliver(1ms, Camera, sent.time >= 200ms ? Status::AccessDenied : Status::Busy, sent.command().id);
+    };
+    Exchange asked = exchange();
+    EXPECT_EQ(asked.run()->status, Status::AccessDenied);
+    EXPECT_FALSE(asked.wasSilentAtFirst());
+}
+
 TEST_F(ExchangeTest, BelievesNoOtherIdAndCodeAndNobodyElse)
 {
     network.onSend = [this](const FakeNetwork::Sent& sent) {

@@ -248,6 +248,17 @@ TEST_F(ForceIpTest, ACameraThatFindsItMisalignedOnceForNothingIsNotBelieved)
     EXPECT_LE(network.elapsed(), 1s);
 }
 
+TEST_F(ForceIpTest, ThatComplaintIsOneAlsoWhenItIsHeardTwice)
+{
+    int received = 0;
+    onForceIp = [&](const auto& sent) {
+        const auto status = ++received == 1 ? gvcp::Status::BadAlignment : gvcp::Status::Success;
+        acknowledge(sent, OldIp, status);
+        acknowledge(sent, OldIp, status);
+    };
+    EXPECT_EQ(force(), RZ_OK);
+}
+
 TEST_F(ForceIpTest, DoesNotBelieveAcknowledgesFromElsewhereOrWithAnotherId)
 {
     onForceIp = [this](const auto& sent) {
