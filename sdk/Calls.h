@@ -16,7 +16,7 @@
 /// What the calls of the C interface have in common. They themselves stand in ...Calls.cpp, by subject.
 namespace sdk {
 
-/// The door of every call: no cancellation on the way, and no exception out of a C interface.
+/// Every call of the C interface goes through this: no cancellation on the way, and no exception gets out.
 template <typename Result, typename Call>
 Result guarded(Result onException, Call call) noexcept
 {

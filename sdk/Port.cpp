@@ -11,10 +11,10 @@ namespace sdk {
 
 namespace {
 
-/// Here the makers' registers begin; below are the standard's.
+/// From here on registers are the makers' own; below they are the standard's.
 constexpr std::uint64_t FirstMakersRegister = 0xA000;
 
-/// Makes an access to the port of `call`: in one piece, and with no other exceptions than a port's.
+/// One access to the port: under the lock, not to be cancelled, and with no other exceptions than a port has.
 template <typename Call>
 void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t length, Call call)
 {
@@ -96,8 +96,7 @@ void Port::storeForcedAddressIfAsked(std::uint64_t address, base::ByteView data)
 {
     const std::uint32_t configuration =
         gvcp::reg::ofInterface(m_session->interface(), gvcp::reg::CurrentIpConfig);
-    const std::uint64_t bitAt =
-        configuration + 3; // The byte that says whether it starts with its stored address.
+    const std::uint64_t bitAt = configuration + 3; // The byte that the bit is in.
     const bool isAsked = address <= bitAt && bitAt - address < data.size() &&
                          (data[bitAt - address] & gvcp::IpConfig::Persistent) != 0;
     if (!isAsked)

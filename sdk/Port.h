@@ -13,9 +13,9 @@
 namespace sdk {
 
 /// An open camera's registers, for a node map. Beside the camera's own addresses there is IpRestartAddress: a
-/// write there closes the session and has the camera run its stored IP configuration again. A write that
-/// tells the camera to start with its stored address stores the one that was forced onto it first. Any
-/// thread; a cancellation of the calling thread waits until a call is done.
+/// write there closes the session and has the camera run its stored IP configuration again. When a write
+/// tells the camera to start with its stored address from now on, the address that was forced onto it is
+/// stored first. Any thread; a cancellation of the calling thread waits until a call is done.
 class Port final : public GenApi::IPort
 {
 public:

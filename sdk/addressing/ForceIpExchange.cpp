@@ -18,9 +18,11 @@ constexpr auto TimeBetweenForces = 300ms;
 constexpr std::uint8_t Flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge;
 constexpr auto TimeBetweenLooks = 250ms;
 constexpr auto TimeOfSeries = 6s;
-/// Of two series. The first may find the camera at its very end; three seconds are enough for the second.
+/// Two series take no longer than this together. The first may need all of its six seconds to see that the
+/// camera has not moved; the three that are left are enough for the second.
 constexpr auto TimeAltogether = 9s;
-/// A camera that answers a question asked so long after the last FORCEIP is not about to change any more.
+/// A camera that answers a question asked so long after the last FORCEIP will not change its address any
+/// more.
 constexpr auto TimeToSettle = 1500ms;
 
 RZ_ERROR resultOf(gvcp::Status status)
@@ -52,7 +54,8 @@ public:
                    .send = [this](base::ByteView packet) { sendForce(packet); },
                    .isBelieved =
                        [this](const Datagram& datagram, const auto&) {
-                           // The acknowledge names no camera: it is one from either of its two addresses.
+                           // The acknowledge names no camera: one that comes from its old or its new address
+                           // counts as its own.
                            return datagram.source == m_before.address ||
                                   datagram.source == m_wanted.ip.address;
                        }})
@@ -62,8 +65,8 @@ public:
 
     RZ_ERROR run(Clock::time_point end);
 
-    /// After run(): whether the camera was there all the while, nobody is known to hold it, and it said
-    /// nothing.
+    /// After run(): the camera was there all the while, acknowledged nothing, and no application is known to
+    /// control it. So perhaps no FORCEIP has reached it.
     bool mayHaveMissedIt() const
     {
         return m_settledAt && *m_settledAt != m_wanted.ip.address &&
@@ -92,7 +95,7 @@ private:
     };
     std::vector<Look> m_looks;
     AccessCheck m_access{m_network, m_ids};
-    std::optional<base::Ipv4> m_settledAt; ///< Where the camera is when nothing happens any more.
+    std::optional<base::Ipv4> m_settledAt; ///< Where the camera is, once it will not obey any more.
 };
 
 RZ_ERROR ForceIpExchange::run(Clock::time_point end)
@@ -119,8 +122,9 @@ RZ_ERROR ForceIpExchange::run(Clock::time_point end)
     return judge();
 }
 
-/// One packet: a camera that begins anew with each must not get two. Some cameras ignore the limited
-/// broadcast, some sites lose the subnet's own, so they take turns where the camera hears both.
+/// Sends one packet, since a camera that begins anew with each FORCEIP must not get two at a time. Some
+/// cameras ignore the limited broadcast, and some networks drop that of the subnet: where the camera would
+/// hear both, they take turns.
 void ForceIpExchange::sendForce(base::ByteView packet)
 {
     const Adapter& adapter = m_network.adapters().front();
@@ -138,7 +142,7 @@ void ForceIpExchange::look()
     m_network.broadcast(0, gvcp::encodeCommand(gvcp::Command::Discovery, Flags, m_looks.back().id));
 }
 
-/// What comes of it all, if the datagram tells.
+/// The result, if the datagram decides it.
 std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
 {
     const auto acknowledge = gvcp::parseAcknowledge(datagram.payload);
@@ -155,7 +159,7 @@ std::optional<RZ_ERROR> ForceIpExchange::take(const Datagram& datagram)
     return std::nullopt;
 }
 
-/// Whether the camera shows that it has obeyed. Notes where it is when it will not any more.
+/// Whether the camera shows that it has obeyed. Once it will not any more, notes where it is.
 bool ForceIpExchange::isProof(const gvcp::DiscoveryAck& identity, std::uint16_t id)
 {
     const auto look =

@@ -17,8 +17,8 @@ void restartIp(Network& network, const base::MacAddress& mac, base::Ipv4 before)
         if (!network.broadcast(0, packet))
             throw CameraError(RZ_ERROR_NETWORK, what + ": the host cannot send");
     };
-    // The acknowledge names no camera. One that obeys may answer from any address by then; one that refuses
-    // still has the old one.
+    // The acknowledge names no camera. One that obeys may have another address already when it answers; one
+    // that refuses still has the old one.
     const auto isBelieved = [before](const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) {
         return acknowledge.status == gvcp::Status::Success || datagram.source == before;
     };

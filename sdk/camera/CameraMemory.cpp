@@ -73,7 +73,7 @@ void CameraMemory::write(std::uint64_t address, base::ByteView data)
     base::Bytes words(to - from);
     if (from != address)
         m_channel.readMemory(static_cast<std::uint32_t>(from), std::span(words).first(WordSize));
-    // The last word, unless it is the first one and has been read.
+    // The last word, if it is written in part, and is not the first one, which has been read.
     const bool isReadAlready = from != address && words.size() == WordSize;
     if (to != address + data.size() && !isReadAlready)
         m_channel.readMemory(static_cast<std::uint32_t>(to - WordSize), std::span(words).last(WordSize));
@@ -93,7 +93,7 @@ void CameraMemory::writeWords(std::uint32_t address, base::ByteView data)
     }
 }
 
-/// False when the camera does not know how.
+/// False when the camera has no WRITEMEM.
 bool CameraMemory::writeBlock(std::uint32_t address, base::ByteView data)
 {
     if (!canWriteMemory())

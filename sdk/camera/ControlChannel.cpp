@@ -56,7 +56,7 @@ struct ControlChannel::Request
     gvcp::Command command;
     std::uint32_t address;
     base::Bytes payload;
-    std::size_t answerSize; ///< 0: whatever the camera says in its acknowledge.
+    std::size_t answerSize; ///< Bytes of data; 0: any, since the command asks for none.
     int tries = Tries;
 
     std::string name() const
@@ -65,8 +65,8 @@ struct ControlChannel::Request
         return (isWrite ? "writing " : "reading ") + hex(address, 8);
     }
 
-    /// The acknowledge's data, if there is enough: some cameras send more than they were asked for. And some
-    /// leave READMEM's address out.
+    /// The acknowledge's data, if there is enough of it: some cameras send more than they were asked for, and
+    /// some leave READMEM's address out.
     std::optional<base::ByteView> dataOf(base::ByteView acknowledge) const
     {
         if (command == gvcp::Command::ReadMemory && acknowledge.size() != answerSize) {

@@ -22,7 +22,8 @@ void ExclusiveControl::giveBack(ControlChannel& channel, int tries) noexcept
     try {
         channel.writeRegister(ControlChannelPrivilege, gvcp::Privilege::Open, tries);
     } catch (const std::exception&) {
-        // The camera is gone, or is another's by now: in both cases there is nothing to give back.
+        // The camera is gone, or under another application's control by now: in both cases there is nothing
+        // to give back.
         return;
     }
 }
@@ -35,7 +36,7 @@ ExclusiveControl::ExclusiveControl(ControlChannel& channel, int tries) : m_chann
             throw CameraError(RZ_ERROR_ACCESS_DENIED,
                               channel.camera().toText() + " does not give exclusive control");
     } catch (const CameraError&) {
-        // Perhaps it was taken all the same, and only the answers are lost.
+        // The camera may have given control all the same, and only its answers were lost.
         giveBack(channel, 1);
         throw;
     }

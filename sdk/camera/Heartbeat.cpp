@@ -10,9 +10,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A time-out shorter than this cannot be kept; one that a camera has by mistake must not become a flood.
+/// No camera is asked more often than this, however short its time-out: one that has a wrong one must not
+/// cause a flood.
 constexpr std::chrono::milliseconds ShortestInterval = 100ms;
-/// However patient the camera is: a loss of control is noticed within this.
+/// No camera is asked less often, however long its time-out: a loss of control is to be noticed.
 constexpr std::chrono::milliseconds LongestInterval = 1000ms;
 
 /// All signals blocked for the calling thread, and those that it starts, until the end of the scope.

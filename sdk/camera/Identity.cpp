@@ -13,7 +13,7 @@ namespace {
 
 base::MacAddress macOfInterface(ControlChannel& channel, unsigned number, int tries)
 {
-    // Both registers in one answer: of two cameras with one address, each could answer for one of them.
+    // Both registers are read at once: two cameras that have one address could each answer for one of them.
     std::array<std::uint8_t, 8> registers{};
     channel.readMemory(gvcp::reg::ofInterface(number, gvcp::reg::MacHigh), registers, tries);
     base::MacAddress mac;

@@ -18,7 +18,8 @@ std::chrono::milliseconds heartbeatTimeout(ControlChannel& channel)
 
 } // namespace
 
-/// While it lives, the camera may ask for more time by PENDING_ACK, if it can do so. Under control.
+/// While it lives, the camera may ask for more time by PENDING_ACK, if it is able to. The camera is under
+/// control.
 class Session::TimeRequests
 {
 public:
@@ -43,12 +44,13 @@ Session::TimeRequests::TimeRequests(ControlChannel& channel) : m_channel(channel
     if (!before || (*before & gvcp::Configuration::PendingAck) != 0)
         return;
     try {
-        // Until it is switched on, a camera that is slow to write has no way to say so.
+        // As long as PENDING_ACK is off, a camera that is slow to write cannot say so. It is given much time
+        // instead.
         channel.writeRegister(gvcp::reg::GvcpConfiguration, *before | gvcp::Configuration::PendingAck,
                               ControlChannel::ManyTries);
         m_before = before;
     } catch (const CameraError& error) {
-        // One that does not let it be switched on does without.
+        // A camera that refuses this works without it.
         if (error.status() == gvcp::Status::Success)
             throw;
     }
@@ -61,7 +63,7 @@ Session::TimeRequests::~TimeRequests()
     try {
         m_channel.writeRegister(gvcp::reg::GvcpConfiguration, *m_before, m_channel.triesForFarewell());
     } catch (const std::exception&) {
-        // The camera is gone, or has reset and begins anew.
+        // The camera is gone, or has reset, and with that has its old configuration.
         return;
     }
 }
@@ -101,14 +103,15 @@ void Session::requireSameCamera(int tries)
     } catch (const CameraError& error) {
         if (error.code() != RZ_ERROR_OTHER_CAMERA)
             throw;
-        // Whether this reaches the camera that is held is luck; else that one drops control by itself.
+        // Either of the two cameras may get this. If it is not the one under our control, that one will
+        // notice by its time-out that nobody is there any more.
         ExclusiveControl::giveBack(m_channel, 1);
         m_channel.close(error);
         throw;
     }
 }
 
-/// One beat of the heartbeat, on its thread, which ends before the control does.
+/// One beat of the heartbeat, on its thread. Control is not given back before that thread has ended.
 bool Session::isAlive()
 {
     try {

@@ -41,7 +41,7 @@ base::Bytes fetchDescription(ControlChannel& channel)
         try {
             return fetchFrom(channel, gvcp::reg::SecondDescriptionUrl);
         } catch (const CameraError& second) {
-            // Of the two reasons the one that says more: often there simply is no second URL.
+            // Throws the reason that says more: often there simply is no second URL.
             if (second.code() == RZ_ERROR_DESCRIPTION)
                 throw first;
             throw;

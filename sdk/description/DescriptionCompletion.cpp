@@ -27,7 +27,7 @@ constexpr std::string_view UserName = "DeviceUserID";
 struct Feature
 {
     std::string_view name;
-    bool isOfAnInterface; ///< What the file says of it is about the camera's first one.
+    bool isOfAnInterface; ///< In a file it is about the camera's first network interface.
     std::string_view xml;
 };
 
@@ -81,8 +81,9 @@ class Description : public pugi::xml_tree_walker
 public:
     explicit Description(base::ByteView text)
     {
-        // Entities stay unexpanded: nothing grows. The walk is no recursion: how deep the tree is, is the
-        // camera's choice. Bytes that are no UTF-8 stay as they are, so that places in the text are known.
+        // Entities stay unexpanded, so that nothing grows. The walk is not recursive, because the camera
+        // decides how deep the tree is. Bytes that are no UTF-8 are kept, so that places in the text stay
+        // what they are.
         if (m_document.load_buffer(text.data(), text.size(), pugi::parse_default, pugi::encoding_utf8) &&
             m_document.document_element().name() == RootName)
             m_document.traverse(*this);
@@ -98,7 +99,7 @@ public:
         return found == m_nodes.end() ? pugi::xml_node() : found->second;
     }
 
-    /// No node has it, nor will another be given it.
+    /// Gives a name that no node has and that is given to nobody else.
     std::string takeUnusedName(const std::string& like)
     {
         std::string name = like;
@@ -110,7 +111,7 @@ public:
 
     bool for_each(pugi::xml_node& element) override
     {
-        // Parts of nodes that have names of their own, which are no features.
+        // These are parts of nodes: they have names, and are no features.
         static const std::set<std::string_view> parts{"EnumEntry", "pVariable", "Constant", "Expression"};
         const std::string name = trimmed(element.attribute("Name").value());
         if (name.empty() || parts.count(element.name()) > 0)
@@ -194,8 +195,8 @@ void addProperty(pugi::xml_node node, const char* name, const std::string& text)
     node.append_child(name).text().set(text.c_str());
 }
 
-/// The name of what says whether all of these conditions hold, or any of them: the only one's own, or a new
-/// node's.
+/// The name of a node that says whether all of these conditions hold, or any of them: the condition itself if
+/// there is one only, else a new node.
 std::string joined(const std::set<std::string>& conditions, bool all, const std::string& name,
                    pugi::xml_node nodes, Description& description)
 {
@@ -215,7 +216,7 @@ std::string joined(const std::set<std::string>& conditions, bool all, const std:
     return unused;
 }
 
-/// What is imposed on any of them, or the stricter of two; empty for nothing.
+/// The access mode that is imposed on these nodes, the stricter one where there are two; empty for none.
 std::string imposedMode(const std::vector<pugi::xml_node>& way)
 {
     std::string imposed;
@@ -227,7 +228,7 @@ std::string imposedMode(const std::vector<pugi::xml_node>& way)
     return imposed;
 }
 
-/// A copy of the way's register by that name, which may be used when all on the way may be.
+/// A copy of the register at the way's end, with that name. It may be used when all nodes on the way may be.
 std::string registerOf(const std::vector<pugi::xml_node>& way, std::string_view name,
                        Description& description)
 {
@@ -267,7 +268,7 @@ struct Edit
     std::string text;
 };
 
-/// Has the node, which the text was read for, get another name; nothing when it is not found there.
+/// Gives the node another name in the text that it was read from. Nothing when its name is not found there.
 std::optional<Edit> renaming(std::string_view text, pugi::xml_node node, const std::string& name)
 {
     constexpr std::string_view Blanks = " \t\r\n";
@@ -299,7 +300,7 @@ std::string edited(std::string_view text, std::vector<Edit> edits)
     return result;
 }
 
-/// Without the NULs, and what is among them, that some cameras have around their files.
+/// The text of the file without the NULs that some cameras have around it, and what stands among these.
 std::string_view withoutPadding(base::ByteView file)
 {
     std::string_view text(reinterpret_cast<const char*>(file.data()), file.size());
@@ -316,7 +317,7 @@ base::ByteView bytesOf(std::string_view text)
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-/// Nothing when the text lacks nothing, or nothing can be done about it.
+/// Nothing when the text lacks no feature, or when those that it lacks cannot be added.
 std::optional<std::string> completedText(std::string_view text, bool hasUserName, unsigned interface)
 {
     Description description(bytesOf(text));
@@ -347,7 +348,7 @@ std::optional<std::string> completedText(std::string_view text, bool hasUserName
         return std::nullopt;
     edits.push_back({closingTag, closingTag, added + '\n'});
     std::string result = edited(text, std::move(edits));
-    // What looked like the closing tag may have stood in a comment.
+    // The tag may have stood in a comment, so the result is read once more.
     const Description after(bytesOf(result));
     const bool areThere = std::all_of(expected.begin(), expected.end(),
                                       [&after](const std::string& name) { return after.node(name); });

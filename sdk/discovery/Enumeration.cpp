@@ -13,19 +13,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// When the broadcasts go out. The first four leave every answer the full second that a camera may hold it
-/// back, and get through a network that loses a tenth of all packets each way; the later ones get past a
-/// burst of losses.
+/// When the broadcasts go out, from the beginning. After each of the first four the window stays open for the
+/// full second that a camera may hold its answer back, and four get through a network that loses a tenth of
+/// all packets each way. The later ones get past a burst of losses.
 constexpr Clock::duration AskTimes[] = {0ms, 50ms, 100ms, 150ms, 400ms, 700ms};
 constexpr auto Window = 1150ms;
 /// A camera that answered at the last moment has this long to say whether it is accessible.
 constexpr auto GraceForAccess = 200ms;
 /// Answers of unknown cameras that are kept, of each sort; a flood of forged ones ends here.
 constexpr std::size_t MaxUnknown = 1024;
-/// At so many addresses one camera is asked whether it is accessible. It may move while it is looked for; who
-/// answers from more is forging.
+/// At so many addresses one camera is asked whether it is accessible: it may move during the search, but
+/// answers from more addresses are forged.
 constexpr int MaxAddresses = 4;
-/// What had arrived when the time was up is still read, but no endless stream.
+/// When the time is up, what has arrived already is still read, but no endless stream.
 constexpr int MaxLateDatagrams = 8192;
 
 class Enumeration

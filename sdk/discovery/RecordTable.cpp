@@ -15,8 +15,8 @@ using namespace std::chrono_literals;
 /// An hour of forged answers must not eat the host's memory: 16384 records take 5 MB. Beyond that, cameras
 /// that are not known yet are left out.
 constexpr std::size_t MaxRecords = 16384;
-/// The last records are for cameras that are expected, have answered a command, or are heard a second time:
-/// forgers that invent ever new ones leave room for a true one.
+/// The last quarter is kept for cameras that are expected, have answered a command, or are heard a second
+/// time, so that whoever forges ever new cameras leaves room for real ones.
 constexpr std::size_t RecordsForAnyone = MaxRecords / 4 * 3;
 
 /// The list is gone through right after it was made. What is older is asked again.

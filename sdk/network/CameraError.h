@@ -14,7 +14,7 @@ class CameraError : public std::runtime_error
 {
 public:
     CameraError(RZ_ERROR code, const std::string& sentence) : std::runtime_error(sentence), m_code(code) {}
-    /// The camera said so.
+    /// The camera refused a command with this status.
     CameraError(gvcp::Status status, const std::string& sentence)
         : std::runtime_error(sentence),
           m_code(status == gvcp::Status::AccessDenied ? RZ_ERROR_ACCESS_DENIED : RZ_ERROR_REFUSED),
@@ -22,7 +22,7 @@ public:
     {}
 
     RZ_ERROR code() const { return m_code; }
-    /// Status::Success when the error is not the camera's.
+    /// The camera's; Status::Success when it said nothing of the kind.
     gvcp::Status status() const { return m_status; }
 
 private:

@@ -24,7 +24,7 @@ namespace {
 /// 256 cameras answer within a few milliseconds, each answer costs the kernel about a kilobyte.
 constexpr int ReceiveBuffer = 4 << 20;
 
-/// Another program of this kind may have the port on another adapter.
+/// The port that the kernel chooses on the first adapter may be in use on another; then all are opened anew.
 constexpr int MaxPortsTried = 16;
 
 template <typename T>
@@ -107,7 +107,8 @@ base::FileDescriptor openPackets(const Adapter& adapter, std::uint16_t localPort
     return socket;
 }
 
-/// A datagram, its peer's address and one thing more that the kernel wants to know of it, or tells.
+/// A datagram as sendmsg and recvmsg take it: with its peer's address, and one thing more that the kernel is
+/// to know of it, or tells.
 template <typename Address, typename Extra>
 struct Message
 {
@@ -204,7 +205,7 @@ std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
     for (bool isLastLook = false;;) {
         for (std::size_t i = 0; i < m_polled.size(); ++i) {
             m_turn = (m_turn + 1) % m_polled.size();
-            // An error is reported once, by reading. One read for each poll: mostly there is no second
+            // Reading also clears an error. Each socket is read once after a poll: mostly there is no second
             // datagram.
             if (std::exchange(m_polled[m_turn].revents, short{0}) == 0)
                 continue;
