@@ -22,8 +22,8 @@ void CameraHandle::open(std::unique_ptr<Network> network)
     const int tries =
         forced.wasJustForced(mac(), network->now()) ? ControlChannel::ManyTries : ControlChannel::Tries;
     auto session = std::make_shared<Session>(std::move(network), address(), mac(), tries);
-    storeWaitingAddress(*session, mac(), forced);
-    auto port = std::make_unique<Port>(session, mac(), forced);
+    storeWaitingAddress(*session, forced);
+    auto port = std::make_unique<Port>(session, forced);
     const std::lock_guard lock(m_mutex);
     m_session = std::move(session);
     m_port = std::move(port);

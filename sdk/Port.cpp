@@ -34,9 +34,8 @@ void access(std::mutex& mutex, const void* buffer, int64_t address, int64_t leng
 
 } // namespace
 
-Port::Port(std::shared_ptr<Session> session, const base::MacAddress& camera, ForcedAddresses& forced)
+Port::Port(std::shared_ptr<Session> session, ForcedAddresses& forced)
     : m_session(std::move(session)),
-      m_camera(camera),
       m_forced(forced),
       m_memory(m_session->channel())
 {}
@@ -101,7 +100,7 @@ void Port::storeForcedAddressIfAsked(std::uint64_t address, base::ByteView data)
                          (data[bitAt - address] & gvcp::IpConfig::Persistent) != 0;
     if (!isAsked)
         return;
-    const auto addresses = m_forced.of(m_camera);
+    const auto addresses = m_forced.of(m_session->mac());
     ControlChannel& channel = m_session->channel();
     if (addresses && (channel.readRegister(configuration) & gvcp::IpConfig::Persistent) == 0)
         storeAddress(channel, m_session->interface(), *addresses);

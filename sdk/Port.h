@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "base/MacAddress.h"
 #include "genapi/GenApi/IPort.h"
 #include "sdk/addressing/LastingAddress.h"
 #include "sdk/camera/CameraMemory.h"
@@ -19,7 +18,7 @@ namespace sdk {
 class Port final : public GenApi::IPort
 {
 public:
-    Port(std::shared_ptr<Session> session, const base::MacAddress& camera, ForcedAddresses& forced);
+    Port(std::shared_ptr<Session> session, ForcedAddresses& forced);
 
     GenApi::EAccessMode GetAccessMode() const override;
     void Read(void* pBuffer, int64_t Address, int64_t Length) override;
@@ -31,7 +30,6 @@ private:
     void storeForcedAddressIfAsked(std::uint64_t address, base::ByteView data);
 
     const std::shared_ptr<Session> m_session;
-    const base::MacAddress m_camera;
     ForcedAddresses& m_forced;
     std::mutex m_mutex; ///< Held during a call: one access is more than one command.
     CameraMemory m_memory;

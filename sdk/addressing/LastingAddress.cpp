@@ -117,8 +117,9 @@ void storeAddress(ControlChannel& channel, unsigned interface, const base::IpSet
     }
 }
 
-void storeWaitingAddress(Session& session, const base::MacAddress& mac, ForcedAddresses& forced)
+void storeWaitingAddress(Session& session, ForcedAddresses& forced)
 {
+    const base::MacAddress& mac = session.mac();
     const auto addresses = forced.of(mac);
     if (!addresses || !forced.isWaiting(mac))
         return;

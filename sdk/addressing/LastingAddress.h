@@ -51,7 +51,7 @@ base::IpSettings storedAddress(ControlChannel& channel, unsigned interface);
 void storeAddress(ControlChannel& channel, unsigned interface, const base::IpSettings& addresses);
 
 /// Stores what waits to be stored on this camera, if anything. Throws CameraError, RZ_ERROR_NOT_STORED.
-void storeWaitingAddress(Session& session, const base::MacAddress& mac, ForcedAddresses& forced);
+void storeWaitingAddress(Session& session, ForcedAddresses& forced);
 
 /// To be called after a successful FORCEIP whose addresses are kept in `forced`. The camera is asked how it
 /// starts:

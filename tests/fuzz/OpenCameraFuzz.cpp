@@ -74,8 +74,8 @@ public:
             const auto session =
                 std::make_shared<sdk::Session>(m_camera.connect(), FakeCamera::Ip, FakeCamera::Mac, 3, start);
             require(session->isOpen() && session->interface() < gvcp::MaxInterfaces);
-            sdk::storeWaitingAddress(*session, FakeCamera::Mac, m_forced);
-            sdk::Port port(session, FakeCamera::Mac, m_forced);
+            sdk::storeWaitingAddress(*session, m_forced);
+            sdk::Port port(session, m_forced);
             while (!m_input.isAtEnd())
                 use(*session, port);
         } catch (const sdk::CameraError& error) {

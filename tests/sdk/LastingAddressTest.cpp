@@ -172,7 +172,7 @@ protected:
     {
         Session session(camera.connect(), FakeCamera::Ip, Mac);
         try {
-            storeWaitingAddress(session, Mac, forced);
+            storeWaitingAddress(session, forced);
         } catch (const CameraError& error) {
             EXPECT_EQ(error.code(), RZ_ERROR_NOT_STORED);
             return error.what();

@@ -31,7 +31,7 @@ protected:
         camera.storeAddress({"10.0.0.9"_ip, "255.0.0.0"_ip, {}});
         camera.setBytes(reg::UserDefinedName.address, std::string(16, '\0'));
         session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
-        port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
+        port = std::make_unique<Port>(session, forced);
     }
 
     void write(std::int64_t address, const std::string& bytes)
@@ -202,7 +202,7 @@ TEST_F(PortTest, StoresTheForcedAddressOfTheNetworkInterfaceThatItTalksTo)
     camera.words[0x068C] = Dhcp | LinkLocal;
     camera.storeAddress({}, 0x06CC);
     session = std::make_shared<Session>(camera.connect(), FakeCamera::Ip, FakeCamera::Mac);
-    port = std::make_unique<Port>(session, FakeCamera::Mac, forced);
+    port = std::make_unique<Port>(session, forced);
     const base::IpSettings wanted{"192.168.1.20"_ip, "255.255.255.0"_ip, "192.168.1.254"_ip};
     forced.keep(FakeCamera::Mac, wanted, {});
 
