@@ -74,6 +74,12 @@ public:
     }
 
 private:
+    struct Look
+    {
+        std::uint16_t id;
+        Clock::time_point time;
+    };
+
     void sendForce(base::ByteView packet);
     void look();
     std::optional<RZ_ERROR> take(const Datagram& datagram);
@@ -88,11 +94,6 @@ private:
     int m_forces = 0;
     Clock::time_point m_lastForce{};
     bool m_couldSend = false; ///< At least once.
-    struct Look
-    {
-        std::uint16_t id;
-        Clock::time_point time;
-    };
     std::vector<Look> m_looks;
     AccessCheck m_access{m_network, m_ids};
     std::optional<base::Ipv4> m_settledAt; ///< Where the camera is, once it will not obey any more.

@@ -56,7 +56,7 @@ public:
     /// Neither answered nor given up.
     bool isPending() const { return !m_answer && !m_isGivenUp; }
     const std::optional<Answer>& answer() const { return m_answer; }
-    /// The camera has answered, or has at least said that it is busy.
+    /// The camera has answered, or has at least refused for the time being.
     bool isHeard() const { return m_isHeard; }
     /// The answer came to a try that was not the first with that id.
     bool wasSilentAtFirst() const { return m_triesWithId > 1; }
