@@ -97,7 +97,7 @@ void removeStaleSocket(const std::string& path, const sockaddr_un& address)
         throw std::runtime_error("cannot listen on " + path +
                                  ": it is there and is not a socket; name another file, or remove it");
     const base::FileDescriptor probe = makeSocket(Blocking::No);
-    // A queue that is full is somebody's too.
+    // Where the queue of those who wait is full, somebody listens too.
     if (connectTo(address, probe) || errno == EAGAIN)
         throw std::runtime_error("another farm is listening on " + path);
     if (errno == EPROTOTYPE)

@@ -15,7 +15,7 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-constexpr std::uint8_t ExtraByte = 0xEE; // See CameraConfig::acknowledgeExtra.
+constexpr std::uint8_t ExtraByte = 0xEE; // CameraConfig::acknowledgeExtra counts these.
 
 } // namespace
 

@@ -21,7 +21,7 @@ public:
     struct Answer
     {
         base::Bytes packet;
-        base::IpSettings from; ///< What it is sent with: FORCEIP changes it under way.
+        base::IpSettings from; ///< What it is sent with, though FORCEIP has changed them since.
         bool onlyByBroadcast = false;
         bool broadcastAllowed = false; ///< The command's flag for it, where it has one.
     };

@@ -15,7 +15,7 @@ class ControlChannel
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// An application is known by both.
+    /// Known by both: two on one host have different ports.
     struct Application
     {
         base::Ipv4 address;

@@ -71,7 +71,7 @@ constexpr std::uint32_t bitsOf(CameraConfig::IpMethod method)
     return gvcp::IpConfig::LinkLocal;
 }
 
-/// The interfaces that are on no network have an address of their own, each one another.
+/// Each interface that is on no network has a stored address of its own, 10.9.N.1.
 StoredSettings factorySettings(const CameraConfig& config)
 {
     StoredSettings settings;
@@ -133,7 +133,7 @@ void RegisterMap::layOut(const CameraConfig& config)
     m_memory.add(reg::CurrentIpConfig, 4, Access::ReadWrite);
     m_memory.add(reg::UserDefinedName.address, reg::UserDefinedName.size,
                  isNameWritable ? Access::ReadWrite : Access::ReadOnly);
-    m_memory.add(reg::Version, EndOfDiscoveryBlock, Access::ReadOnly); // All that is left of these.
+    m_memory.add(reg::Version, EndOfDiscoveryBlock, Access::ReadOnly); // The others of the first 248 bytes.
     for (const TextRegister& url : {reg::FirstDescriptionUrl, reg::SecondDescriptionUrl})
         m_memory.add(url.address, url.size, Access::ReadOnly);
     for (unsigned number = 0; number < m_interfaceCount; ++number)

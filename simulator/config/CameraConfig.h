@@ -27,7 +27,7 @@ struct CameraConfig
         Dhcp,
         LinkLocal
     };
-    /// How it answers an asker outside its subnet, or (Broadcast) anyone.
+    /// How its answers go to an asker outside its subnet; by broadcast they go to anyone.
     enum class AnswerBy
     {
         Unicast,
@@ -48,14 +48,14 @@ struct CameraConfig
         None
     };
 
-    /// An application elsewhere that controls the camera; unless told, one at an address that is nobody's.
+    /// An application elsewhere that controls the camera, by default at an address that no machine has.
     struct Holder
     {
         base::Ipv4 address = "192.0.2.1"_ip;
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
     };
 
-    /// A register that the standard knows nothing of, of 4 bytes. What it holds outlives a reset.
+    /// A register of 4 bytes that the standard does not know. What it holds outlives a reset.
     struct MakersRegister
     {
         enum class Access
@@ -65,14 +65,14 @@ struct CameraConfig
             WriteOnly ///< An application that reads it gets AccessDenied.
         };
         std::uint32_t address = 0;
-        std::uint32_t value = 0; ///< At first.
+        std::uint32_t value = 0; ///< As the factory left it.
         Access access = Access::ReadWrite;
     };
 
     /// What the camera tells of its features, in its memory at DescriptionAddress.
     struct Description
     {
-        std::shared_ptr<const base::Bytes> file; ///< Null for a camera without one; of whole registers.
+        std::shared_ptr<const base::Bytes> file; ///< A multiple of 4 bytes; null for none.
         std::string url;
         std::string secondUrl;
     };
@@ -80,9 +80,11 @@ struct CameraConfig
     static constexpr std::uint32_t DescriptionAddress = 0xC0A00000;
     static constexpr std::size_t MaxDescriptionSize = 16 << 20;
 
+    // What it is.
     base::MacAddress mac;
-    unsigned interface = 0;                      ///< Which of its network interfaces is on this network.
-    std::vector<base::MacAddress> interfaceMacs; ///< By their numbers; empty for a camera with one only.
+    unsigned interface = 0; ///< Which of its network interfaces is on this network.
+    /// Of all its interfaces, in their order; empty for a camera that has only one.
+    std::vector<base::MacAddress> interfaceMacs;
     std::string manufacturer = "Farm Cameras";
     std::string model = "FC-1200M";
     std::string version = "1.0.0";
@@ -90,37 +92,47 @@ struct CameraConfig
     std::string serial;
     std::string userName; ///< Bytes, in whatever encoding.
     UserNameAccess userNameAccess = UserNameAccess::ReadWrite;
-    /// At the start, and taken for what a DHCP server would lease it later, unless it is a link-local one.
-    /// Without an address the camera boots when the farm starts, and asks on the network.
+    Description description;
+
+    // How it comes by its address.
+    /// The one that it has at the start. A camera by DHCP has it again after each reset, as if a server
+    /// leased it the same one every time, unless it is a link-local one. A camera without one boots when the
+    /// farm starts, and asks on the network.
     base::IpSettings ip;
     IpMethod ipMethod = IpMethod::Dhcp;
     base::IpSettings persistent;
     bool hasPersistentIp = true;
-    Description description;
-    std::uint32_t resetRegister = 0x00010000; ///< A write of any bit of the mask reboots the camera.
-    std::uint32_t resetMask = 0xFFFFFFFF;     ///< Bits that fall back to 0 then; the others stay.
-    std::vector<MakersRegister> registers;    ///< The reset register too, where it is not RW and 0 at first.
-    std::chrono::milliseconds rebootTime{1000};
     std::chrono::milliseconds dhcpTimeout{4000};
     std::chrono::milliseconds probeInterval{100}; ///< Between the probes of a link-local address.
+    std::chrono::milliseconds arpLifetime{60000}; ///< How long it remembers another's MAC.
+
+    // Its registers, and who may use them.
+    std::uint32_t resetRegister = 0x00010000; ///< A write of any bit of the mask reboots the camera.
+    std::uint32_t resetMask = 0xFFFFFFFF; ///< These bits are 0 again when it has rebooted; the others stay.
+    /// The reset register is one of them only where it is not the usual one: RW, and 0 at first.
+    std::vector<MakersRegister> registers;
+    std::chrono::milliseconds rebootTime{1000};
     std::chrono::milliseconds heartbeatTimeout{3000};
-    std::chrono::milliseconds answerDelay{0};     ///< Before a DISCOVERY answer.
-    std::chrono::milliseconds arpLifetime{60000}; ///< For which it remembers another's MAC.
-    std::chrono::milliseconds forceIpOffTime{0};  ///< Which a FORCEIP takes it off the network.
-    bool rebootsWithoutAcknowledge = false;
+    std::optional<Holder> heldBy;
     bool writesMemory = true;
     bool hasPendingAck = true;
-    bool pendingAckOn = false; ///< Before any application has switched it on.
-    bool readMemoryOmitsAddress = false;
+    bool pendingAckOn = false; ///< From the start, before any application switches it on.
+
+    // How it answers.
     AnswerBy answerBy = AnswerBy::Unicast;
     ForceIpAcknowledge forceIpAcknowledge = ForceIpAcknowledge::FromOldAddress;
-    std::optional<Holder> heldBy;
-    std::vector<Fault> faults;
-    double loss = 0; ///< Probability of each frame to it or from it.
-    std::vector<NoiseKind> noise;
-    unsigned forgedAnswers =
-        0; ///< More answers to each DISCOVERY, each in the name of another, invented camera.
+    std::chrono::milliseconds forceIpOffTime{0}; ///< How long a FORCEIP takes it off the network.
+    std::chrono::milliseconds answerDelay{0};    ///< Before a DISCOVERY answer.
+    bool rebootsWithoutAcknowledge = false;
+    bool readMemoryOmitsAddress = false;
     unsigned acknowledgeExtra = 0; ///< Bytes at the end of each acknowledge but DISCOVERY's.
+
+    // What goes wrong.
+    std::vector<Fault> faults;
+    double loss = 0; ///< Probability that a frame to it, or from it, is lost.
+    std::vector<NoiseKind> noise;
+    /// How many more answers each DISCOVERY gets, each in the name of another, invented camera.
+    unsigned forgedAnswers = 0;
 
     unsigned interfaceCount() const
     {

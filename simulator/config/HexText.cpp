@@ -61,7 +61,7 @@ std::optional<std::string> parseHexPairs(std::string_view text)
             return std::nullopt;
         bytes += static_cast<char>(*byte);
     }
-    // A blank at the end has nothing behind it.
+    // A blank stands between two bytes, never at the end.
     if (bytes.empty() || text.back() == ' ')
         return std::nullopt;
     return bytes;

@@ -23,7 +23,7 @@ public:
     /// Throws ConfigError when the value is no object. The value must outlive this.
     JsonObject(const nlohmann::json& value, std::string name);
 
-    /// Put in front of what is wrong from now on.
+    /// What errors call the object from now on.
     void setName(std::string name) { m_name = std::move(name); }
 
     const nlohmann::json* any(const char* member);
@@ -49,7 +49,7 @@ public:
     std::optional<T> choice(const char* member, Choices<T> allowed)
     {
         const nlohmann::json* const value = any(member);
-        // The type is said: T may be an optional itself.
+        // With the type spelt out, because T may itself be an optional.
         return value ? std::optional<T>(chosen(member, *value, allowed)) : std::optional<T>();
     }
 

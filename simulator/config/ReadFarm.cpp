@@ -13,7 +13,7 @@ FarmConfig readFarm(std::string_view json, const std::filesystem::path& director
     nlohmann::json root;
     try {
         root = nlohmann::json::parse(json);
-    } catch (const nlohmann::json::exception& error) { // A number may be beyond all that can be read, too.
+    } catch (const nlohmann::json::exception& error) { // Also for a number too large to be read.
         throw ConfigError(std::string("not valid JSON: ") + error.what());
     }
 

@@ -58,9 +58,10 @@ std::vector<Bytes> truncated(ByteView acknowledge, std::mt19937& random)
     std::vector<Bytes> packets{{}, copyOf(acknowledge.first(gvcp::HeaderSize))};
     for (int i = 0; i < 4; ++i)
         packets.push_back(copyOf(acknowledge.first(random() % acknowledge.size())));
-    // Cut, with a header that knows it: the address fields are still missing.
-    Bytes consistent = copyOf(acknowledge.first(gvcp::HeaderSize + 40));
-    base::writeU16(consistent, LengthAt, 40);
+    // Cut behind the address, with a header that says so: mask and gateway are missing.
+    constexpr std::uint16_t Length = reg::CurrentIp + 4;
+    Bytes consistent = copyOf(acknowledge.first(gvcp::HeaderSize + Length));
+    base::writeU16(consistent, LengthAt, Length);
     packets.push_back(consistent);
     return packets;
 }
@@ -100,7 +101,8 @@ std::vector<Bytes> wrongIds(ByteView acknowledge)
 {
     const std::uint16_t id = base::readU16(acknowledge, IdAt);
     Bytes packet = copyOf(acknowledge);
-    // The same camera by its MAC, with everything else different: taken for an answer it would show.
+    // The same camera by its MAC, under another address and other names: whoever takes it for an answer shows
+    // them.
     base::writeIpv4(packet, AddressAt, "198.51.100.1"_ip);
     setText(packet, reg::ModelName, "Wrong request id");
     setText(packet, reg::UserDefinedName, "wrong id");

@@ -25,7 +25,7 @@ enum class Request
     Ping
 };
 
-/// In the enumerators' order; also the spelling in configuration files and commands.
+/// What configuration files and commands call them, in the enumerators' order.
 inline constexpr std::array<std::string_view, 8> RequestNames{"DISCOVERY", "FORCEIP",  "READREG", "WRITEREG",
                                                               "READMEM",   "WRITEMEM", "ARP",     "PING"};
 
@@ -63,13 +63,13 @@ enum class FaultAction
     Vanish        ///< It is ignored, and the camera has lost its cable.
 };
 
-/// In the enumerators' order; also the spelling in configuration files and commands.
+/// What configuration files and commands call them, in the enumerators' order.
 inline constexpr std::array<std::string_view, 9> FaultActionNames{
     "drop", "mute", "delay", "pending", "busy", "badAlignment", "twice", "seize", "vanish"};
 
 /// In place of a request's name: every command of the control protocol.
 inline constexpr std::string_view AnyRequest = "ANY";
-/// What PENDING_ACK can say.
+/// The longest time that a PENDING_ACK can announce.
 inline constexpr std::chrono::milliseconds MaxFaultTime{65535};
 
 /// Which requests go wrong, and how.
@@ -78,8 +78,8 @@ struct Fault
     std::optional<Request> request; ///< Nothing stands for every command of the control protocol.
     FaultAction action = FaultAction::Drop;
     std::optional<unsigned> times;     ///< Until further notice without a number; Vanish once.
-    unsigned after = 0;                ///< So many such requests pass first,
-    unsigned every = 1;                ///< and then each that is a multiple of this is hit.
+    unsigned after = 0;                ///< So many of the requests that it concerns pass unharmed;
+    unsigned every = 1;                ///< of those that follow 1 hits all, 2 every second.
     std::chrono::milliseconds time{0}; ///< For Delay and Pending.
 
     bool concerns(Request other) const

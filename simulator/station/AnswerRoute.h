@@ -39,7 +39,7 @@ public:
     void stop() { m_arp.stop(); }
 
 private:
-    /// Whose MAC is to be asked for first; nothing where the one that the command came from will do.
+    /// Whose MAC is to be asked for first; nothing where the one will do that the command came from.
     std::optional<base::Ipv4> nextHopTo(base::Ipv4 asker, const base::IpSettings& from) const;
     void deliverByArp(base::Ipv4 nextHop, const Camera::Answer& answer, const Recipient& to,
                       const Done& done);

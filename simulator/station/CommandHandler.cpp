@@ -19,13 +19,14 @@ AnswerRoute::Recipient askerOf(const UdpDatagram& datagram)
     return {datagram.sourceMac, datagram.source, datagram.sourcePort};
 }
 
-/// Of the same asker, with the same request id.
+/// The same bytes, the request id among them, from the same asker.
 bool isSameCommand(const UdpDatagram& a, const UdpDatagram& b)
 {
     return a.source == b.source && a.sourcePort == b.sourcePort && a.payload == b.payload;
 }
 
-/// A refused DISCOVERY is acknowledged too, with nothing in it that could be falsified.
+/// Whether it is the answer to a DISCOVERY. One that was refused is acknowledged too, with nothing in it that
+/// could be falsified.
 bool namesACamera(base::ByteView packet)
 {
     const auto acknowledge = gvcp::parseAcknowledge(packet);

@@ -21,7 +21,7 @@ public:
     CommandHandler(Camera& camera, AnswerRoute& route, TimerQueue& timers, std::mt19937& random,
                    FollowUp followUp);
 
-    /// A command that concerns the camera.
+    /// A command that concerns the camera, and the fault that it meets.
     void take(const UdpDatagram& datagram, const gvcp::CommandPacket& command,
               const std::optional<Fault>& fault);
     /// Forgets all that was put off, answers too.

@@ -19,7 +19,7 @@ public:
     Station& operator=(const Station&) = delete;
 
     const base::MacAddress& mac() const { return m_camera.config().mac; }
-    /// As it is now.
+    /// With control that has expired by now taken away.
     const Camera& camera();
     BootSequence::Phase phase() const { return m_boot.phase(); }
     bool isPlugged() const { return m_isPlugged; }

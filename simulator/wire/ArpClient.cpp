@@ -36,7 +36,7 @@ void ArpClient::resolve(base::Ipv4 own, base::Ipv4 wanted, Done done,
 void ArpClient::heard(base::Ipv4 own, const ArpMessage& message)
 {
     const base::Ipv4 sender = message.sender;
-    // Whoever has this interface's own address too is nobody to answer.
+    // Another interface with this one's own address: what is sent there would not leave this one.
     if (sender == own)
         return;
     if (message.target != own && !known(sender) && !m_queries.contains(sender))

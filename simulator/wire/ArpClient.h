@@ -33,11 +33,11 @@ public:
     /// `own` is the asking interface's address.
     void resolve(base::Ipv4 own, base::Ipv4 wanted, Done done,
                  std::optional<std::chrono::milliseconds> patience = {});
-    /// What the interface with the address `own` learns from others' messages is what RFC 826 says.
+    /// A message that the interface with the address `own` hears. It learns from that what RFC 826 says.
     void heard(base::Ipv4 own, const ArpMessage& message);
-    /// Knows nobody any more; who waits goes on waiting.
+    /// Forgets all addresses; who waits for one goes on waiting.
     void forget() { m_known.clear(); }
-    /// Likewise, and asks no more: who waits is not called.
+    /// Likewise, and asks for none any more; who waits is never called.
     void stop();
 
 private:
@@ -53,7 +53,7 @@ private:
         Done done;
     };
 
-    /// At least one waits.
+    /// An address that is being asked for; somebody waits for it.
     struct Query
     {
         explicit Query(TimerQueue& timers) : timeouts(timers) {}

@@ -128,7 +128,7 @@ void DhcpClient::sendMessage()
 
 void DhcpClient::receive(const UdpDatagram& datagram)
 {
-    // Looked at first: with many cameras most of a server's broadcasts are for others.
+    // This is looked at first because, with many cameras, most of a server's broadcasts are for others.
     if (m_state == State::Idle || datagram.payload.size() < FixedPart ||
         base::readU32(datagram.payload, TransactionAt) != m_transaction)
         return;

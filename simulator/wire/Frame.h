@@ -28,7 +28,7 @@ struct UdpDatagram
 
 struct ArpMessage
 {
-    base::MacAddress sourceMac; ///< The sender's in the message too.
+    base::MacAddress sourceMac; ///< Of the Ethernet header and of the message's sender.
     base::MacAddress destinationMac;
     bool isRequest = true;
     base::Ipv4 sender;

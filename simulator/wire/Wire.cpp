@@ -45,7 +45,7 @@ public:
         const int on = 1;
         if (::setsockopt(pcap_fileno(handle()), SOL_PACKET, PACKET_IGNORE_OUTGOING, &on, sizeof on) != 0)
             throw std::system_error(errno, std::generic_category(), "PACKET_IGNORE_OUTGOING");
-        // Looks once at what is there; the default waits for a frame.
+        // Looks once at what is there; the library's own way is to wait for a frame.
         sniffer.set_pcap_sniffing_method(&Capture::dispatch);
     }
 
