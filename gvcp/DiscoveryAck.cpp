@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "gvcp/DiscoveryAck.h"
 
-#include "gvcp/Registers.h"
-
 #include <algorithm>
 
 namespace gvcp {
 
 namespace {
 
-constexpr std::size_t FullSize = reg::UserDefinedName.address + reg::UserDefinedName.size;
 constexpr std::size_t EndOfAddressFields = reg::CurrentGateway + 4;
 constexpr std::size_t MacAt = reg::MacHigh + 2;
 
@@ -53,7 +50,7 @@ std::optional<DiscoveryAck> parseDiscoveryAck(base::ByteView payload)
 
 base::Bytes encodeDiscoveryAck(const DiscoveryAck& ack)
 {
-    base::Bytes payload(FullSize);
+    base::Bytes payload(DiscoveryAckSize);
     base::writeU16(payload, reg::Version, ack.versionMajor);
     base::writeU16(payload, reg::Version + 2, ack.versionMinor);
     base::writeMac(payload, MacAt, ack.mac);

@@ -3,13 +3,17 @@
 
 #include "base/Bytes.h"
 #include "base/IpSettings.h"
+#include "gvcp/Registers.h"
 
 #include <optional>
 #include <string>
 
 namespace gvcp {
 
-/// What a camera says of itself in answer to DISCOVERY: the first 248 bytes of its register map.
+/// How much of a camera's register map, from its beginning on, answers DISCOVERY: 248 bytes.
+inline constexpr std::size_t DiscoveryAckSize = reg::UserDefinedName.address + reg::UserDefinedName.size;
+
+/// What a camera says of itself in there.
 struct DiscoveryAck
 {
     std::uint16_t versionMajor = 0;

@@ -15,7 +15,6 @@ namespace reg = gvcp::reg;
 
 namespace {
 
-constexpr std::uint32_t EndOfDiscoveryBlock = reg::UserDefinedName.address + reg::UserDefinedName.size;
 constexpr std::uint32_t BigEndianUtf8 = 0x80000001; // of the device mode register
 constexpr std::uint32_t AllIpMethods =
     gvcp::IpConfig::Persistent | gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
@@ -133,7 +132,8 @@ void RegisterMap::layOut(const CameraConfig& config)
     m_memory.add(reg::CurrentIpConfig, 4, Access::ReadWrite);
     m_memory.add(reg::UserDefinedName.address, reg::UserDefinedName.size,
                  isNameWritable ? Access::ReadWrite : Access::ReadOnly);
-    m_memory.add(reg::Version, EndOfDiscoveryBlock, Access::ReadOnly); // The others of the first 248 bytes.
+    m_memory.add(reg::Version, gvcp::DiscoveryAckSize,
+                 Access::ReadOnly); // The others of the first 248 bytes.
     for (const TextRegister& url : {reg::FirstDescriptionUrl, reg::SecondDescriptionUrl})
         m_memory.add(url.address, url.size, Access::ReadOnly);
     for (unsigned number = 0; number < m_interfaceCount; ++number)
@@ -284,7 +284,7 @@ bool RegisterMap::takeResetRequest()
 
 base::Bytes RegisterMap::discoveryBlock() const
 {
-    base::Bytes block(EndOfDiscoveryBlock);
+    base::Bytes block(gvcp::DiscoveryAckSize);
     m_memory.read(reg::Version, block);
     for (const std::uint32_t each : OfEachInterface)
         base::writeU32(block, each, word(reg::ofInterface(m_interface, each)));
