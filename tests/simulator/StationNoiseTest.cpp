@@ -102,6 +102,8 @@ TEST_F(StationNoise, ForgesTheSameManyCamerasEachTimeAndStaysAliveMeanwhile)
         for (const UdpDatagram& each : datagrams) {
             EXPECT_EQ(each.payload.size(), 256u);
             EXPECT_EQ(Bytes(each.payload.begin(), each.payload.begin() + 8), hex("0000 0003 00F8 1234"));
+            EXPECT_EQ(Bytes(each.payload.begin() + 44, each.payload.begin() + 47), hex("C0A801"))
+                << "in the genuine camera's subnet";
             macs.insert(Bytes(each.payload.begin() + 18, each.payload.begin() + 24));
         }
         EXPECT_EQ(macs.size(), 1001u);
