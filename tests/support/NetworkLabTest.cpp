@@ -2,6 +2,7 @@
 #include "tests/support/NetworkLab.h"
 
 #include "tests/support/ChildLauncher.h"
+#include "tests/support/WaitUntil.h"
 
 #include <arpa/inet.h>
 #include <cerrno>
@@ -123,12 +124,18 @@ TEST(NetworkLab, AProcessOutlivesTheThreadThatStartedIt)
 {
     const Namespace space;
     std::optional<Process> process;
-    std::thread([&] { process.emplace(space.start({"sleep", "1000"})); }).join();
-    EXPECT_TRUE(exists(process->id()));
-    const int handle = lab::openProcess(process->id());
-    pollfd ended{handle, POLLIN, 0};
-    EXPECT_EQ(::poll(&ended, 1, 200), 0) << "it ended with the thread";
-    ::close(handle);
+    pid_t thread = 0;
+    std::thread([&] {
+        thread = ::gettid();
+        process.emplace(space.start(
+            {"sh", "-c", "trap 'echo here' USR1; echo ready; while :; do sleep 1000 & wait; done"}));
+        EXPECT_EQ(process->readLine(), "ready");
+    }).join();
+    // Who is to end with a thread has been told so when the thread is listed no more.
+    const auto listed = "/proc/self/task/" + std::to_string(thread);
+    ASSERT_TRUE(waitUntil([&] { return !std::filesystem::exists(listed); }));
+    ::kill(process->id(), SIGUSR1);
+    EXPECT_EQ(process->readLine(), "here") << "it ended with the thread";
 }
 
 TEST(NetworkLab, ANewNamespaceHasOnlyItsLoopbackAndNoReversePathFilter)
