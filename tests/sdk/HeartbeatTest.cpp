@@ -32,32 +32,33 @@ TEST(Heartbeat, IsWellInsideTheCamerasTimeOut)
 
 TEST(Heartbeat, BeatsTimeAndAgainUntilItGoes)
 {
-    std::atomic<int> beats = 0;
+    int beats = 0;
     std::promise<void> thirdBeat;
+    std::promise<void> threadEnd;
+    const auto ended = threadEnd.get_future();
     {
         const Heartbeat heartbeat(1ms, [&] {
-            if (++beats == 3)
+            if (++beats == 3) {
                 thirdBeat.set_value();
+                threadEnd.set_value_at_thread_exit();
+            }
             return true;
         });
         ASSERT_EQ(thirdBeat.get_future().wait_for(LongEnough), std::future_status::ready);
     }
-    const int atItsEnd = beats;
-    std::this_thread::sleep_for(20ms);
-    EXPECT_EQ(beats, atItsEnd);
+    EXPECT_EQ(ended.wait_for(0s), std::future_status::ready) << "there is still a thread that could beat";
 }
 
 TEST(Heartbeat, StopsWhenABeatSaysSo)
 {
     std::atomic<int> beats = 0;
-    std::promise<void> firstBeat;
+    std::promise<void> threadEnd;
     const Heartbeat heartbeat(1ms, [&] {
         if (++beats == 1)
-            firstBeat.set_value();
+            threadEnd.set_value_at_thread_exit();
         return false;
     });
-    ASSERT_EQ(firstBeat.get_future().wait_for(LongEnough), std::future_status::ready);
-    std::this_thread::sleep_for(20ms);
+    EXPECT_EQ(threadEnd.get_future().wait_for(LongEnough), std::future_status::ready);
     EXPECT_EQ(beats, 1);
 }
 
