@@ -3,18 +3,17 @@
 #include "tests/network/Sdk.h"
 #include "tests/simulator/Shown.h"
 #include "tests/support/CameraDescriptions.h"
+#include "tests/support/WaitUntil.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
-#include <thread>
 
 namespace {
 
@@ -42,12 +41,8 @@ public:
     {
         const std::string mark = "end of what is captured";
         m_site.host().execute({"bash", "-c", "echo " + mark + " >/dev/udp/" + target + "/9"});
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (content().find(mark) == std::string::npos) {
-            if (std::chrono::steady_clock::now() > deadline)
-                throw std::runtime_error("the capture does not get to its end");
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
+        if (!waitUntil([&] { return content().find(mark) != std::string::npos; }))
+            throw std::runtime_error("the capture does not get to its end");
         kill(m_process.id(), SIGINT);
         m_process.wait();
     }
