@@ -3,11 +3,9 @@
 #include "tests/save/FarmSaves.h"
 #include "tests/simulator/GvcpClient.h"
 #include "tests/simulator/Hex.h"
+#include "tests/simulator/SilentApplication.h"
 
 #include <gmock/gmock.h>
-
-#include <chrono>
-#include <thread>
 
 using base::operator""_ip;
 using simulator_tests::GvcpClient;
@@ -84,15 +82,15 @@ TEST_F(ContestedCameras, ACrashedApplicationsCameraCanBeSavedWhenItsHeartbeatHas
 
 TEST_F(ContestedCameras, AMessageThatStaysOpenLongerThanTheHeartbeatLosesNeitherCameraNorReset)
 {
-    build();
+    build(ByDhcp, 2);
     saves[0].wantStatic(newAddress(0));
     std::string controller;
     saves[0].atMessage = [&] {
-        // Time is the matter here: the camera drops whoever is silent for three seconds.
-        std::this_thread::sleep_for(std::chrono::seconds(7));
+        simulator_tests::waitForTimeouts(2, site.host(), *farm, macOf(1));
         controller = shown(*farm, macOf(0)).at("controller");
     };
-    saveAll();
+    saves[0].start();
+    ASSERT_TRUE(saves[0].awaitEnd());
     EXPECT_EQ(controller, "192.168.0.5") << "the host";
     EXPECT_EQ(camera(0).at("resets"), 1);
     EXPECT_EQ(camera(0).at("address"), newAddress(0));

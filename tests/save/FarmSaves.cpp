@@ -2,11 +2,10 @@
 #include "tests/save/FarmSaves.h"
 
 #include "tests/network/Sdk.h"
+#include "tests/support/WaitUntil.h"
 
 #include <algorithm>
-#include <chrono>
 #include <filesystem>
-#include <thread>
 
 namespace {
 
@@ -85,12 +84,7 @@ int FarmSaves::commands(int number) const
 
 bool FarmSaves::becomesFree(int number) const
 {
-    for (int tries = 0; tries < 200; ++tries) {
-        if (!simulator_tests::shown(*farm, macOf(number)).at("held"))
-            return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
+    return waitUntil([&] { return !simulator_tests::shown(*farm, macOf(number)).at("held").get<bool>(); });
 }
 
 void FarmSaves::saveAll()
@@ -108,7 +102,6 @@ FarmSaves::Resources FarmSaves::resources()
 
 FarmSaves::Resources FarmSaves::whenDownTo(const Resources& wanted)
 {
-    for (int tries = 0; tries < 200 && resources() != wanted; ++tries)
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    waitUntil([&] { return resources() == wanted; });
     return resources();
 }
