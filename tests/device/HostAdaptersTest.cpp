@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "base/Ipv4.h"
 #include "device/HearingAdapter.h"
 #include "device/QDevice.h"
 #include "sdk/RzCameraSdk.h"
@@ -14,6 +15,7 @@
 #include <unistd.h>
 #include <utility>
 
+using base::operator""_ip;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;
@@ -45,11 +47,11 @@ protected:
     static void run(const char* command) { ASSERT_EQ(std::system(command), 0) << command; }
 
     /// Each adapter as address and mask.
-    static std::vector<std::pair<quint32, quint32>> adapters(const QDevice& device)
+    static std::vector<std::pair<base::Ipv4, base::Ipv4>> adapters(const QDevice& device)
     {
-        std::vector<std::pair<quint32, quint32>> result;
+        std::vector<std::pair<base::Ipv4, base::Ipv4>> result;
         for (const _NETWORK_INFO& adapter : device.m_vecHostAdapter)
-            result.emplace_back(adapter.nIpAddress, adapter.nSubnetMask);
+            result.emplace_back(base::Ipv4(adapter.nIpAddress), base::Ipv4(adapter.nSubnetMask));
         return result;
     }
 
@@ -71,9 +73,9 @@ TEST_F(HostAdaptersTest, EveryIpv4AddressWithABroadcastAddressIsOne)
     run("ip address add 10.0.0.1/8 broadcast + dev left");
     run("ip address add 172.16.0.1/30 broadcast + dev right");
     run("ip address add fd00::1/64 dev right");
-    EXPECT_THAT(adapters(QDevice()),
-                UnorderedElementsAre(Pair(0xC0A80105, 0xFFFF0000), Pair(0x0A000001, 0xFF000000),
-                                     Pair(0xAC100001, 0xFFFFFFFC)));
+    EXPECT_THAT(adapters(QDevice()), UnorderedElementsAre(Pair("192.168.1.5"_ip, "255.255.0.0"_ip),
+                                                          Pair("10.0.0.1"_ip, "255.0.0.0"_ip),
+                                                          Pair("172.16.0.1"_ip, "255.255.255.252"_ip)));
 }
 
 TEST_F(HostAdaptersTest, TheyStandInTheHostsOrder)
@@ -81,14 +83,15 @@ TEST_F(HostAdaptersTest, TheyStandInTheHostsOrder)
     run("ip link add left type veth peer name right && ip link set left up");
     for (const char* address : {"192.168.1.5/24", "10.0.0.1/8", "172.16.0.1/30"})
         run(("ip address add " + std::string(address) + " broadcast + dev left").c_str());
-    EXPECT_THAT(adapters(QDevice()), ElementsAre(Pair(0xC0A80105, 0xFFFFFF00), Pair(0x0A000001, 0xFF000000),
-                                                 Pair(0xAC100001, 0xFFFFFFFC)));
+    EXPECT_THAT(adapters(QDevice()),
+                ElementsAre(Pair("192.168.1.5"_ip, "255.255.255.0"_ip), Pair("10.0.0.1"_ip, "255.0.0.0"_ip),
+                            Pair("172.16.0.1"_ip, "255.255.255.252"_ip)));
 }
 
 TEST_F(HostAdaptersTest, AnAdapterThatIsDownCountsToo)
 {
     run("ip link add left type veth peer name right && ip address add 192.168.1.5/24 broadcast + dev left");
-    EXPECT_THAT(adapters(QDevice()), UnorderedElementsAre(Pair(0xC0A80105, 0xFFFFFF00)));
+    EXPECT_THAT(adapters(QDevice()), UnorderedElementsAre(Pair("192.168.1.5"_ip, "255.255.255.0"_ip)));
 }
 
 TEST_F(HostAdaptersTest, LoopbackAddressesAreLeftOutOnAnyInterfaceAndOthersCountOnLoopbackToo)
@@ -96,7 +99,7 @@ TEST_F(HostAdaptersTest, LoopbackAddressesAreLeftOutOnAnyInterfaceAndOthersCount
     run("ip link add left type veth peer name right && ip link set left up");
     run("ip address add 127.0.5.5/24 broadcast 127.0.5.255 dev left");
     run("ip address add 192.168.9.1/24 broadcast 192.168.9.255 dev lo");
-    EXPECT_THAT(adapters(QDevice()), UnorderedElementsAre(Pair(0xC0A80901, 0xFFFFFF00)));
+    EXPECT_THAT(adapters(QDevice()), UnorderedElementsAre(Pair("192.168.9.1"_ip, "255.255.255.0"_ip)));
 }
 
 TEST_F(HostAdaptersTest, TheSnapshotIsThatOfConstructionAndCopiesCarryIt)
@@ -105,12 +108,12 @@ TEST_F(HostAdaptersTest, TheSnapshotIsThatOfConstructionAndCopiesCarryIt)
     QDevice device;
     run("ip address flush dev left");
     const QDevice copy = device;
-    EXPECT_THAT(adapters(device), UnorderedElementsAre(Pair(0xC0A80105, 0xFFFFFF00)));
-    EXPECT_THAT(adapters(copy), UnorderedElementsAre(Pair(0xC0A80105, 0xFFFFFF00)));
+    EXPECT_THAT(adapters(device), UnorderedElementsAre(Pair("192.168.1.5"_ip, "255.255.255.0"_ip)));
+    EXPECT_THAT(adapters(copy), UnorderedElementsAre(Pair("192.168.1.5"_ip, "255.255.255.0"_ip)));
 
     device.InitHostAdapterVector();
     EXPECT_THAT(adapters(device), IsEmpty());
-    EXPECT_THAT(adapters(copy), UnorderedElementsAre(Pair(0xC0A80105, 0xFFFFFF00)));
+    EXPECT_THAT(adapters(copy), UnorderedElementsAre(Pair("192.168.1.5"_ip, "255.255.255.0"_ip)));
 }
 
 TEST_F(HostAdaptersTest, TheOneThatHeardACameraIsKnownByItsIndexAndWithoutOneByItsAddress)
@@ -121,7 +124,7 @@ TEST_F(HostAdaptersTest, TheOneThatHeardACameraIsKnownByItsIndexAndWithoutOneByI
     QDevice camera;
     RZ_CC_DEVICE_INFO record{};
     camera.m_pDeviceInfo = &record;
-    camera.m_nNetExport = 0xC0A80105;
+    camera.m_nNetExport = "192.168.1.5"_ip.number();
     EXPECT_EQ(HearingAdapterIndex(camera), indexOf("left"));
     record.stGigEInfo.nNetExportIndex = if_nametoindex("right");
     EXPECT_EQ(HearingAdapterIndex(camera), indexOf("right"));

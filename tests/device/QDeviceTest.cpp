@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "device/QDevice.h"
 
+#include "base/Ipv4.h"
 #include "sdk/RzCameraSdk.h"
 #include "tests/device/QtFixture.h"
 #include "tests/support/SdkDouble.h"
@@ -12,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <optional>
 
+using base::operator""_ip;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -62,7 +64,7 @@ TEST_F(QDeviceTest, DecodesEveryShownFieldOfARecord)
 {
     QDevice device;
     device.m_strReserved = "kept";
-    const QVector<_NETWORK_INFO> adapters = {{0x0A000001, 0xFF000000}};
+    const QVector<_NETWORK_INFO> adapters = {{"10.0.0.1"_ip.number(), "255.0.0.0"_ip.number()}};
     device.m_vecHostAdapter = adapters;
     RZ_CC_DEVICE_INFO* const record = sdk.record({.mac = "00:1A:2B:3C:4D:5E",
                                                   .ip = "192.0.2.20",
@@ -86,10 +88,10 @@ TEST_F(QDeviceTest, DecodesEveryShownFieldOfARecord)
     EXPECT_EQ(device.m_strIpAddress, "192.0.2.20");
     EXPECT_EQ(device.m_strSubnetMask, "255.255.255.128");
     EXPECT_EQ(device.m_strDefaultGateway, "192.0.2.1");
-    EXPECT_EQ(device.m_nNetExport, 0xC0000205u);
+    EXPECT_EQ(device.m_nNetExport, "192.0.2.5"_ip.number());
     EXPECT_EQ(device.m_strReserved, "kept");
     ASSERT_EQ(device.m_vecHostAdapter.size(), 1);
-    EXPECT_EQ(device.m_vecHostAdapter[0].nIpAddress, 0x0A000001u);
+    EXPECT_EQ(device.m_vecHostAdapter[0].nIpAddress, "10.0.0.1"_ip.number());
 }
 
 TEST_F(QDeviceTest, FormatsTheMacAddressFromBothWords)
@@ -164,7 +166,7 @@ TEST_F(QDeviceTest, ANullRecordChangesNothing)
 TEST_F(QDeviceTest, IsReachableInTheSubnetOfTheAdaptersMask)
 {
     QDevice device;
-    device.m_vecHostAdapter = {{0xC0A80105, 0xFFFF0000}};
+    device.m_vecHostAdapter = {{"192.168.1.5"_ip.number(), "255.255.0.0"_ip.number()}};
     EXPECT_TRUE(device.IsReachable(sdk.record({.ip = "192.168.1.20", .adapter = "192.168.1.5"})));
     EXPECT_TRUE(device.IsReachable(sdk.record({.ip = "192.168.2.20", .adapter = "192.168.1.5"})));
     EXPECT_FALSE(device.IsReachable(sdk.record({.ip = "192.169.1.20", .adapter = "192.168.1.5"})));
@@ -173,7 +175,7 @@ TEST_F(QDeviceTest, IsReachableInTheSubnetOfTheAdaptersMask)
 TEST_F(QDeviceTest, AnAdapterOutsideTheSnapshotCountsAsASlash24)
 {
     QDevice device;
-    device.m_vecHostAdapter = {{0xC0A80106, 0xFFFF0000}};
+    device.m_vecHostAdapter = {{"192.168.1.6"_ip.number(), "255.255.0.0"_ip.number()}};
     EXPECT_TRUE(device.IsReachable(sdk.record({.ip = "192.168.1.20", .adapter = "192.168.1.5"})));
     EXPECT_FALSE(device.IsReachable(sdk.record({.ip = "192.168.2.20", .adapter = "192.168.1.5"})));
 }
@@ -182,16 +184,19 @@ TEST_F(QDeviceTest, OfSeveralAdaptersWithOneAddressTheLastMaskDecides)
 {
     RZ_CC_DEVICE_INFO* const record = sdk.record({.ip = "192.168.2.20", .adapter = "192.168.1.5"});
     QDevice device;
-    device.m_vecHostAdapter = {{0xC0A80105, 0xFFFFFF00}, {0xC0A80105, 0xFFFF0000}, {0x0A000001, 0xFF000000}};
+    device.m_vecHostAdapter = {{"192.168.1.5"_ip.number(), "255.255.255.0"_ip.number()},
+                               {"192.168.1.5"_ip.number(), "255.255.0.0"_ip.number()},
+                               {"10.0.0.1"_ip.number(), "255.0.0.0"_ip.number()}};
     EXPECT_TRUE(device.IsReachable(record));
-    device.m_vecHostAdapter = {{0xC0A80105, 0xFFFF0000}, {0xC0A80105, 0xFFFFFF00}};
+    device.m_vecHostAdapter = {{"192.168.1.5"_ip.number(), "255.255.0.0"_ip.number()},
+                               {"192.168.1.5"_ip.number(), "255.255.255.0"_ip.number()}};
     EXPECT_FALSE(device.IsReachable(record));
 }
 
 TEST_F(QDeviceTest, TheCamerasOwnMaskPlaysNoPartInReachability)
 {
     QDevice device;
-    device.m_vecHostAdapter = {{0xC0A80105, 0xFFFFFF00}};
+    device.m_vecHostAdapter = {{"192.168.1.5"_ip.number(), "255.255.255.0"_ip.number()}};
     const SdkDouble::Camera wide{.ip = "192.168.2.20", .mask = "255.0.0.0", .adapter = "192.168.1.5"};
     EXPECT_FALSE(device.IsReachable(sdk.record(wide)));
     EXPECT_TRUE(device.IsReachable(
@@ -287,8 +292,8 @@ TEST_F(QDeviceTest, ATextThatNamesNoStatusAndNoIpConfigurationIsReadAsNone)
 TEST_F(QDeviceTest, GetIpReadsDottedText)
 {
     EXPECT_EQ(QDevice::GetIP(""), 0u);
-    EXPECT_EQ(QDevice::GetIP("192.168.1.10"), 0xC0A8010Au);
-    EXPECT_EQ(QDevice::GetIP("255.255.255.255"), 0xFFFFFFFFu);
+    EXPECT_EQ(QDevice::GetIP("192.168.1.10"), "192.168.1.10"_ip.number());
+    EXPECT_EQ(QDevice::GetIP("255.255.255.255"), "255.255.255.255"_ip.number());
     EXPECT_EQ(QDevice::GetIP("0.0.0.0"), 0u);
 }
 
@@ -313,16 +318,16 @@ TEST_F(QDeviceTest, GetNetExportIsMinusOneUntilThereIsARecord)
 {
     EXPECT_EQ(QDevice().GetNetExport(), -1);
     const QDevice device = decoded({.ip = "192.168.1.20", .adapter = "192.168.1.5"});
-    EXPECT_EQ(device.GetNetExport(), static_cast<int>(0xC0A80105));
-    EXPECT_EQ(device.m_nNetExport, 0xC0A80105u);
+    EXPECT_EQ(device.GetNetExport(), static_cast<int>("192.168.1.5"_ip.number()));
+    EXPECT_EQ(device.m_nNetExport, "192.168.1.5"_ip.number());
 }
 
 TEST_F(QDeviceTest, GetNetExportFollowsTheRecordAndTheCopyStays)
 {
     const QDevice device = decoded({});
-    device.m_pDeviceInfo->stGigEInfo.nNetExportIp = 0x0A000001;
-    EXPECT_EQ(device.GetNetExport(), 0x0A000001);
-    EXPECT_EQ(device.m_nNetExport, 0xC0000205u);
+    device.m_pDeviceInfo->stGigEInfo.nNetExportIp = "10.0.0.1"_ip.number();
+    EXPECT_EQ(device.GetNetExport(), "10.0.0.1"_ip.number());
+    EXPECT_EQ(device.m_nNetExport, "192.0.2.5"_ip.number());
 }
 
 TEST_F(QDeviceTest, ACopyCarriesEveryMember)

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/SdkDouble.h"
 
+#include "base/Ipv4.h"
 #include "genapi/GenApi/IPort.h"
 
 #include <gmock/gmock.h>
 
+using base::operator""_ip;
 using testing::ElementsAre;
 
 TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
@@ -18,7 +20,7 @@ TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
     RZ_CC_IsDeviceAccessible(camera, RZ_ACCESS_EXCLUSIVE);
     void* handle = nullptr;
     ASSERT_EQ(RZ_CC_CreateHandle(&handle, camera), RZ_OK);
-    RZ_GIGE_ForceIpEx(handle, 0x0A000001, 0xFF000000, 0x0A0000FE);
+    RZ_GIGE_ForceIpEx(handle, "10.0.0.1"_ip.number(), "255.0.0.0"_ip.number(), "10.0.0.254"_ip.number());
     RZ_CC_OpenDevice(handle, RZ_ACCESS_EXCLUSIVE, 0);
     unsigned char buffer[8];
     unsigned length = 0;
@@ -59,7 +61,7 @@ TEST(SdkDoubleTest, ListsTheStatedRecords)
     EXPECT_EQ(second->nMacHigh, 0xFFFEu);
     EXPECT_EQ(second->nMacLow, 0xFDFCFBFAu);
     EXPECT_STREQ(first->stGigEInfo.szModelName, "first");
-    EXPECT_EQ(first->stGigEInfo.nNetExportIp, 0x0A000001u);
+    EXPECT_EQ(first->stGigEInfo.nNetExportIp, "10.0.0.1"_ip.number());
 }
 
 TEST(SdkDoubleTest, KnowsAHandleFromItsCreationToItsDestruction)
