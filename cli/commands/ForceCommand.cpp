@@ -82,13 +82,16 @@ void requireStored(const Camera& after, const std::vector<Camera>& cameras)
 {
     if (!IsForcedAddressWaiting(after.device))
         return;
-    if (const AddressError error = StoreForcedAddress(after.device); error != AddressError::None)
-        throw Failure(
-            ExitStatus::Failed,
-            describe(after) +
-                " took the address but has not stored it, or not all of it, and starts with what it "
-                "has stored after its next reset: " +
-                reasonFor(error, after, cameras) + storedAfterFailure(after));
+    const AddressError error = StoreForcedAddress(after.device);
+    if (error == AddressError::None)
+        return;
+    // Before the camera is asked for anything else, which may fail for another reason.
+    const std::string reason = reasonFor(error, after, cameras);
+    throw Failure(ExitStatus::Failed,
+                  describe(after) +
+                      " took the address but has not stored it, or not all of it, and starts with what it "
+                      "has stored after its next reset: " +
+                      reason + storedAfterFailure(after));
 }
 
 void noteOtherMaskOrGateway(const base::IpSettings& reported, const base::IpSettings& wanted,

@@ -277,6 +277,24 @@ TEST_F(ForceCommandTest, FailsWithTheReasonAndWhatIsStoredWhenTheAddressIsNot)
     EXPECT_THAT(err.str(), HasSubstr("it may have stored some of the old settings and some of the new\n"));
 }
 
+TEST_F(ForceCommandTest, TellsWhyTheAddressIsNotStoredThoughAskingForWhatIsStoredFailsToo)
+{
+    camera().nIpConfigCurrent = 1;
+    std::string latest;
+    sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
+    sdk.getErrorText = [&latest](const RZ_CC_DEVICE_INFO*) { return latest; };
+    sdk.openDevice = [&latest](RZ_CC_DEVICE_INFO*) {
+        latest = "its address could not be stored";
+        return RZ_ERROR_NOT_STORED;
+    };
+    sdk.getPersistentIp = [&latest](auto&&...) {
+        latest = "it does not answer";
+        return RZ_ERROR_NO_ANSWER;
+    };
+    EXPECT_EQ(force(), ExitStatus::Failed);
+    EXPECT_THAT(err.str(), HasSubstr("its address could not be stored; try again; it may have stored some"));
+}
+
 TEST_F(ForceCommandTest, NamesTheCameraThatAnswersInItsPlace)
 {
     sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
