@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Program.h"
 
+#include "cli/arguments/Arguments.h"
 #include "cli/commands/Command.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"

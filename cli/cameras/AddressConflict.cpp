@@ -2,6 +2,7 @@
 #include "cli/cameras/AddressConflict.h"
 
 #include "cli/cameras/Cameras.h"
+#include "cli/neighbours/AddressOwner.h"
 #include "cli/session/Failure.h"
 #include "cli/session/Session.h"
 #include "device/HearingAdapter.h"

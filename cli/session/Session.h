@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "cli/neighbours/AddressOwner.h"
-
 #include <chrono>
 #include <functional>
 #include <iosfwd>
 #include <string>
 
 namespace cli {
+
+struct OwnerAnswer;
+struct OwnerQuestion;
 
 /// What a command works with on this computer. The streams outlive it.
 struct Session

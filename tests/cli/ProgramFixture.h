@@ -2,6 +2,7 @@
 #pragma once
 
 #include "cli/Program.h"
+#include "cli/neighbours/AddressOwner.h"
 #include "cli/session/Session.h"
 #include "tests/support/SdkDouble.h"
 
