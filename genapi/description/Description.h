@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "genapi/Faults.h"
+#include "genapi/engine/Faults.h"
 
 #include <cstddef>
 #include <string>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/description/FormulaCheck.h"
 
-#include "genapi/Faults.h"
 #include "genapi/description/Formula.h"
 #include "genapi/engine/Complaints.h"
+#include "genapi/engine/Faults.h"
 
 #include <arv.h>
 #include <map>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "genapi/Faults.h"
 #include "genapi/description/Vocabulary.h"
+#include "genapi/engine/Faults.h"
 
 #include <pugixml.hpp>
 #include <string>

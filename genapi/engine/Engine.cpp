@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "genapi/engine/Engine.h"
 
-#include "genapi/Faults.h"
+#include "genapi/engine/Faults.h"
 
 #include <mutex>
 

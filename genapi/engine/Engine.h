@@ -2,8 +2,8 @@
 #pragma once
 
 #include "base/CancellationHold.h"
-#include "genapi/Faults.h"
 #include "genapi/engine/Complaints.h"
+#include "genapi/engine/Faults.h"
 #include "genapi/engine/PortDevice.h"
 
 #include <string>
