@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "device/QDevice.h"
 
+#include "base/IpSettings.h"
 #include "sdk/RzCameraSdk.h"
 
 #include <QHostAddress>
@@ -9,6 +10,8 @@
 
 #include <cstring>
 #include <initializer_list>
+
+using base::operator""_ip;
 
 namespace {
 
@@ -135,13 +138,19 @@ bool QDevice::IsReachable(const RZ_CC_DEVICE_INFO* pDeviceInfo) const
     if (!pDeviceInfo)
         return false;
 
-    const quint32 adapterIp = loadWord(pDeviceInfo->stGigEInfo.nNetExportIp);
-    quint32 mask = 0xFFFFFF00;
+    const RZ_GIGE_DEVICE_INFO& block = pDeviceInfo->stGigEInfo;
+    return AdapterWith(base::Ipv4(loadWord(block.nNetExportIp)))
+        .reaches(base::Ipv4(loadWord(block.nDeviceIp)));
+}
+
+base::IpSettings QDevice::AdapterWith(base::Ipv4 address) const
+{
+    base::IpSettings result{address, "255.255.255.0"_ip, {}};
     for (const _NETWORK_INFO& adapter : m_vecHostAdapter) {
-        if (adapter.nIpAddress == adapterIp)
-            mask = adapter.nSubnetMask;
+        if (adapter.nIpAddress == address.number())
+            result.mask = base::Ipv4(adapter.nSubnetMask);
     }
-    return ((adapterIp ^ loadWord(pDeviceInfo->stGigEInfo.nDeviceIp)) & mask) == 0;
+    return result;
 }
 
 int QDevice::GetDeviceState(const RZ_CC_DEVICE_INFO* pDeviceInfo) const

@@ -8,6 +8,11 @@
 
 struct RZ_CC_DEVICE_INFO;
 
+namespace base {
+class Ipv4;
+struct IpSettings;
+} // namespace base
+
 /// One IPv4 address of a host adapter, in host order.
 struct _NETWORK_INFO // NOLINT(bugprone-reserved-identifier): the name is agreed with the users of this record
 {
@@ -53,9 +58,12 @@ public:
     /// into the octet before it.
     static quint32 GetIP(const QString& strIp);
 
-    /// Whether the camera lies in the subnet of the adapter that heard it, by that adapter's mask; an adapter
-    /// that is not among this object's counts as a /24.
+    /// Whether the camera lies in the subnet of the adapter that heard it, as AdapterWith() has it.
     bool IsReachable(const RZ_CC_DEVICE_INFO* pDeviceInfo) const;
+
+    /// The host's adapter that has the address, as of this object's; one that is not among them counts as a
+    /// /24.
+    base::IpSettings AdapterWith(base::Ipv4 address) const;
 
     /// -1 no record, 0 free, 1 in use by another application, 2 unreachable.
     int GetDeviceState(const RZ_CC_DEVICE_INFO* pDeviceInfo) const;

@@ -12,8 +12,6 @@
 namespace cli {
 namespace {
 
-using base::operator""_ip;
-
 [[noreturn]] void refuse(base::Ipv4 address, const std::string& owner)
 {
     throw Failure(ExitStatus::Failed,
@@ -59,17 +57,6 @@ void noteWhatWasNotAsked(base::Ipv4 address, const OwnerAnswer& answer, std::ost
             << " was asked by ping alone, as ARP could not be watched (" << arp << ")\n";
 }
 
-/// The adapter that hears the camera. One that is not among the camera's counts as a /24, as it does for the
-/// camera's status.
-base::IpSettings hearingAdapter(const Camera& camera)
-{
-    base::IpSettings result{camera.adapter, "255.255.255.0"_ip, {}};
-    for (const _NETWORK_INFO& adapter : camera.device.m_vecHostAdapter)
-        if (adapter.nIpAddress == camera.adapter.number())
-            result.mask = base::Ipv4(adapter.nSubnetMask);
-    return result;
-}
-
 } // namespace
 
 void requireUnusedAddress(const FoundCamera& found, base::Ipv4 address, const Session& session)
@@ -95,14 +82,14 @@ void requireUnusedAddress(const FoundCamera& found, base::Ipv4 address, const Se
 
 bool isOutsideAdapterSubnet(const Camera& camera, base::Ipv4 address)
 {
-    return !hearingAdapter(camera).reaches(address);
+    return !camera.device.AdapterWith(camera.adapter).reaches(address);
 }
 
 void noteOutsideAdapterSubnet(const Camera& camera, base::Ipv4 address, std::ostream& err)
 {
     if (isOutsideAdapterSubnet(camera, address))
         err << "note: the new address is outside the subnet of the adapter that hears the camera ("
-            << hearingAdapter(camera).address << "); the camera will be listed as Unreachable\n";
+            << camera.adapter << "); the camera will be listed as Unreachable\n";
 }
 
 } // namespace cli
