@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tests/cli/ProgramFixture.h"
+#include "tests/cli/CameraFixture.h"
 
 #include <gmock/gmock.h>
 #include <set>
@@ -14,22 +14,15 @@ using testing::Not;
 
 namespace {
 
-constexpr const char* Mac = "00:00:00:00:00:02";
-
-class ForceCommandTest : public ProgramFixture
+/// The camera is out of reach.
+class ForceCommandTest : public CameraFixture
 {
 protected:
-    /// Two cameras that only their MAC addresses tell apart; the second is out of reach.
-    ForceCommandTest()
-    {
-        sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01"}), sdk.record({.mac = Mac, .ip = "10.0.0.9"})};
-    }
+    ForceCommandTest() : CameraFixture({.ip = "10.0.0.9"}) {}
 
     ExitStatus force(const std::string& ip = "192.0.2.30", const std::vector<std::string>& more = {})
     {
-        std::vector<std::string> words{"force", Mac, "--ip", ip, "--mask", "255.255.255.0"};
-        words.insert(words.end(), more.begin(), more.end());
-        return run(words);
+        return run({"force", Mac, "--ip", ip, "--mask", "255.255.255.0"}, more);
     }
 
     void expectRefusedUnsent(const std::string& ip, const std::string& reason)
@@ -50,8 +43,6 @@ protected:
             return result;
         };
     }
-
-    RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
 };
 
 } // namespace
@@ -200,14 +191,7 @@ TEST_F(ForceCommandTest, TellsTheSdksReasonAndWhatMayBeDone)
 
 TEST_F(ForceCommandTest, WaitsForACameraThatIsMissedAtFirst)
 {
-    int looks = 0;
-    sdk.enumDevices = [this, &looks](RZ_CC_DEVICE_INFO_LIST& list) {
-        ++looks;
-        const bool missed = looks == 2 || looks == 3;
-        list.nDeviceCount = missed ? 1 : 2;
-        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
-        return RZ_OK;
-    };
+    atEachLook([](int look) { return look == 2 || look == 3 ? 1 : 2; });
     EXPECT_EQ(force(), ExitStatus::Done);
     EXPECT_EQ(looks, 4);
     EXPECT_EQ(forced().size(), 1u);
@@ -316,20 +300,11 @@ TEST_F(ForceCommandTest, TellsWhatTheCameraHasWhenTheReportOfItCannotBeWritten)
 
 TEST_F(ForceCommandTest, NamesTheCameraToTheSdkAndLooksForItThreeTimes)
 {
-    int looks = 0;
-    sdk.enumDevices = [&](RZ_CC_DEVICE_INFO_LIST& list) {
-        list.nDeviceCount = ++looks < 3 ? 1 : 2;
-        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
-        return RZ_OK;
-    };
+    atEachLook([](int look) { return look < 3 ? 1 : 2; });
     EXPECT_EQ(force(), ExitStatus::Done);
     EXPECT_EQ(sdk.calls().front(), "ExpectDevice(00:00:00:00:00:02)");
 
-    sdk.enumDevices = [&](RZ_CC_DEVICE_INFO_LIST&) {
-        ++looks;
-        return RZ_OK;
-    };
-    looks = 0;
+    atEachLook([](int) { return 0; });
     EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
     EXPECT_EQ(looks, 3);
 }
@@ -359,12 +334,8 @@ TEST_F(ForceCommandTest, FailsWhenTheCameraIsNotHeardAgain)
 TEST_F(ForceCommandTest, DoesNotTakeAnOldListForTheCamerasAnswer)
 {
     camera().nDeviceIp = SdkDouble::address("192.0.2.30");
-    int looks = 0;
-    sdk.enumDevices = [this, &looks](RZ_CC_DEVICE_INFO_LIST& list) -> int {
-        if (++looks > 1)
-            return RZ_ERROR_NETWORK;
-        list.nDeviceCount = 2;
-        std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
+    sdk.forceIp = [this](auto...) {
+        sdk.enumDevices = [](RZ_CC_DEVICE_INFO_LIST&) { return RZ_ERROR_NETWORK; };
         return RZ_OK;
     };
     EXPECT_EQ(force("192.0.2.30"), ExitStatus::Failed);

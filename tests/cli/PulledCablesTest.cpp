@@ -4,6 +4,7 @@
 #include "tests/cli/AtOnce.h"
 #include "tests/network/Site.h"
 #include "tests/simulator/DhcpServer.h"
+#include "tests/simulator/ObtainedAddresses.h"
 #include "tests/simulator/Shown.h"
 
 #include <chrono>
@@ -16,20 +17,19 @@
 #include <unistd.h>
 
 using nlohmann::json;
+using simulator_tests::Leased;
+using simulator_tests::LeasedAddress;
+using simulator_tests::LinkLocal;
+using simulator_tests::LinkLocalAddress;
 using simulator_tests::runningCamera;
 using simulator_tests::shown;
 using testing::MatchesRegex;
 
 namespace {
 
-// What a camera is at first; it boots when the farm starts.
-constexpr char Leased[] = R"("ipConfiguration": "dhcp")";
-constexpr char LinkLocal[] = R"("ipConfiguration": "lla")";
+/// One more thing that a camera may be at first.
 constexpr char Static[] =
     R"("ipConfiguration": "persistent", "persistent": {"address": "192.168.1.@", "mask": "255.255.0.0"})";
-
-constexpr char LeasedAddress[] = "192\\.168\\.3\\.1[0-9][0-9]";
-constexpr char LinkLocalAddress[] = "169\\.254\\..*";
 
 /// A change, in whose texts @ stands for a number of the camera's own.
 struct Change
@@ -129,7 +129,7 @@ protected:
 
     Site site;
     lab::Switch& network = site.addAdapter("eth0", "192.168.0.5/16");
-    const simulator_tests::DhcpServer server{site.host(), "192.168.3.100,192.168.3.199,255.255.0.0"};
+    const simulator_tests::DhcpServer server{site.host(), simulator_tests::LeasedRange};
     lab::Farm* farm = nullptr;
 
 private:

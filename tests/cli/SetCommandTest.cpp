@@ -71,14 +71,10 @@ TEST_F(SetCommandTest, RenamesWithoutARestart)
 TEST_F(SetCommandTest, WaitsForACameraThatIsAwayAndSaysWhatItSees)
 {
     restart = [this] {
-        auto looks = std::make_shared<int>(0);
-        sdk.enumDevices = [this, looks](RZ_CC_DEVICE_INFO_LIST& list) {
-            const int look = ++*looks;
+        atEachLook([this](int look) {
             camera().nDeviceIp = SdkDouble::address(look == 3 ? "0.0.0.0" : "169.254.9.9");
-            list.nDeviceCount = look <= 2 ? 1 : 2;
-            std::copy(sdk.listed.begin(), sdk.listed.end(), list.apDeviceInfo);
-            return RZ_OK;
-        };
+            return look <= 2 ? 1 : 2;
+        });
     };
     EXPECT_EQ(set({"--lla"}), ExitStatus::Done) << err.str();
     const std::string text = err.str();
@@ -160,12 +156,11 @@ TEST_F(SetCommandTest, RestartsACameraThatMissedItsRestartAgain)
 TEST_F(SetCommandTest, GivesACameraThatIsSlowToGoDownTimeBeforeItRestartsItAgain)
 {
     restart = [this] {
-        auto looks = std::make_shared<int>(0);
-        sdk.enumDevices = [this, looks, list = sdk.enumDevices](RZ_CC_DEVICE_INFO_LIST& found) {
-            if (++*looks == 9)
+        atEachLook([this](int look) {
+            if (look == 9)
                 camera().nDeviceIp = SdkDouble::address("169.254.9.9");
-            return list(found);
-        };
+            return 2;
+        });
     };
     EXPECT_EQ(set({"--lla"}), ExitStatus::Done) << err.str();
     EXPECT_EQ(std::count(written.begin(), written.end(), "DeviceReset()"), 1);
@@ -181,12 +176,11 @@ TEST_F(SetCommandTest, SendsNothingWhenTheCameraDoesNotTellWhatItHasStored)
 TEST_F(SetCommandTest, WaitsOnForACameraThatSaysSomethingElseForLong)
 {
     restart = [this] {
-        auto looks = std::make_shared<int>(0);
-        sdk.enumDevices = [this, looks, list = sdk.enumDevices](RZ_CC_DEVICE_INFO_LIST& found) {
-            camera().nIpConfigCurrent = ++*looks <= 11 ? 2 : 4;
+        atEachLook([this](int look) {
+            camera().nIpConfigCurrent = look <= 11 ? 2 : 4;
             camera().nDeviceIp = SdkDouble::address("169.254.9.9");
-            return list(found);
-        };
+            return 2;
+        });
     };
     EXPECT_EQ(set({"--lla"}), ExitStatus::Done) << err.str();
 }
@@ -260,11 +254,10 @@ TEST_F(SetCommandTest, TellsWhatIsStoredWhenAStaticAddressIsInterrupted)
 TEST_F(SetCommandTest, StopsWaitingWhenItIsInterrupted)
 {
     restart = [this] {
-        sdk.enumDevices = [](RZ_CC_DEVICE_INFO_LIST& list) {
-            list.nDeviceCount = 0;
+        atEachLook([](int) {
             ::kill(::getpid(), SIGTERM);
-            return RZ_OK;
-        };
+            return 0;
+        });
     };
     EXPECT_EQ(set({"--lla"}), ExitStatus::Interrupted);
     EXPECT_EQ(out.str(), "");

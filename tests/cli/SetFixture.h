@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "tests/cli/ProgramFixture.h"
+#include "tests/cli/CameraFixture.h"
 #include "tests/save/NodeMapDouble.h"
 #include "tests/support/ScriptedProgram.h"
 
 #include <QCoreApplication>
-
-#include <algorithm>
-#include <functional>
 
 /// What is written goes no further.
 struct IgnorantPort : GenApi::IPort
@@ -18,17 +15,13 @@ struct IgnorantPort : GenApi::IPort
     void Write(const void*, int64_t, int64_t) override {}
 };
 
-/// Two cameras, the second of which obeys what is written to its features. Nobody answers the worker's ping.
-class SetFixture : public ProgramFixture
+/// The camera obeys what is written to its features. Nobody answers the worker's ping.
+class SetFixture : public CameraFixture
 {
 protected:
-    static constexpr const char* Mac = "00:00:00:00:00:02";
-
-    SetFixture()
+    SetFixture() : CameraFixture({.ip = "192.0.2.21", .ipConfig = 2})
     {
         ping.set("exit 1");
-        sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01"}),
-                      sdk.record({.mac = Mac, .ip = "192.0.2.21", .ipConfig = 2})};
         sdk.description = "<xml/>";
         sdk.port = &port;
         nodes.addBoolean("GevCurrentIPConfigurationPersistentIP");
@@ -37,12 +30,7 @@ protected:
         nodes.addCommand("DeviceReset", [this] { restart(); });
     }
 
-    cli::ExitStatus set(const std::vector<std::string>& options)
-    {
-        std::vector<std::string> words{"set", Mac};
-        words.insert(words.end(), options.begin(), options.end());
-        return run(words);
-    }
+    cli::ExitStatus set(const std::vector<std::string>& options) { return run({"set", Mac}, options); }
 
     void write(const std::string& event)
     {
@@ -72,8 +60,6 @@ protected:
             return RZ_OK;
         };
     }
-
-    RZ_GIGE_DEVICE_INFO& camera() { return sdk.listed[1]->stGigEInfo; }
 
     const std::vector<std::string> fixed{"--static", "--ip", "192.0.2.30", "--mask", "255.255.255.0"};
     std::vector<std::string> written; ///< Through the node map, and what became of the node map.

@@ -2,6 +2,7 @@
 // Saves of cameras that have not got everything: what the user sees, and what becomes of the rest.
 #include "tests/save/FarmSaves.h"
 #include "tests/simulator/DhcpServer.h"
+#include "tests/simulator/ObtainedAddresses.h"
 
 #include <gmock/gmock.h>
 
@@ -77,7 +78,7 @@ TEST_F(LimitedCameras, ACameraWithoutANameTellsSoAndAllElseIsChanged)
 
 TEST_F(LimitedCameras, WhatADescriptionLeavesOutIsChangedAllTheSame)
 {
-    const simulator_tests::DhcpServer server(site.host(), "192.168.3.100,192.168.3.199,255.255.0.0");
+    const simulator_tests::DhcpServer server(site.host(), simulator_tests::LeasedRange);
     const std::string incomplete = R"(, "descriptionLeavesOut": ["DeviceUserID", "DeviceReset",
         "GevCurrentIPConfigurationPersistentIP", "GevCurrentIPConfigurationDHCP"])";
     build(

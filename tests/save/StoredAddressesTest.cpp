@@ -2,24 +2,24 @@
 // From each way of obtaining an address to another, for as long as the camera lives.
 #include "tests/save/FarmSaves.h"
 #include "tests/simulator/DhcpServer.h"
+#include "tests/simulator/ObtainedAddresses.h"
 
 #include <gmock/gmock.h>
 
 using nlohmann::json;
 using simulator_tests::DhcpServer;
+using simulator_tests::Leased;
+using simulator_tests::LeasedAddress;
+using simulator_tests::LinkLocal;
+using simulator_tests::LinkLocalAddress;
 using testing::ElementsAre;
 using testing::MatchesRegex;
 
 namespace {
 
-// They boot when the farm starts, and have what the network gives them.
-constexpr char Leased[] = R"("ipConfiguration": "dhcp")";
-constexpr char LinkLocal[] = R"("ipConfiguration": "lla")";
 constexpr char Static[] = R"("ipConfiguration": "persistent",
     "persistent": {"address": "192.168.1.20", "mask": "255.255.0.0", "gateway": "192.168.0.1"})";
 
-constexpr char LeasedAddress[] = "192\\.168\\.3\\.1[0-9][0-9]";
-constexpr char LinkLocalAddress[] = "169\\.254\\..*";
 constexpr char StaticAddress[] = "192\\.168\\.1\\.20";
 constexpr char NewAddress[] = "192\\.168\\.2\\.20";
 
@@ -51,7 +51,7 @@ protected:
         }
     }
 
-    DhcpServer server{site.host(), "192.168.3.100,192.168.3.199,255.255.0.0"};
+    DhcpServer server{site.host(), simulator_tests::LeasedRange};
 };
 
 } // namespace
