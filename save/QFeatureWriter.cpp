@@ -7,8 +7,6 @@
 #include <QString>
 
 #include <algorithm>
-#include <cstdarg>
-#include <cstdio>
 #include <cxxabi.h>
 #include <utility>
 #include <vector>
@@ -31,6 +29,16 @@ Interface& get(const GenApi::CNodeMapRef& nodeMap, const char* pchName)
     return *pFeature;
 }
 
+std::string inWords(const GenICam::GenericException& e)
+{
+    return std::string("what:") + e.what() + " SourceFileName:" + e.GetSourceFileName();
+}
+
+std::string inWords(int nCode)
+{
+    return "0x" + QString::number(static_cast<unsigned>(nCode), 16).toStdString();
+}
+
 } // namespace
 
 QFeatureWriter::QFeatureWriter(std::function<void(const QString&)> tell) : m_tell(std::move(tell)) {}
@@ -44,9 +52,9 @@ bool QFeatureWriter::WriteBoolean(const GenApi::CNodeMapRef& nodeMap, const char
         pFeature->SetValue(bValue, true);
         return true;
     } catch (const GenICam::GenericException& e) {
-        SetErrorText("what:%s SourceFileName:%s", e.what(), e.GetSourceFileName());
+        SetErrorText(inWords(e));
     } catch (int nCode) {
-        SetErrorText("Error code:0x%x", static_cast<unsigned>(nCode));
+        SetErrorText("Error code:" + inWords(nCode));
     } catch (const abi::__forced_unwind&) {
         throw;
     } catch (...) {
@@ -91,13 +99,10 @@ bool QFeatureWriter::Execute(const GenApi::CNodeMapRef& nodeMap, const char* pch
     });
 }
 
-void QFeatureWriter::SetErrorText(const char* pchFormat, ...)
+void QFeatureWriter::SetErrorText(const std::string& strText)
 {
     std::fill_n(m_chErrorText, ErrorTextSize, '\0');
-    va_list arguments;
-    va_start(arguments, pchFormat);
-    std::vsnprintf(m_chErrorText, ErrorTextSize, pchFormat, arguments);
-    va_end(arguments);
+    strText.copy(m_chErrorText, ErrorTextSize - 1);
 }
 
 bool QFeatureWriter::Attempt(const char* pchAction, const std::function<bool()>& write)
@@ -105,9 +110,9 @@ bool QFeatureWriter::Attempt(const char* pchAction, const std::function<bool()>&
     try {
         return write();
     } catch (const GenICam::GenericException& e) {
-        SetErrorText("%s Error: what:%s SourceFileName:%s", pchAction, e.what(), e.GetSourceFileName());
+        SetErrorText(std::string(pchAction) + " Error: " + inWords(e));
     } catch (int nCode) {
-        SetErrorText("%s Error: code 0x%x", pchAction, static_cast<unsigned>(nCode));
+        SetErrorText(std::string(pchAction) + " Error: code " + inWords(nCode));
     } catch (const abi::__forced_unwind&) {
         throw;
     } catch (...) {

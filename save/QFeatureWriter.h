@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <string>
 
 class QByteArray;
 class QString;
@@ -40,7 +41,7 @@ public:
     const char* GetErrorText() const { return m_chErrorText; }
 
 private:
-    [[gnu::format(printf, 2, 3)]] void SetErrorText(const char* pchFormat, ...);
+    void SetErrorText(const std::string& strText);
     bool Attempt(const char* pchAction, const std::function<bool()>& write);
 
     std::function<void(const QString&)> m_tell;
