@@ -76,6 +76,8 @@ constexpr std::optional<Ipv4> Ipv4::parse(std::string_view text)
     return at == text.size() ? std::optional(Ipv4(number)) : std::nullopt;
 }
 
+/// For `using namespace base::literals`.
+inline namespace literals {
 /// "192.168.1.20"_ip. What is no address does not compile.
 consteval Ipv4 operator""_ip(const char* text, std::size_t length)
 {
@@ -84,6 +86,7 @@ consteval Ipv4 operator""_ip(const char* text, std::size_t length)
         throw std::invalid_argument("no IPv4 address");
     return *address;
 }
+} // namespace literals
 
 /// To all hosts of the network that a packet is sent on, whatever their subnets.
 inline constexpr Ipv4 LimitedBroadcast = "255.255.255.255"_ip;

@@ -11,7 +11,7 @@
 #include <cstring>
 #include <initializer_list>
 
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 base::Ipv4 ipv4(const QString& text)
 {

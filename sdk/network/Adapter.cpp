@@ -12,7 +12,7 @@
 
 namespace sdk {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

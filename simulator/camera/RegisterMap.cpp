@@ -9,6 +9,8 @@
 
 namespace simulator {
 
+using namespace base::literals;
+
 using gvcp::Status;
 using gvcp::TextRegister;
 namespace reg = gvcp::reg;

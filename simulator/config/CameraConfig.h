@@ -16,8 +16,6 @@
 
 namespace simulator {
 
-using base::operator""_ip;
-
 /// A camera as its configuration file describes it: what it is, and how it misbehaves.
 struct CameraConfig
 {
@@ -51,7 +49,7 @@ struct CameraConfig
     /// An application elsewhere that controls the camera, by default at an address that no machine has.
     struct Holder
     {
-        base::Ipv4 address = "192.0.2.1"_ip;
+        base::Ipv4 address = *base::Ipv4::parse("192.0.2.1");
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
     };
 

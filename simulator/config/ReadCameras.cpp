@@ -10,6 +10,8 @@
 
 namespace simulator {
 
+using namespace base::literals;
+
 namespace {
 
 using Config = CameraConfig;

@@ -10,7 +10,7 @@
 
 namespace simulator {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 using base::Bytes;
 using base::ByteView;

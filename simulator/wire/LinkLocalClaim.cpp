@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <gmock/gmock.h>
 
 using namespace std::chrono_literals;
-using base::operator""_ip;
+using namespace base::literals;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;

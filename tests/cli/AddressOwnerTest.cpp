@@ -11,7 +11,7 @@
 
 namespace {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 constexpr base::MacAddress OwnerMac{{2, 0, 0, 0, 9, 1}};
 constexpr base::MacAddress OtherMac{{2, 0, 0, 0, 9, 0x99}};

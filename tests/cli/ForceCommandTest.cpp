@@ -4,7 +4,7 @@
 #include <gmock/gmock.h>
 #include <set>
 
-using base::operator""_ip;
+using namespace base::literals;
 using cli::ExitStatus;
 using testing::AllOf;
 using testing::ElementsAre;

@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-using base::operator""_ip;
+using namespace base::literals;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::StartsWith;

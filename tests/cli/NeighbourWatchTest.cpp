@@ -15,7 +15,7 @@ using testing::ElementsAre;
 
 namespace {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 constexpr base::Ipv4 Address = "192.168.1.20"_ip;
 

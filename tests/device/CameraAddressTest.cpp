@@ -12,7 +12,7 @@ using testing::IsSupersetOf;
 
 namespace {
 
-using base::operator""_ip;
+using namespace base::literals;
 
 class CameraAddressTest : public testing::Test
 {

@@ -15,7 +15,7 @@
 #include <unistd.h>
 #include <utility>
 
-using base::operator""_ip;
+using namespace base::literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Pair;

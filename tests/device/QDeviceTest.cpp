@@ -13,7 +13,7 @@
 #include <gmock/gmock.h>
 #include <optional>
 
-using base::operator""_ip;
+using namespace base::literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

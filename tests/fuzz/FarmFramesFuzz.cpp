@@ -16,7 +16,7 @@
 #include <tins/exceptions.h>
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using base::Bytes;
 using base::ByteView;
 

@@ -13,7 +13,7 @@
 using base::Bytes;
 using base::ByteView;
 using sdk::UdpChecksum;
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-using base::operator""_ip;
+using namespace base::literals;
 
 /// The SDK's calls as a program on the site's host makes them.
 

@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-using base::operator""_ip;
+using namespace base::literals;
 using simulator_tests::GvcpClient;
 using simulator_tests::shown;
 using testing::ElementsAre;

@@ -9,7 +9,7 @@
 #include <map>
 #include <set>
 
-using base::operator""_ip;
+using namespace base::literals;
 
 /// A network of the test's own, whose clock moves only when the code under test waits. The test scripts the
 /// cameras: it sees what is sent and puts answers on the way.

@@ -9,7 +9,7 @@
 #include <sys/resource.h>
 #include <thread>
 
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 using namespace sdk;
 
-using base::operator""_ip;
+using namespace base::literals;
 
 namespace {
 

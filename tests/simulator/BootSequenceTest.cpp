@@ -9,7 +9,7 @@
 namespace {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using base::IpSettings;
 using namespace std::chrono_literals;
 using Phase = BootSequence::Phase;

@@ -10,7 +10,7 @@ namespace simulator_tests {
 
 using base::Bytes;
 using base::IpSettings;
-using base::operator""_ip;
+using namespace base::literals;
 using simulator::Camera;
 using simulator::CameraConfig;
 using namespace std::chrono_literals;

@@ -11,7 +11,7 @@
 namespace {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using testing::HasSubstr;
 
 class CommandsTest : public testing::Test

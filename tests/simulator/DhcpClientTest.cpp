@@ -10,7 +10,7 @@ namespace {
 
 using namespace simulator;
 using base::IpSettings;
-using base::operator""_ip;
+using namespace base::literals;
 using namespace std::chrono_literals;
 using base::Bytes;
 

@@ -7,7 +7,7 @@
 namespace {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using base::IpSettings;
 using testing::HasSubstr;
 

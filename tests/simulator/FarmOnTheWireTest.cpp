@@ -15,7 +15,7 @@
 namespace {
 
 using base::Bytes;
-using base::operator""_ip;
+using namespace base::literals;
 using simulator_tests::Capture;
 using simulator_tests::GvcpClient;
 using simulator_tests::linesOf;

@@ -9,7 +9,7 @@
 namespace {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using namespace std::chrono_literals;
 
 class FarmTest : public testing::Test

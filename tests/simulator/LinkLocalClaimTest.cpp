@@ -6,7 +6,7 @@
 namespace {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using namespace std::chrono_literals;
 using base::IpSettings;
 using base::Ipv4;

@@ -8,7 +8,7 @@
 namespace {
 
 using base::Bytes;
-using base::operator""_ip;
+using namespace base::literals;
 using gvcp::Status;
 using simulator::CameraConfig;
 using simulator::RegisterMap;

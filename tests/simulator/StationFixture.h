@@ -10,7 +10,7 @@
 namespace simulator_tests {
 
 using namespace simulator;
-using base::operator""_ip;
+using namespace base::literals;
 using namespace std::chrono_literals;
 using base::Bytes;
 using base::IpSettings;
