@@ -46,8 +46,7 @@ std::optional<std::string> JsonObject::bytes(const char* member, std::size_t max
     const nlohmann::json* const value = any(member);
     if (!value)
         return std::nullopt;
-    const auto result =
-        value->is_string() ? parseHexPairs(value->get_ref<const std::string&>()) : std::nullopt;
+    auto result = value->is_string() ? parseHexPairs(value->get_ref<const std::string&>()) : std::nullopt;
     if (!result || result->size() > maxBytes)
         fail(member, "must be 1 to " + std::to_string(maxBytes) +
                          " bytes such as \"E9 74 E9\", in hexadecimal digits, none of them 00");
