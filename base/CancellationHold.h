@@ -6,7 +6,7 @@
 namespace base {
 
 /// Puts a cancellation of the calling thread off until the end of the scope. Callers may end a worker thread
-/// by cancelling it; the unwinding must not start while this library holds a lock or has half of a job done.
+/// by cancelling it; the unwinding must not start while its caller holds a lock or has half of a job done.
 class CancellationHold
 {
 public:

@@ -29,6 +29,13 @@ public:
     constexpr std::uint8_t firstOctet() const { return static_cast<std::uint8_t>(m_number >> 24); }
     /// 0.0.0.0, which stands for "none".
     constexpr bool isUnspecified() const { return m_number == 0; }
+    /// Of the ranges that single hosts have: neither 0.x, nor loopback, nor multicast or above.
+    constexpr bool canBeHost() const
+    {
+        return firstOctet() >= 1 && firstOctet() <= 223 && firstOctet() != 127;
+    }
+    /// 169.254.x.x.
+    constexpr bool isLinkLocal() const { return m_number >> 16 == 0xA9FE; }
     /// "192.168.1.20".
     std::string toText() const;
 

@@ -33,7 +33,7 @@ std::optional<std::vector<RegisterValue>> parseRegisterValues(base::ByteView pay
 struct MemoryRange
 {
     std::uint32_t address = 0;
-    std::uint16_t count = 0; ///< base::Bytes.
+    std::uint16_t count = 0; ///< Bytes.
 
     bool operator==(const MemoryRange&) const = default;
 };

@@ -68,7 +68,7 @@ base::Bytes encodeAcknowledge(Command command, Status status, std::uint16_t id, 
 std::optional<CommandPacket> parseCommand(base::ByteView datagram);
 
 /// Nothing when the bytes are no acknowledge: too short, a length that the datagram does not hold, an even
-/// acknowledge code. base::Bytes after the payload are ignored (Ethernet's padding can get here).
+/// acknowledge code. Bytes after the payload are ignored (Ethernet's padding can get here).
 std::optional<AcknowledgePacket> parseAcknowledge(base::ByteView datagram);
 
 /// Ids run from 1 to 0xFFFF and start again at 1: 0 is not a legal request id.

@@ -13,7 +13,7 @@ int RZ_GIGE_ForceIpEx(void* handle, unsigned ip, unsigned subnetMask, unsigned g
 {
     return withCamera(handle, [=](CameraHandle& camera) {
         const base::IpSettings wanted{base::Ipv4(ip), base::Ipv4(subnetMask), base::Ipv4(gateway)};
-        if (!canBeCamera(wanted.address))
+        if (!wanted.address.canBeHost())
             return RZ_ERROR_PARAMETER;
         // A camera under control ignores FORCEIP.
         HandleTable::instance().closeCamera(camera.mac());

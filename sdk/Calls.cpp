@@ -50,10 +50,4 @@ std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters, std::op
     return network;
 }
 
-bool canBeCamera(base::Ipv4 address)
-{
-    const auto first = address.firstOctet();
-    return first >= 1 && first <= 223 && first != 127;
-}
-
 } // namespace sdk

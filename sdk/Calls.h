@@ -62,7 +62,4 @@ std::vector<Adapter> adaptersTowards(const RZ_CC_DEVICE_INFO& camera);
 std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters,
                                    std::optional<base::Ipv4> onlyCamera = std::nullopt);
 
-/// Not 0.x, not loopback, not multicast or above.
-bool canBeCamera(base::Ipv4 address);
-
 } // namespace sdk

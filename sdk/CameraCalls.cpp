@@ -65,7 +65,7 @@ int RZ_CC_OpenDevice(void* handle, unsigned accessMode, unsigned short switchove
     if (accessMode != RZ_ACCESS_EXCLUSIVE || switchoverKey != 0)
         return RZ_ERROR_PARAMETER;
     return withCamera(handle, [](CameraHandle& camera) {
-        if (!canBeCamera(camera.address()))
+        if (!camera.address().canBeHost())
             return RZ_ERROR_PARAMETER;
         const auto adapters = adaptersTowards(camera.info());
         if (adapters.front().isBroadcast(camera.address()))

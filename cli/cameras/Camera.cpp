@@ -9,8 +9,6 @@
 namespace cli {
 namespace {
 
-using namespace base::literals;
-
 base::Ipv4 ipv4(const QString& text)
 {
     return base::Ipv4(QDevice::GetIP(text));
@@ -27,11 +25,6 @@ Camera::Camera(const QDevice& answered)
       status(answered.Status()),
       adapter(answered.m_nNetExport)
 {}
-
-bool Camera::isLinkLocal() const
-{
-    return settings.address.isInSubnetOf("169.254.0.0"_ip, "255.255.0.0"_ip);
-}
 
 const Camera* cameraByMac(const std::vector<Camera>& cameras, const base::MacAddress& mac)
 {

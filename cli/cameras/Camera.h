@@ -17,7 +17,6 @@ struct Camera
     explicit Camera(const QDevice& answered);
 
     bool isStatic() const { return type == IpConfigType::Static; }
-    bool isLinkLocal() const;
 
     QDevice device;
     base::MacAddress mac;

@@ -23,10 +23,10 @@ std::string reasonToRestart(const Camera& camera, const SetRequest& request)
     if (!request.type || request.isStatic() || camera.type != request.type)
         return {};
     if (request.type == IpConfigType::LinkLocal)
-        return camera.isLinkLocal()
+        return camera.settings.address.isLinkLocal()
                    ? ""
                    : "has no link-local address, as if it had not restarted since it was set to LLA";
-    if (camera.isLinkLocal())
+    if (camera.settings.address.isLinkLocal())
         return "has a link-local address, as no DHCP server answered it";
     const auto stored = ReadStoredAddress(camera.device);
     return stored && stored->address == camera.settings.address
@@ -108,7 +108,7 @@ void noteDoubts(const Change& done, const SetRequest& request, std::ostream& err
 {
     if (request.type != IpConfigType::Dhcp)
         return;
-    if (done.seen.last->isLinkLocal())
+    if (done.seen.last->settings.address.isLinkLocal())
         err << "note: no DHCP server gave the camera an address, so it took a link-local one\n";
     else if (mayHaveMissedRestart(done, request))
         err << "note: the camera has the same address as before, which it has stored; if the DHCP server is "

@@ -56,7 +56,7 @@ bool hasAddressAsAsked(const Camera& camera, const SetRequest& request)
     case IpConfigType::LinkLocal:
         break;
     }
-    return camera.isLinkLocal();
+    return camera.settings.address.isLinkLocal();
 }
 
 std::string difference(const std::string& asked, const std::string& reported)

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/DescriptionFile.h"
 
-#include <algorithm>
 #include <filesystem>
-#include <iterator>
 #include <memory>
 #include <stdexcept>
 #include <zip.h>
@@ -41,12 +39,6 @@ base::Bytes readAll(zip_source_t* source)
 }
 
 } // namespace
-
-bool DescriptionFile::isZip() const
-{
-    constexpr std::uint8_t Begin[] = {'P', 'K', 3, 4};
-    return bytes.size() >= std::size(Begin) && std::equal(std::begin(Begin), std::end(Begin), bytes.begin());
-}
 
 DescriptionFile DescriptionFile::zipped() const
 {

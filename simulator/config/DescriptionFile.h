@@ -13,8 +13,6 @@ struct DescriptionFile
     std::string name;
     base::Bytes bytes;
 
-    /// By its first bytes, whatever its name.
-    bool isZip() const;
     /// A zip archive of this file, called likewise but for its ".zip". Throws std::runtime_error.
     DescriptionFile zipped() const;
 };

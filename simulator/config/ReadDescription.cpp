@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/ReadDescription.h"
 
+#include "base/Zip.h"
 #include "simulator/config/BuiltInDescription.h"
 #include "simulator/config/HexText.h"
 
@@ -68,7 +69,7 @@ void readDescription(JsonObject& object, const fs::path& directory, CameraConfig
 
     DescriptionFile file =
         path ? readFile(object, *path, directory) : builtInDescription(missing, camera.resetRegister);
-    if (isToBeZipped && !file.isZip())
+    if (isToBeZipped && !base::isZip(file.bytes))
         file = file.zipped();
     camera.description.url = filledIn(url, file.name, file.bytes.size());
     camera.description.secondUrl = filledIn(secondUrl, file.name, file.bytes.size());

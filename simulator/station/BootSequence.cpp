@@ -17,7 +17,7 @@ BootSequence::BootSequence(const CameraConfig& config, TimerQueue& timers, const
       m_done(std::move(done)),
       m_phase(config.ip.address.isUnspecified() ? Phase::Off : Phase::Running)
 {
-    if (LinkLocalClaim::isLinkLocal(config.ip.address))
+    if (config.ip.address.isLinkLocal())
         m_lastLinkLocal = config.ip.address;
 }
 
@@ -66,7 +66,7 @@ void BootSequence::obtainAddress(const StoredIp& settings)
 void BootSequence::obtainLease()
 {
     const base::IpSettings& expected = m_config.ip;
-    if (!expected.address.isUnspecified() && !LinkLocalClaim::isLinkLocal(expected.address)) {
+    if (!expected.address.isUnspecified() && !expected.address.isLinkLocal()) {
         finish(expected);
         return;
     }

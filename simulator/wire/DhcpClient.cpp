@@ -62,8 +62,7 @@ try {
 
 bool isUsable(const base::IpSettings& lease)
 {
-    const unsigned firstOctet = lease.address.firstOctet();
-    return firstOctet != 0 && firstOctet != 127 && firstOctet < 224 && lease.mask.isMask();
+    return lease.address.canBeHost() && lease.mask.isMask();
 }
 
 } // namespace

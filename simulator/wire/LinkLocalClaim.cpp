@@ -22,11 +22,6 @@ LinkLocalClaim::LinkLocalClaim(const base::MacAddress& mac, TimerQueue& timers, 
       m_random(random)
 {}
 
-bool LinkLocalClaim::isLinkLocal(base::Ipv4 address)
-{
-    return address.isInSubnetOf(Network, Mask);
-}
-
 void LinkLocalClaim::start(std::chrono::milliseconds interval, std::optional<base::Ipv4> preferred, Done done)
 {
     m_interval = interval;

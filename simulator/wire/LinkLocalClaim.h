@@ -22,8 +22,6 @@ public:
     /// `random` must outlive this.
     LinkLocalClaim(const base::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random);
 
-    static bool isLinkLocal(base::Ipv4 address);
-
     /// Begins with the preferred address, if there is one. `interval` lies between two probes. Calls `done`
     /// when an address has been found; to announce it is left to the caller.
     void start(std::chrono::milliseconds interval, std::optional<base::Ipv4> preferred, Done done);

@@ -61,6 +61,23 @@ TEST(Ipv4, IsInASubnetByWhatTheMaskLeavesEqual)
     EXPECT_TRUE("1.2.3.4"_ip.isInSubnetOf("192.168.2.20"_ip, "0.0.0.0"_ip));
 }
 
+TEST(Ipv4, CanBeAHostsOutsideTheRangesThatNoSingleHostHas)
+{
+    for (const Ipv4 host : {"1.0.0.0"_ip, "126.255.255.255"_ip, "128.0.0.0"_ip, "223.255.255.255"_ip})
+        EXPECT_TRUE(host.canBeHost()) << host;
+    for (const Ipv4 other : {"0.0.0.0"_ip, "0.255.255.255"_ip, "127.0.0.0"_ip, "127.255.255.255"_ip,
+                             "224.0.0.0"_ip, "240.0.0.1"_ip, LimitedBroadcast})
+        EXPECT_FALSE(other.canBeHost()) << other;
+}
+
+TEST(Ipv4, IsLinkLocalInOneRangeAlone)
+{
+    for (const Ipv4 address : {"169.254.0.0"_ip, "169.254.255.255"_ip})
+        EXPECT_TRUE(address.isLinkLocal()) << address;
+    for (const Ipv4 address : {"169.253.255.255"_ip, "169.255.0.0"_ip, "168.254.0.1"_ip})
+        EXPECT_FALSE(address.isLinkLocal()) << address;
+}
+
 TEST(Ipv4, KnowsTheFirstAndTheLastAddressOfItsSubnet)
 {
     EXPECT_EQ("192.168.1.20"_ip.networkAddress("255.255.254.0"_ip), "192.168.0.0"_ip);

@@ -91,7 +91,7 @@ TEST_F(BootSequenceTest, AsksForALeaseWhenNothingIsStoredAndFallsBackToLinkLocal
     pass(401ms);
     EXPECT_TRUE(boot->isRunning());
     ASSERT_EQ(addresses.size(), 1u);
-    EXPECT_TRUE(LinkLocalClaim::isLinkLocal(addresses[0].address));
+    EXPECT_TRUE(addresses[0].address.isLinkLocal());
 }
 
 TEST_F(BootSequenceTest, GoesStraightToLinkLocalWhenDhcpIsOff)
@@ -100,7 +100,7 @@ TEST_F(BootSequenceTest, GoesStraightToLinkLocalWhenDhcpIsOff)
     EXPECT_EQ(boot->phase(), Phase::LinkLocal);
     pass(401ms);
     ASSERT_EQ(addresses.size(), 1u);
-    EXPECT_TRUE(LinkLocalClaim::isLinkLocal(addresses[0].address));
+    EXPECT_TRUE(addresses[0].address.isLinkLocal());
     for (const Frame& frame : sent)
         EXPECT_TRUE(std::holds_alternative<ArpMessage>(frame));
 }

@@ -77,7 +77,7 @@ TEST_F(LinkLocalClaimTest, TakesAnotherAddressWhenSomebodyHasIt)
     pass(300ms);
     EXPECT_EQ(finished, 1);
     EXPECT_EQ(won.address, asked());
-    EXPECT_TRUE(LinkLocalClaim::isLinkLocal(won.address));
+    EXPECT_TRUE(won.address.isLinkLocal());
 }
 
 TEST_F(LinkLocalClaimTest, TakesAnotherAddressWhenSomebodyUsesOrClaimsIt)
