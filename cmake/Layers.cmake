@@ -13,29 +13,38 @@ function(layer_include_root variable path)
     set(${variable} ${root} PARENT_SCOPE)
 endfunction()
 
-# layer_uses(<target> <path>...): lets the target's own sources include these, and base/, which everyone may. Those that
-# link the target do not get them with it.
-function(layer_uses target)
-    foreach(path IN LISTS ARGN ITEMS base)
+# layer_sees(<target> <path>...): lets the target's own sources include these, and nothing else. Those that link the target
+# do not get them with it.
+function(layer_sees target)
+    foreach(path IN LISTS ARGN)
         layer_include_root(root ${path})
         target_include_directories(${target} PRIVATE ${root})
     endforeach()
 endfunction()
 
-# add_layer(<layer> [OBJECT] SOURCES <file>... [USES <layer or path>...]): the folder's target, named after it. A layer that
-# it uses is linked as well, base/ always; a part of one, such as the header that is its face, is only seen. This is the
-# one place where the architecture's arrows stand: LAYERS, and <layer>_USES, are what the tests judge includes and
-# pictures by.
+# layer_uses(<target> <path>...): these, and base/, which everyone may include who is not told otherwise.
+function(layer_uses target)
+    layer_sees(${target} ${ARGN} base)
+endfunction()
+
+# add_layer(<layer> [OBJECT] [ALONE] SOURCES <file>... [USES <layer or path>...]): the folder's target, named after it. A layer
+# that it uses is linked as well, base/ always unless it is ALONE; a part of one, such as the header that is its face, is
+# only seen. This is the one place where the architecture's arrows stand: LAYERS, <layer>_USES and <layer>_FLOOR, which is
+# base/ or nothing, are what the tests judge includes and pictures by.
 function(add_layer layer)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "OBJECT" "" "SOURCES;USES")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "OBJECT;ALONE" "" "SOURCES;USES")
     string(REPLACE "/" "-" target ${layer})
     set(type STATIC)
     if(arg_OBJECT)
         set(type OBJECT)
     endif()
+    set(floor base)
+    if(arg_ALONE)
+        set(floor "")
+    endif()
     add_library(${target} ${type} ${arg_SOURCES})
-    layer_uses(${target} ${layer} ${arg_USES})
-    foreach(used IN LISTS arg_USES ITEMS base)
+    layer_sees(${target} ${layer} ${arg_USES} ${floor})
+    foreach(used IN LISTS arg_USES floor)
         string(REPLACE "/" "-" used_target ${used})
         if(TARGET ${used_target} AND NOT used STREQUAL layer)
             target_link_libraries(${target} PUBLIC ${used_target})
@@ -43,6 +52,7 @@ function(add_layer layer)
     endforeach()
     set_property(GLOBAL APPEND PROPERTY LAYERS ${layer})
     set_property(GLOBAL PROPERTY ${layer}_USES ${arg_USES})
+    set_property(GLOBAL PROPERTY ${layer}_FLOOR ${floor})
 endfunction()
 
 # add_layer_program(<program> <layer> SOURCES <file>... [USES <layer>...]): a program out of a layer's folder, which is linked
@@ -51,7 +61,8 @@ function(add_layer_program program layer)
     cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SOURCES;USES")
     add_executable(${program} ${arg_SOURCES})
     get_property(own_uses GLOBAL PROPERTY ${layer}_USES)
-    layer_uses(${program} ${layer} ${own_uses} ${arg_USES})
+    get_property(floor GLOBAL PROPERTY ${layer}_FLOOR)
+    layer_sees(${program} ${layer} ${own_uses} ${arg_USES} ${floor})
     target_link_libraries(${program} PRIVATE ${layer} ${arg_USES})
     set_property(GLOBAL PROPERTY ${layer}_PROGRAM_USES ${arg_USES})
 endfunction()
