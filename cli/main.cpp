@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/Program.h"
 #include "cli/neighbours/AddressOwner.h"
-#include "cli/session/Privileges.h"
 #include "cli/session/Session.h"
 
 #include <QCoreApplication>
@@ -11,10 +10,7 @@
 #include <cstdlib>
 #include <exception>
 #include <fcntl.h>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <unistd.h>
 
 namespace {
@@ -29,12 +25,6 @@ bool secureStandardStreams()
         if (::fcntl(fd, F_GETFD) == -1 && ::open("/dev/null", O_RDWR) == -1)
             return false;
     return true;
-}
-
-std::string ownStatus()
-{
-    std::ifstream file("/proc/self/status");
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 bool wantsColour()
@@ -58,16 +48,8 @@ try {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
     // The workers' notes for developers; QT_LOGGING_RULES brings them back.
     QLoggingCategory::setFilterRules(QStringLiteral("default.debug=false"));
-    std::error_code ignored;                // The path is only for a hint.
-    const std::string status = ownStatus(); // Empty where no more files can be opened: no reason for a hint.
     cli::Session session{
-        std::cout,
-        std::cerr,
-        wantsColour(),
-        ::isatty(STDERR_FILENO) != 0,
-        status.empty() || cli::hasRawSocketCapability(status),
-        std::filesystem::read_symlink("/proc/self/exe", ignored).string(),
-        cli::findAddressOwner,
+        std::cout, std::cerr, wantsColour(), ::isatty(STDERR_FILENO) != 0, cli::findAddressOwner,
     };
     return static_cast<int>(cli::runProgram(words, session));
 } catch (const std::exception& error) {

@@ -12,6 +12,25 @@ struct SearchReport
 
 SearchReport GetSearchReport();
 
+enum class ListenerState
+{
+    Hears,        ///< All that can be heard is.
+    Missing,      ///< The program is not there.
+    Forbidden,    ///< This user may not run it, or nobody.
+    Unprivileged, ///< It may not open its socket.
+    Failed,       ///< Another reason, or it ended too often.
+};
+
+/// How the process's latest enumeration heard what this computer's reverse-path filter or firewall keeps from
+/// ordinary programs: by the listener, a program of its own.
+struct ListenerReport
+{
+    ListenerState state = ListenerState::Hears;
+    QString strProgram; ///< Its file.
+};
+
+ListenerReport GetListenerReport();
+
 /// From now on the camera of that MAC address, as QDevice has it, is listed by this process's enumerations
 /// whenever it answers, whatever else does.
 void ExpectCamera(const QString& strMacAddress);

@@ -6,6 +6,7 @@
 #include "sdk/discovery/Record.h"
 #include "sdk/discovery/RecordTable.h"
 #include "sdk/network/LinuxNetwork.h"
+#include "sdk/network/ListenerPath.h"
 
 #include <iterator>
 #include <system_error>
@@ -35,10 +36,10 @@ int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
             const bool hasSearched = failures.size() < adapters.size() || adapters.empty();
             const unsigned unlisted =
                 hasSearched ? records.publish(found.cameras, network.adapters(), network.now(), *list) : 0;
-            Reports::instance().setEnumeration({unlisted, joined(failures)});
+            Reports::instance().setEnumeration({unlisted, joined(failures), network.listening()});
             return hasSearched ? RZ_OK : RZ_ERROR_NETWORK;
         } catch (const std::system_error& error) {
-            Reports::instance().setEnumeration({0, error.what()});
+            Reports::instance().setEnumeration({0, error.what(), RZ_LISTENER_HEARS});
             return RZ_ERROR_NETWORK;
         }
     });
@@ -52,6 +53,16 @@ int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize)
         const EnumReport report = Reports::instance().enumeration();
         *unlisted = report.unlisted;
         return copyText(report.notSearched, buffer, bufferSize);
+    });
+}
+
+int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize)
+{
+    if (!state)
+        return RZ_ERROR_PARAMETER;
+    return guarded<int>(RZ_ERROR_INTERNAL, [=] {
+        *state = Reports::instance().enumeration().listener;
+        return copyText(ListenerPath, path, pathSize);
     });
 }
 

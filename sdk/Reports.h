@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/MacAddress.h"
+#include "sdk/RzCameraSdk.h"
 
 #include <map>
 #include <mutex>
@@ -14,6 +15,7 @@ struct EnumReport
 {
     unsigned unlisted = 0;   ///< Cameras that answered and for which the list had no room.
     std::string notSearched; ///< The adapters, each with its reason; or why nothing was searched.
+    RZ_LISTENER listener = RZ_LISTENER_HEARS; ///< Of the first adapter on which not all is well.
 };
 
 /// What there is to say of a call beyond its error code, for callers that ask afterwards. Any thread.

@@ -57,6 +57,18 @@ enum RZ_ERROR
     RZ_ERROR_OTHER_CAMERA = 13 /**< At the camera's address another one answers; it was left as it is. */
 };
 
+/** How well answers are heard that this computer's reverse-path filter or firewall keeps from ordinary
+ * sockets: a program of its own, the listener, hears them, the only one that needs a privilege (CAP_NET_RAW).
+ */
+enum RZ_LISTENER
+{
+    RZ_LISTENER_HEARS = 0,        /**< All that can be heard is. */
+    RZ_LISTENER_MISSING = 1,      /**< The program is not there. */
+    RZ_LISTENER_FORBIDDEN = 2,    /**< This user may not run the program, or nobody. */
+    RZ_LISTENER_UNPRIVILEGED = 3, /**< It may not open its socket. */
+    RZ_LISTENER_FAILED = 4        /**< It did not begin to listen for another reason, or ended too often. */
+};
+
 /** What GigE Vision tells of one camera. Texts are UTF-8 and end in a NUL: what fits of them in whole
  * characters; bytes that are no UTF-8 count as Latin-1. */
 typedef struct RZ_GIGE_DEVICE_INFO
@@ -109,6 +121,11 @@ RZ_API int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list);
  * Too many open files; eth2: ...", or why the enumeration failed; cut to `bufferSize` bytes with the NUL,
  * empty when all was searched. */
 RZ_API int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize);
+
+/** How the listener fared in the process's latest enumeration: `state` gets an RZ_LISTENER, that of the first
+ * adapter on which not all is well. `path` gets the file of the program; cut to `pathSize` bytes with the
+ * NUL. */
+RZ_API int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize);
 
 /** Names a camera that is looked for, by its MAC as in RZ_CC_DEVICE_INFO: from now on it comes first in this
  * process's enumerations, whatever else answers. */

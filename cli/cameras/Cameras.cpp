@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/cameras/Cameras.h"
 
+#include "cli/cameras/ListenerHint.h"
 #include "cli/session/Failure.h"
-#include "cli/session/Privileges.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
 #include "device/CameraSearch.h"
@@ -60,8 +60,7 @@ FoundCamera findCamera(const base::MacAddress& mac, const Session& session)
         if (const Camera* const camera = cameraByMac(cameras, mac))
             return {*camera, cameras, std::move(manager)};
     }
-    if (!session.hasRawSockets)
-        session.err << rawSocketHint(session.programPath);
+    session.err << listenerHint(GetListenerReport());
     throw Failure(ExitStatus::NoSuchCamera, notFound(mac, cameras));
 }
 

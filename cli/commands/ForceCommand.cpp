@@ -8,6 +8,7 @@
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
 #include "device/CameraAddress.h"
+#include "device/CameraSearch.h"
 
 #include <ostream>
 
@@ -122,9 +123,10 @@ void force(const Arguments& arguments, Session& session)
     if (!after)
         throw Failure(ExitStatus::Failed,
                       describe(camera) + " took the address and was not heard again" +
-                          (session.hasRawSockets
+                          (GetListenerReport().state == ListenerState::Hears
                                ? std::string()
-                               : "; without CAP_NET_RAW a camera outside the subnet may not be heard") +
+                               : "; as the listener has not its privilege, a camera outside the subnet may "
+                                 "not be heard") +
                           storedAfterFailure(camera));
     requireAddress(*after, wanted);
     requireStored(*after, found.all);

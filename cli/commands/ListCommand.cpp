@@ -2,9 +2,9 @@
 #include "cli/cameras/CameraJson.h"
 #include "cli/cameras/CameraTable.h"
 #include "cli/cameras/Cameras.h"
+#include "cli/cameras/ListenerHint.h"
 #include "cli/commands/Command.h"
 #include "cli/session/Failure.h"
-#include "cli/session/Privileges.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
 #include "device/CameraSearch.h"
@@ -110,8 +110,7 @@ void list(const Arguments& arguments, Session& session)
     const SearchReport report = GetSearchReport();
     session.out << (arguments.has("--json") ? cameraJson(cameras) : cameraTable(cameras, session.coloured))
                 << std::flush;
-    if (!session.hasRawSockets)
-        session.err << rawSocketHint(session.programPath);
+    session.err << listenerHint(GetListenerReport());
     if (report.nUnlisted > 0)
         session.err << noteOfUnlisted(report.nUnlisted);
     if (!report.strNotSearched.isEmpty())

@@ -3,8 +3,8 @@
 
 #include "cli/commands/SetRequest.h"
 #include "cli/session/Failure.h"
-#include "cli/session/Session.h"
 #include "device/CameraAddress.h"
+#include "device/CameraSearch.h"
 
 #include <QRegularExpression>
 
@@ -59,8 +59,7 @@ std::string adviceOnOtherCamera(const std::string& text, const Camera& camera)
 
 } // namespace
 
-void requireDone(const Change& change, const SetRequest& request, const std::vector<Camera>& cameras,
-                 const Session& session)
+void requireDone(const Change& change, const SetRequest& request, const std::vector<Camera>& cameras)
 {
     const std::optional<Camera>& after = change.seen.last;
     std::string text;
@@ -68,8 +67,9 @@ void requireDone(const Change& change, const SetRequest& request, const std::vec
         append(text, failure);
     if (!after) {
         append(text, "it was not heard again");
-        if (!session.hasRawSockets)
-            append(text, "without CAP_NET_RAW a camera outside the subnet may not be heard");
+        if (GetListenerReport().state != ListenerState::Hears)
+            append(text,
+                   "as the listener has not its privilege, a camera outside the subnet may not be heard");
     } else if (const std::string difference = differences(*after, request); !difference.empty()) {
         append(text, difference);
         if (!change.outcome.restarts)

@@ -16,7 +16,6 @@ struct Change
 
 /// Throws a Failure unless the camera reports in the end all that was asked, has it stored as far as is
 /// known, and nothing went wrong on the way. The cameras are those of before.
-void requireDone(const Change& change, const SetRequest& request, const std::vector<Camera>& cameras,
-                 const Session& session);
+void requireDone(const Change& change, const SetRequest& request, const std::vector<Camera>& cameras);
 
 } // namespace cli

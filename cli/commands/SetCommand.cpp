@@ -131,7 +131,7 @@ void set(const Arguments& arguments, Session& session)
     Interruption interruption;
     Change done = change(std::move(found), request, true, interruption, session);
     restartMissed(done, request, interruption, session);
-    requireDone(done, request, cameras, session);
+    requireDone(done, request, cameras);
     noteDoubts(done, request, session.err);
     reportChange(before, *done.seen.last, session);
 }

@@ -4,7 +4,6 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
-#include <string>
 
 namespace cli {
 
@@ -14,12 +13,10 @@ struct OwnerQuestion;
 /// What a command works with on this computer. The streams outlive it.
 struct Session
 {
-    std::ostream& out;         ///< Data.
-    std::ostream& err;         ///< Everything else, in lines.
-    bool coloured = false;     ///< Whether `out` shows colours.
-    bool interactive = false;  ///< Whether somebody watches `err`.
-    bool hasRawSockets = true; ///< Whether cameras outside all subnets can be heard for certain.
-    std::string programPath;   ///< This program's file.
+    std::ostream& out;        ///< Data.
+    std::ostream& err;        ///< Everything else, in lines.
+    bool coloured = false;    ///< Whether `out` shows colours.
+    bool interactive = false; ///< Whether somebody watches `err`.
     std::function<OwnerAnswer(const OwnerQuestion&)> findOwner;
     /// How long a camera may take to come back from a restart: a minute to start, then a search for a DHCP
     /// server (15 s) and for a free link-local address (40 s).

@@ -5,8 +5,29 @@ namespace sdk {
 
 namespace {
 
+constexpr std::size_t EthernetHeader = 14;
+constexpr std::size_t EtherType = 12; // Where it stands.
+constexpr std::uint16_t EtherTypeIpv4 = 0x0800;
+
 constexpr std::size_t MinIpHeader = 20;
 constexpr std::uint8_t ProtocolUdp = 17;
+
+/// Where the fields stand, in bytes from the header's beginning.
+namespace Ipv4Header {
+constexpr std::size_t Length = 2;
+constexpr std::size_t Fragment = 6; ///< Flags and offset.
+constexpr std::size_t Protocol = 9;
+constexpr std::size_t Source = 12;
+constexpr std::uint16_t FragmentBits = 0x3FFF; ///< More fragments, and the offset: 0 of a whole packet.
+} // namespace Ipv4Header
+
+namespace UdpHeader {
+constexpr std::size_t SourcePort = 0;
+constexpr std::size_t DestinationPort = 2;
+constexpr std::size_t Length = 4;
+constexpr std::size_t Checksum = 6;
+constexpr std::size_t Size = 8;
+} // namespace UdpHeader
 
 /// The ones' complement sum of RFC 1071; an odd last byte counts as the upper one.
 std::uint32_t sumOfWords(base::ByteView bytes)
@@ -19,26 +40,37 @@ std::uint32_t sumOfWords(base::ByteView bytes)
     return sum;
 }
 
-bool isChecksumRight(base::ByteView packet, base::ByteView udp)
+std::uint16_t folded(std::uint32_t sum)
 {
-    if (base::readU16(udp, UdpHeader::Checksum) == 0)
-        return true; // The sender made none.
-    std::uint32_t sum = sumOfWords(packet.subspan(Ipv4Header::Source, 8)) + ProtocolUdp +
-                        static_cast<std::uint32_t>(udp.size());
-    sum += sumOfWords(udp);
     while (sum > 0xFFFF)
         sum = (sum & 0xFFFF) + (sum >> 16);
-    return sum == 0xFFFF;
+    return static_cast<std::uint16_t>(sum);
+}
+
+bool isChecksumRight(base::ByteView packet, base::ByteView udp)
+{
+    const std::uint16_t checksum = base::readU16(udp, UdpHeader::Checksum);
+    if (checksum == 0)
+        return true; // The sender made none.
+    const std::uint32_t pseudoHeader = sumOfWords(packet.subspan(Ipv4Header::Source, 8)) + ProtocolUdp +
+                                       static_cast<std::uint32_t>(udp.size());
+    // The kernel leaves the rest to the adapter, and a packet that never leaves the host meets none.
+    if (checksum == folded(pseudoHeader))
+        return true;
+    return folded(pseudoHeader + sumOfWords(udp)) == 0xFFFF;
 }
 
 } // namespace
 
-std::optional<UdpFrame> parseUdpFrame(base::ByteView packet, UdpChecksum checksum)
+std::optional<UdpFrame> parseUdpFrame(base::ByteView frame)
 {
+    if (frame.size() < EthernetHeader || base::readU16(frame, EtherType) != EtherTypeIpv4)
+        return std::nullopt;
+    const base::ByteView packet = frame.subspan(EthernetHeader);
     if (packet.size() < MinIpHeader || packet[0] >> 4 != 4)
         return std::nullopt;
     const std::size_t headerSize = (packet[0] & 0xFu) * 4;
-    const std::size_t packetSize = base::readU16(packet, 2);
+    const std::size_t packetSize = base::readU16(packet, Ipv4Header::Length);
     if (headerSize < MinIpHeader || packetSize > packet.size() || packetSize < headerSize + UdpHeader::Size)
         return std::nullopt;
     if ((base::readU16(packet, Ipv4Header::Fragment) & Ipv4Header::FragmentBits) != 0 ||
@@ -49,7 +81,7 @@ std::optional<UdpFrame> parseUdpFrame(base::ByteView packet, UdpChecksum checksu
     if (udpSize < UdpHeader::Size || udpSize > packetSize - headerSize)
         return std::nullopt;
     const base::ByteView udp = packet.subspan(headerSize, udpSize);
-    if (checksum == UdpChecksum::Verify && !isChecksumRight(packet, udp))
+    if (!isChecksumRight(packet, udp))
         return std::nullopt;
     return UdpFrame{base::readIpv4(packet, Ipv4Header::Source), base::readU16(udp, UdpHeader::SourcePort),
                     base::readU16(udp, UdpHeader::DestinationPort), udp.subspan(UdpHeader::Size)};

@@ -215,7 +215,7 @@ TEST_F(CommandLine, SaysHowToHearAllCamerasWhenItLacksThePrivilege)
         run({"list", "--json"}, {"setpriv", "--bounding-set=-net_raw", "--inh-caps=-net_raw"});
     EXPECT_EQ(output.status, 0);
     EXPECT_THAT(json::parse(output.standardOutput), Not(IsEmpty()));
-    EXPECT_THAT(output.standardError, HasSubstr("sudo setcap cap_net_raw+ep " PROGRAM "\n"));
+    EXPECT_THAT(output.standardError, HasSubstr("sudo setcap cap_net_raw+ep " LISTENER "\n"));
 }
 
 TEST_F(CommandLine, FailsWhenItsOutputCannotBeWritten)

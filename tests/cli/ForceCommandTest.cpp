@@ -101,7 +101,7 @@ TEST_F(ForceCommandTest, TellsWhatIsThereWhenTheCameraIsNot)
     EXPECT_EQ(err.str(), "ip-configurator-cli: no camera has the MAC address 00:00:00:00:00:02; found:\n"
                          "    00:00:00:00:00:01  Model  192.0.2.20\n");
     sdk.listed.clear();
-    session.hasRawSockets = false;
+    sdk.listener = RZ_LISTENER_UNPRIVILEGED;
     EXPECT_EQ(force(), ExitStatus::NoSuchCamera);
     EXPECT_THAT(err.str(), AllOf(HasSubstr("sudo setcap"), HasSubstr("no camera answered at all")));
     EXPECT_THAT(forced(), IsEmpty());

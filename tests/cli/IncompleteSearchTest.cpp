@@ -32,11 +32,11 @@ TEST(IncompleteSearch, TellsWhichAdaptersWereNotSearchedAndWhy)
     site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"), R"(
         {"mac": "02:00:00:00:01:01", "address": "192.168.1.20"})");
     site.addAdapter("eth1", "172.16.0.5/16");
-    // The program has four open without any of the search; each adapter takes two.
+    // The program has four open without any of the search; each adapter takes two, and one more at first.
     const auto outputs = runAtOnce(
-        site.host(), {withFiles(6, "list --json"), withFiles(7, "list --json"), withFiles(4, "list --json"),
-                      withFiles(6, "force 02:00:00:00:02:01 --ip 172.16.9.9 --mask 255.255.0.0"),
-                      withFiles(6, "set 02:00:00:00:02:01 --dhcp")});
+        site.host(), {withFiles(7, "list --json"), withFiles(8, "list --json"), withFiles(4, "list --json"),
+                      withFiles(7, "force 02:00:00:00:02:01 --ip 172.16.9.9 --mask 255.255.0.0"),
+                      withFiles(7, "set 02:00:00:00:02:01 --dhcp")});
     for (const lab::Output& part : {outputs[0], outputs[1]}) {
         EXPECT_EQ(part.status, 1);
         EXPECT_EQ(json::parse(part.standardOutput).size(), 1u);

@@ -154,9 +154,9 @@ TEST_F(ListCommandTest, WithoutAnyCameraSaysWhatToCheckAndSucceeds)
 TEST_F(ListCommandTest, SaysWhatIsMissingWithoutThePrivilegeToHearAll)
 {
     sdk.listed = {sdk.record({})};
-    session.hasRawSockets = false;
+    sdk.listener = RZ_LISTENER_UNPRIVILEGED;
     EXPECT_EQ(json().size(), 1u);
-    EXPECT_THAT(err.str(), HasSubstr("sudo setcap cap_net_raw+ep /usr/bin/ip-configurator-cli\n"));
+    EXPECT_THAT(err.str(), HasSubstr("sudo setcap cap_net_raw+ep /usr/libexec/ip-configurator-hear\n"));
 }
 
 TEST_F(ListCommandTest, TellsSomebodyWhoWatchesThatItIsLooking)
@@ -204,7 +204,7 @@ TEST_F(ListCommandTest, TellsHowManyCamerasAreBeyondTheList)
 
 TEST_F(ListCommandTest, SpeaksOfThePrivilegeBeforePowerAndCables)
 {
-    session.hasRawSockets = false;
+    sdk.listener = RZ_LISTENER_UNPRIVILEGED;
     EXPECT_EQ(run({"list"}), ExitStatus::Done);
     EXPECT_LT(err.str().find("sudo setcap"), err.str().find("No camera "));
 }

@@ -37,10 +37,7 @@ protected:
     std::ostringstream err;
     std::vector<base::Ipv4> questions; ///< The addresses whose owners were asked for.
     cli::OwnerAnswer ownerAnswer;
-    cli::Session session{.out = out,
-                         .err = err,
-                         .programPath = "/usr/bin/ip-configurator-cli",
-                         .findOwner = [this](const cli::OwnerQuestion& question) {
+    cli::Session session{.out = out, .err = err, .findOwner = [this](const cli::OwnerQuestion& question) {
                              questions.push_back(question.address);
                              return ownerAnswer;
                          }};

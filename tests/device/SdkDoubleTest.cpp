@@ -30,6 +30,7 @@ TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
     RZ_CC_DestroyHandle(handle);
     char text[8];
     RZ_CC_GetEnumReport(&length, text, sizeof text);
+    RZ_CC_GetListener(&length, text, sizeof text);
     RZ_CC_ExpectDevice(0xAC1A, 0x00000002);
     RZ_CC_GetErrorText(camera, text, sizeof text);
     RZ_GIGE_IsForcedIpWaiting(camera);
@@ -40,7 +41,7 @@ TEST(SdkDoubleTest, NotesCallsInOrderWithTheirArguments)
                             "ForceIpEx(AC:1A:00:00:00:01, 10.0.0.1, 255.0.0.0, 10.0.0.254)",
                             "OpenDevice(AC:1A:00:00:00:01, 1, 0)", "GetGenICamXML(AC:1A:00:00:00:01, 8)",
                             "GetTlProxy(AC:1A:00:00:00:01)", "GetPersistentIp(AC:1A:00:00:00:01)",
-                            "DestroyHandle(AC:1A:00:00:00:01)", "GetEnumReport()",
+                            "DestroyHandle(AC:1A:00:00:00:01)", "GetEnumReport()", "GetListener()",
                             "ExpectDevice(AC:1A:00:00:00:02)", "GetErrorText(AC:1A:00:00:00:01)",
                             "IsForcedIpWaiting(AC:1A:00:00:00:01)"));
 }
@@ -105,14 +106,20 @@ TEST(SdkDoubleTest, TellsWhatIsStatedBeyondTheResults)
     RZ_CC_GetErrorText(camera, text, sizeof text);
     EXPECT_STREQ(text, "");
     EXPECT_FALSE(RZ_GIGE_IsForcedIpWaiting(camera));
+    EXPECT_EQ(RZ_CC_GetListener(&unlisted, text, sizeof text), RZ_OK);
+    EXPECT_EQ(unlisted, unsigned{RZ_LISTENER_HEARS});
+    EXPECT_STREQ(text, "/usr");
 
     sdk.unlisted = 3;
     sdk.notSearched = "eth1: down";
+    sdk.listener = RZ_LISTENER_MISSING;
     sdk.getErrorText = [](const RZ_CC_DEVICE_INFO*) { return "silent"; };
     sdk.isForcedIpWaiting = [](const RZ_CC_DEVICE_INFO*) { return true; };
     RZ_CC_GetEnumReport(&unlisted, text, sizeof text);
     EXPECT_EQ(unlisted, 3u);
     EXPECT_STREQ(text, "eth1") << "cut to the buffer";
+    RZ_CC_GetListener(&unlisted, text, sizeof text);
+    EXPECT_EQ(unlisted, unsigned{RZ_LISTENER_MISSING});
     RZ_CC_GetErrorText(camera, text, sizeof text);
     EXPECT_STREQ(text, "sile");
     EXPECT_TRUE(RZ_GIGE_IsForcedIpWaiting(camera));

@@ -147,7 +147,7 @@ void readForTheTool(const Words& words)
         return;
     std::ostringstream out;
     std::ostringstream err;
-    cli::Session session{out, err, false, false, true, {}, {}};
+    cli::Session session{out, err, false, false, {}};
     const cli::ExitStatus status = cli::runProgram(words, session);
     requireHarmless(out.str());
     requireHarmless(err.str());

@@ -9,6 +9,7 @@
 #include <linux/capability.h>
 #include <net/ethernet.h>
 #include <netinet/in.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
 #include <thread>
@@ -16,9 +17,10 @@
 
 namespace {
 
-/// Takes CAP_NET_RAW from the calling thread alone.
+/// Takes CAP_NET_RAW from the calling thread alone, and from whatever it starts.
 void dropRawCapability()
 {
+    ASSERT_EQ(prctl(PR_CAPBSET_DROP, CAP_NET_RAW, 0, 0, 0), 0);
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     __user_cap_data_struct data[2]{};
     ASSERT_EQ(syscall(SYS_capget, &header, data), 0);

@@ -202,6 +202,14 @@ int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned bufferSize)
     return RZ_OK;
 }
 
+int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize)
+{
+    const SdkDouble& sdk = SdkCalls::begin("GetListener()");
+    *state = sdk.listener;
+    copyText(sdk.listenerPath, path, pathSize);
+    return RZ_OK;
+}
+
 int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow)
 {
     SdkCalls::begin("ExpectDevice(" + macText(macHigh, macLow) + ")");

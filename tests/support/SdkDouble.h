@@ -69,6 +69,8 @@ public:
     // What enumerations report to have left out.
     unsigned unlisted = 0;
     std::string notSearched;
+    RZ_LISTENER listener = RZ_LISTENER_HEARS; ///< How it fared in them.
+    std::string listenerPath = "/usr/libexec/ip-configurator-hear";
 
     std::string description; ///< Is copied into the caller's buffer, as much of it as fits.
     /// What is reported as its length, when that is not the truth.
