@@ -55,6 +55,20 @@ TEST_F(ListCommandTest, PrintsEveryMemberAsATextInAFixedOrder)
     EXPECT_EQ(err.str(), "");
 }
 
+TEST_F(ListCommandTest, PrintsEachMemberOnALineOfItsOwn)
+{
+    sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01", .model = "\"\\\n", .userName = "\u00E9\u202E\x1B"}),
+                  sdk.record({.mac = "00:00:00:00:00:02"})};
+    EXPECT_EQ(run({"list", "--json"}), ExitStatus::Done);
+    // Shell completion reads it so.
+    EXPECT_THAT(out.str(), testing::StartsWith("[\n  {\n"
+                                               "    \"DeviceModelName\": \"\\\"\\\\\\n\",\n"
+                                               "    \"DeviceUserID\": \"\\u00e9\\u202e\\u001b\",\n"));
+    EXPECT_THAT(out.str(), HasSubstr("\",\n    \"GevMACAddress\": \"00:00:00:00:00:01\",\n"));
+    EXPECT_THAT(out.str(), HasSubstr("\"\n  },\n  {\n    \"DeviceModelName\": \""));
+    EXPECT_THAT(out.str(), testing::EndsWith("\"\n  }\n]\n"));
+}
+
 TEST_F(ListCommandTest, NamesEachStateAsTheConventionDoesWhateverTheLanguage)
 {
     int count = 1;
