@@ -148,11 +148,11 @@ void Listener::end()
         shutdown(m_link.get(), SHUT_WR);
 }
 
-/// Waits until it has ended, and sees to it that it does.
-void Listener::finish()
+/// Waits until it has ended, and sees to it that it does. Whether it did so of itself, instead of listening.
+bool Listener::finish()
 {
     if (m_process < 0)
-        return;
+        return false;
     end();
     // When it ends, so does the link. What it still writes is dropped.
     std::array<std::uint8_t, 4096> dropped;
@@ -171,10 +171,12 @@ void Listener::finish()
     do
         reaped = waitpid(m_process, &status, 0);
     while (reaped < 0 && errno == EINTR);
-    if (reaped > 0 && isStarting())
+    const bool hasItsOwnReason = reaped > 0 && isStarting() && !WIFSIGNALED(status);
+    if (hasItsOwnReason)
         m_state = stateAfterEarlyEnd(status);
     m_process = -1;
     m_link = base::FileDescriptor();
+    return hasItsOwnReason;
 }
 
 void Listener::read()
@@ -189,9 +191,7 @@ void Listener::read()
     }
     if (length < 0 && (errno == EAGAIN || errno == EINTR))
         return;
-    const bool hadListened = m_state == RZ_LISTENER_HEARS;
-    finish();
-    if (!hadListened)
+    if (finish())
         return;
     m_state = RZ_LISTENER_FAILED;
     try {
@@ -201,16 +201,19 @@ void Listener::read()
     }
 }
 
-/// An empty packet, as it is the listener that writes.
+/// An empty packet, if it is the listener that writes.
 void Listener::takeFirst()
 {
     const auto first = m_packets.next();
     if (!first)
         return;
-    if (first->empty())
+    if (first->empty()) {
         m_state = RZ_LISTENER_HEARS;
-    else
-        finish();
+        return;
+    }
+    finish();
+    m_state = RZ_LISTENER_FAILED;
+    m_packets = RelayedPackets();
 }
 
 std::optional<base::ByteView> Listener::nextFrame()

@@ -84,6 +84,7 @@ int main(int argc, char** argv)
             say(std::string(60000, 'x'));
     } else if (behaviour == "8") { // Speaks before it listens.
         say("frame");
+        say("frame");
         awaitEndOfInput();
     } else if (behaviour == "9") {
         say("");
@@ -93,6 +94,8 @@ int main(int argc, char** argv)
         say("");
         for (;;)
             pause();
+    } else if (behaviour == "11") { // Is killed before it listens, each time.
+        raise(SIGKILL);
     }
     return 0;
 }

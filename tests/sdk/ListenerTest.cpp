@@ -46,6 +46,7 @@ enum Behaviour : unsigned
     SpeaksTooEarly,
     TellsWhatItInherited,
     DoesNotEnd,
+    IsKilledAtOnce,
 };
 
 class Listener : public testing::Test
@@ -136,6 +137,12 @@ TEST_F(Listener, TellsWhyItDoesNotListen)
     EXPECT_EQ(stateOf(SpeaksTooEarly), RZ_LISTENER_FAILED);
 }
 
+TEST_F(Listener, ThatSpeaksTooEarlyIsNotBelieved)
+{
+    sdk::Listener listener(SpeaksTooEarly, Port);
+    EXPECT_EQ(frame(listener), "none");
+}
+
 TEST_F(Listener, TellsThatItsProgramIsNotThereOrIsNone)
 {
     setPath("/nowhere/hear");
@@ -169,6 +176,17 @@ TEST_F(Listener, ThatDiesInMidPacketIsStartedAgainThreeTimes)
     EXPECT_EQ(frame(listener), "none");
     EXPECT_EQ(listener.state(), RZ_LISTENER_FAILED);
     EXPECT_LT(listener.descriptor(), 0);
+}
+
+TEST_F(Listener, ThatIsKilledBeforeItListensIsStartedAgainToo)
+{
+    sdk::Listener listener(IsKilledAtOnce, Port);
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_TRUE(listener.isStarting()) << "start " << i;
+        EXPECT_TRUE(readMore(listener));
+    }
+    EXPECT_FALSE(listener.isStarting());
+    EXPECT_EQ(listener.state(), RZ_LISTENER_FAILED);
 }
 
 TEST_F(Listener, ThatFloodsIsReadInPiecesAndEnded)
