@@ -79,7 +79,6 @@ const char* hear::confineTo(int socket)
     for (unsigned long each = 0; prctl(PR_CAPBSET_READ, each, 0, 0, 0) >= 0; ++each)
         if (prctl(PR_CAPBSET_DROP, each, 0, 0, 0) != 0 && (mayNarrow || errno != EPERM))
             return "PR_CAPBSET_DROP";
-    // The group first: it is the user who may give it back.
     if (getegid() != getgid() && setresgid(getgid(), getgid(), getgid()) != 0)
         return "setresgid";
     if (geteuid() != getuid() && setresuid(getuid(), getuid(), getuid()) != 0)
