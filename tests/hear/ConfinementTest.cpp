@@ -36,6 +36,7 @@ int confined(const std::function<void(int socket)>& act)
     EXPECT_EQ(::send(peer.get(), "x", 1, 0), 1);
     const pid_t pid = ::fork();
     if (pid == 0) {
+        ::alarm(20);
         ::dup2(::open("/dev/zero", O_RDONLY), STDIN_FILENO);
         ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO);
         if (!hear::confineTo(socket.get()))
@@ -89,7 +90,7 @@ TEST(Confinement, EndsWhoeverMakesAnyOtherCall)
         {"receiving from the input",
          [](int) { ::syscall(SYS_recvfrom, STDIN_FILENO, &byte, 1, 0, nullptr, nullptr); }},
         {"receiving from another socket",
-         [](int socket) { ::syscall(SYS_recvfrom, socket + 1, &byte, 1, 0, nullptr, nullptr); }},
+         [](int socket) { ::syscall(SYS_recvfrom, socket + 1, &byte, 1, MSG_DONTWAIT, nullptr, nullptr); }},
         {"opening a file", [](int) { ::syscall(SYS_openat, AT_FDCWD, "/dev/null", O_RDONLY); }},
         {"another socket", [](int) { ::syscall(SYS_socket, AF_INET, SOCK_DGRAM, 0); }},
         {"binding anew", [](int socket) { ::syscall(SYS_bind, socket, nullptr, 0); }},
