@@ -75,9 +75,9 @@ TEST(Arguments, ThatNameAnAdapterWithoutEthernetLeaveNothingToHear)
 {
     const lab::Namespace host;
     for (const char* const what : {"40000", "arrivals"}) {
-        const lab::Output output = run(host, {"1", what});
-        EXPECT_EQ(output.status, 0);
-        EXPECT_EQ(output.standardOutput, "") << "it does not say that it listens";
-        EXPECT_EQ(output.standardError, "");
+        Listener listener = Listener::started(host, {"1", what});
+        EXPECT_EQ(listener.wait(), 0) << "though its input has not ended";
+        EXPECT_EQ(listener.rest(), "") << "it does not say that it listens";
+        EXPECT_EQ(listener.complaints(), "");
     }
 }

@@ -85,6 +85,12 @@ std::string Cable::index(const std::string& adapter) const
     return std::to_string(::if_nametoindex(adapter.c_str()));
 }
 
+void Cable::allowLongFrames() const
+{
+    for (const lab::Namespace* const each : {&m_host, &m_other})
+        each->run("ip link set eth0 mtu 65535");
+}
+
 bool Cable::addVlan() const
 {
     const lab::Output added =

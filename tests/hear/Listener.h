@@ -16,9 +16,10 @@ public:
     Cable();
 
     const lab::Namespace& host() const { return m_host; }
-    const lab::Namespace& other() const { return m_other; }
     /// The number of one of the host's adapters.
     std::string index(const std::string& adapter = "eth0") const;
+    /// Has it carry IP packets of 65535 bytes.
+    void allowLongFrames() const;
     /// Gives the host's adapter one more, eth0.7 of VLAN 7; false where the kernel has no VLANs.
     bool addVlan() const;
     /// Puts a frame on the cable, from the other machine; from the host itself.

@@ -31,10 +31,11 @@ public:
 
     std::string path() const { return m_directory + "/calls"; }
 
-    /// Each call from that of socket() on, with its first argument and an option's name.
+    /// Each call from that of socket() on, with its first argument and the name of an option or protocol.
     std::vector<std::string> calls() const
     {
-        static const std::regex call(R"(^(\w+\()([^,)]*)(?:, SOL_SOCKET(, \w+))?.* = (\S+).*$)");
+        static const std::regex call(
+            R"(^(\w+\()([^,)]*)(?:, [A-Z_|]+(, (?:SO_\w+|htons\(\w+)))?.* = (\S+).*$)");
         std::vector<std::string> calls;
         std::string socket;
         std::ifstream file(path());
@@ -74,7 +75,7 @@ TEST(SystemCalls, ConfineItInThisOrderBeforeItSaysThatItListensAndThenRelayOnly)
     std::erase(calls, "prctl(PR_CAPBSET_READ");
     std::erase(calls, "prctl(PR_CAPBSET_DROP");
     const std::vector<std::string> beginning{
-        "socket(AF_PACKET",
+        "socket(AF_PACKET, htons(0",
         "setsockopt(socket, SO_ATTACH_FILTER",
         "setsockopt(socket, SO_LOCK_FILTER",
         "setsockopt(socket, SO_RCVBUFFORCE",
