@@ -14,7 +14,8 @@ struct IpSettings;
 } // namespace base
 
 /// One IPv4 address of a host adapter, in host order.
-struct _NETWORK_INFO // NOLINT(bugprone-reserved-identifier): the name is agreed with the users of this record
+// NOLINTNEXTLINE(clang-diagnostic-reserved-identifier): the name is agreed with the users of this record
+struct _NETWORK_INFO
 {
     quint32 nIpAddress = 0;
     quint32 nSubnetMask = 0;

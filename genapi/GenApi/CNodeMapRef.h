@@ -16,7 +16,7 @@ public:
     CNodeMapRef& operator=(const CNodeMapRef&) = delete;
     virtual ~CNodeMapRef();
 
-    // NOLINTBEGIN(bugprone-reserved-identifier): the standard's own names.
+    // NOLINTBEGIN(clang-diagnostic-reserved-identifier): the standard's own names.
 
     /// Makes the node map of a description, plain or zipped. Throws a RuntimeException when there is a map
     /// already, and when the description is no good.
@@ -28,7 +28,7 @@ public:
     /// See INodeMap::GetNode. Null without a node map.
     INode* _GetNode(const GenICam::gcstring& Name) const;
 
-    // NOLINTEND(bugprone-reserved-identifier)
+    // NOLINTEND(clang-diagnostic-reserved-identifier)
 
 private:
     GenICam::gcstring m_deviceName;

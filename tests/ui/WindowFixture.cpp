@@ -16,14 +16,14 @@
 
 // What the libraries under Qt keep until the process ends.
 extern "C" [[gnu::visibility("default")]] const char*
-__lsan_default_suppressions() // NOLINT(bugprone-reserved-identifier)
+__lsan_default_suppressions() // NOLINT(clang-diagnostic-reserved-identifier)
 {
     return "leak:libfontconfig\nleak:libdbus-1\n";
 }
 
 // What Qt, its platform plug-in and the graphics libraries do among themselves is not judged.
 extern "C" [[gnu::visibility("default")]] const char*
-__tsan_default_options() // NOLINT(bugprone-reserved-identifier)
+__tsan_default_options() // NOLINT(clang-diagnostic-reserved-identifier)
 {
     return "ignore_noninstrumented_modules=1";
 }
