@@ -17,7 +17,8 @@
 
 namespace {
 
-/// A capture of what crosses the host's adapter, read by tshark.
+/// A capture of what crosses the host's adapter, read by tshark. Its program is halted until stop(): the
+/// kernel keeps all that there is to capture, however late a busy machine gives the program a processor.
 class Capture
 {
 public:
@@ -25,11 +26,12 @@ public:
         : m_site(site),
           m_file(testing::TempDir() + "gvcp-" + std::to_string(getpid()) + ".pcap"),
           m_process(site.host().start({"sh", "-c",
-                                       "exec tcpdump --immediate-mode -Z root -U -i " + interface + " -w " +
-                                           m_file + " udp port 3956 or port 9 2>&1"}))
+                                       "exec tcpdump --immediate-mode -s 2048 -B 16384 -Z root -U -i " +
+                                           interface + " -w " + m_file + " udp port 3956 or port 9 2>&1"}))
     {
         while (m_process.readLine().find("listening on") == std::string::npos) {
         }
+        kill(m_process.id(), SIGSTOP);
     }
     Capture(const Capture&) = delete;
     Capture& operator=(const Capture&) = delete;
@@ -41,6 +43,7 @@ public:
     {
         const std::string mark = "end of what is captured";
         m_site.host().execute({"bash", "-c", "echo " + mark + " >/dev/udp/" + target + "/9"});
+        kill(m_process.id(), SIGCONT);
         if (!waitUntil([&] { return content().find(mark) != std::string::npos; }))
             throw std::runtime_error("the capture does not get to its end");
         kill(m_process.id(), SIGINT);
