@@ -226,6 +226,9 @@ TEST_F(Listener, InheritsNothing)
 
 TEST_F(Listener, IsNotStartedByHalfWhenTheProcessMayOpenNoMore)
 {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the undefined-behaviour sanitizer beside it needs a pipe to look at an exception";
+#endif
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     const rlimit none{0, before.rlim_max};
