@@ -58,7 +58,7 @@ public:
         const std::string preparation = "set -e; mount -t tmpfs -o mode=0755 none " PREFIX "; cp -r " +
                                         (m_folder / "." PREFIX).string() +
                                         "/. " PREFIX "; asUser() { setpriv --reuid=65534 --regid=65534 "
-                                                     "--clear-groups env HOME=/ LC_ALL=C.UTF-8 \"$@\"; }; ";
+                                        "--clear-groups env HOME=/ LC_ALL=C.UTF-8 \"$@\"; }; ";
         return {"unshare", "--mount", "sh", "-c", preparation + command};
     }
 
@@ -121,10 +121,9 @@ protected:
         const lab::Output without = run(damage + "; " + list);
         EXPECT_THAT(camerasIn(without), UnorderedElementsAre(Pair(Inside, "Free"))) << damage;
         // There need be no sudo here, and root has no need of it.
-        const lab::Output repaired = run("sudo() { \"$@\"; }; " + damage + "; " + list +
-                                         " 2>&1 >/dev/null | sed -n 's/^    //p' >/dev/shm/repair; . "
-                                         "/dev/shm/repair; rm /dev/shm/repair; " +
-                                         list);
+        const lab::Output repaired =
+            run("sudo() { \"$@\"; }; " + damage + "; " + list +
+                " 2>&1 >/dev/null | sed -n 's/^    //p' >" PREFIX "/repair; . " PREFIX "/repair; " + list);
         EXPECT_THAT(camerasIn(repaired),
                     UnorderedElementsAre(Pair(Inside, "Free"), Pair(Outside, "Unreachable")))
             << without.standardError;
