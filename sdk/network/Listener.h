@@ -14,7 +14,8 @@ namespace sdk {
 /// The listener (hear/) at work on one adapter: a process of its own with the one privilege, that hears what
 /// the kernel keeps from ordinary sockets, and passes on the frames that a camera sends to one UDP port.
 ///
-/// One that is killed, or ends though it had listened, is started again, some times. Used by one thread at a time.
+/// One that is killed, or ends though it had listened, is started again, some times. Used by one thread at a
+/// time.
 class Listener
 {
 public:
