@@ -126,7 +126,7 @@ bool LinuxNetwork::openAll(const std::vector<Adapter>& adapters)
 
 void LinuxNetwork::awaitListeners()
 {
-    const Clock::time_point until = now() + TimeToListen;
+    const Clock::time_point until = Clock::now() + TimeToListen;
     for (;;) {
         std::vector<Listener*> starting;
         std::vector<pollfd> polled;
@@ -136,7 +136,7 @@ void LinuxNetwork::awaitListeners()
             starting.push_back(port.listener.get());
             polled.push_back({port.listener->descriptor(), POLLIN, 0});
         }
-        const auto left = until - now();
+        const auto left = until - Clock::now();
         if (starting.empty() || left <= Clock::duration::zero())
             return;
         const timespec timeout = toTimespec(left);
