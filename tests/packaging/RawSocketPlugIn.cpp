@@ -16,7 +16,7 @@ class RawSocketPlugIn : public QGenericPlugin
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "RawSocketPlugIn.json")
 
 public:
-    QObject* create(const QString& name, const QString& specification) override;
+    QObject* create(const QString& name, const QString& arguments) override;
 };
 
 QObject* RawSocketPlugIn::create(const QString&, const QString&)
