@@ -87,4 +87,11 @@ std::string listenerHint(const ListenerReport& report)
                         : "note: cameras outside this computer's subnets may be missing, because " + text;
 }
 
+std::string listenerDoubt(const ListenerReport& report)
+{
+    return report.state == ListenerState::Hears
+               ? ""
+               : "as the listener has not its privilege, a camera outside the subnet may not be heard";
+}
+
 } // namespace cli

@@ -11,4 +11,7 @@ namespace cli {
 /// Empty when all are heard.
 std::string listenerHint(const ListenerReport& report);
 
+/// The part of a sentence that says so of one camera which is not heard again; empty likewise.
+std::string listenerDoubt(const ListenerReport& report);
+
 } // namespace cli

@@ -3,12 +3,12 @@
 #include "cli/cameras/AddressConflict.h"
 #include "cli/cameras/CameraTable.h"
 #include "cli/cameras/Cameras.h"
+#include "cli/cameras/ListenerHint.h"
 #include "cli/commands/Command.h"
 #include "cli/session/Failure.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
 #include "device/CameraAddress.h"
-#include "device/CameraSearch.h"
 
 #include <ostream>
 
@@ -120,14 +120,12 @@ void force(const Arguments& arguments, Session& session)
 
     const std::optional<Camera> after =
         awaitChange(mac, [&wanted](const Camera& each) { return each.settings == wanted; });
-    if (!after)
-        throw Failure(ExitStatus::Failed,
-                      describe(camera) + " took the address and was not heard again" +
-                          (GetListenerReport().state == ListenerState::Hears
-                               ? std::string()
-                               : "; as the listener has not its privilege, a camera outside the subnet may "
-                                 "not be heard") +
-                          storedAfterFailure(camera));
+    if (!after) {
+        const std::string doubt = listenerDoubt(GetListenerReport());
+        throw Failure(ExitStatus::Failed, describe(camera) + " took the address and was not heard again" +
+                                              (doubt.empty() ? "" : "; " + doubt) +
+                                              storedAfterFailure(camera));
+    }
     requireAddress(*after, wanted);
     requireStored(*after, found.all);
     noteOtherMaskOrGateway(after->settings, wanted, session.err);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/commands/SaveVerdict.h"
 
+#include "cli/cameras/ListenerHint.h"
 #include "cli/commands/SetRequest.h"
 #include "cli/session/Failure.h"
 #include "device/CameraAddress.h"
-#include "device/CameraSearch.h"
 
 #include <QRegularExpression>
 
@@ -67,9 +67,7 @@ void requireDone(const Change& change, const SetRequest& request, const std::vec
         append(text, failure);
     if (!after) {
         append(text, "it was not heard again");
-        if (GetListenerReport().state != ListenerState::Hears)
-            append(text,
-                   "as the listener has not its privilege, a camera outside the subnet may not be heard");
+        append(text, listenerDoubt(GetListenerReport()));
     } else if (const std::string difference = differences(*after, request); !difference.empty()) {
         append(text, difference);
         if (!change.outcome.restarts)

@@ -24,17 +24,9 @@ constexpr const char* Beginning = "note: cameras outside this computer's subnets
 class ListenerHint : public testing::Test
 {
 protected:
-    ListenerHint() { write(path()); }
+    ListenerHint() { EXPECT_TRUE(QFile(QString::fromStdString(path())).open(QIODevice::WriteOnly)); }
 
-    std::string path(const QString& name = QStringLiteral("hear")) const
-    {
-        return folder.filePath(name).toStdString();
-    }
-
-    static void write(const std::string& file)
-    {
-        EXPECT_TRUE(QFile(QString::fromStdString(file)).open(QIODevice::WriteOnly));
-    }
+    std::string path() const { return folder.filePath(QStringLiteral("hear")).toStdString(); }
 
     std::string hint(ListenerState state) const
     {
@@ -49,6 +41,13 @@ protected:
 TEST_F(ListenerHint, IsNoneWhenAllIsHeard)
 {
     EXPECT_EQ(hint(ListenerState::Hears), "");
+}
+
+TEST_F(ListenerHint, IsAlsoADoubtOfOneCameraUnlessAllIsHeard)
+{
+    EXPECT_EQ(cli::listenerDoubt({ListenerState::Hears, {}}), "");
+    EXPECT_EQ(cli::listenerDoubt({ListenerState::Missing, {}}),
+              "as the listener has not its privilege, a camera outside the subnet may not be heard");
 }
 
 TEST_F(ListenerHint, GivesThePrivilegeByACommandThatAShellTakesAsItStands)
