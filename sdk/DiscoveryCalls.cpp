@@ -39,7 +39,7 @@ int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list)
             Reports::instance().setEnumeration({unlisted, joined(failures), network.listening()});
             return hasSearched ? RZ_OK : RZ_ERROR_NETWORK;
         } catch (const std::system_error& error) {
-            Reports::instance().setEnumeration({0, error.what(), RZ_LISTENER_HEARS});
+            Reports::instance().setEnumeration({0, error.what()});
             return RZ_ERROR_NETWORK;
         }
     });

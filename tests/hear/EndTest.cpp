@@ -32,6 +32,17 @@ base::Bytes longAndNumbered(std::uint32_t number)
     return frame;
 }
 
+/// One that has heard all LongFrames and cannot write them: the last that the pipe takes is in it in part.
+Listener withAFullPipe(const Cable& cable)
+{
+    cable.allowLongFrames();
+    Listener listener = Listener::listening(cable);
+    for (std::uint32_t number = 0; number < LongFrames; ++number)
+        cable.send(longAndNumbered(number));
+    EXPECT_TRUE(waitUntil([&] { return listener.sleeps(); })) << "the pipe is full";
+    return listener;
+}
+
 void flood(const Cable& cable)
 {
     for (std::uint32_t number = 0; number < Flood; ++number)
@@ -63,11 +74,7 @@ TEST(End, ComesWithThatOfTheInputThoughNobodyTakesWhatWasHeard)
 TEST(End, ComesWithThatOfTheInputThoughAFrameIsTakenInPart)
 {
     const Cable cable;
-    cable.allowLongFrames();
-    Listener listener = Listener::listening(cable);
-    for (std::uint32_t number = 0; number < LongFrames; ++number)
-        cable.send(longAndNumbered(number));
-    ASSERT_TRUE(waitUntil([&] { return listener.sleeps(); })) << "the pipe is full";
+    Listener listener = withAFullPipe(cable);
     listener.endInput();
     EXPECT_EQ(listener.wait(), 0);
 }
@@ -75,11 +82,7 @@ TEST(End, ComesWithThatOfTheInputThoughAFrameIsTakenInPart)
 TEST(End, DoesNotComeWhileAReaderIsSlowWhoGetsEachFrameWhole)
 {
     const Cable cable;
-    cable.allowLongFrames();
-    Listener listener = Listener::listening(cable);
-    for (std::uint32_t number = 0; number < LongFrames; ++number)
-        cable.send(longAndNumbered(number));
-    ASSERT_TRUE(waitUntil([&] { return listener.sleeps(); })) << "the pipe is full";
+    Listener listener = withAFullPipe(cable);
     for (std::uint32_t number = 0; number < LongFrames; ++number)
         EXPECT_EQ(listener.read(), longAndNumbered(number));
 }

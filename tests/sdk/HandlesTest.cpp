@@ -2,11 +2,11 @@
 #include "sdk/RzCameraSdk.h"
 
 #include "base/Ipv4.h"
+#include "tests/support/NoMoreDescriptors.h"
 
 #include <gtest/gtest.h>
 
 #include <pthread.h>
-#include <sys/resource.h>
 #include <thread>
 
 using namespace base::literals;
@@ -114,14 +114,12 @@ TEST(Enumerating, FailsWhenTheProcessHasNoDescriptorLeft)
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the undefined-behaviour sanitizer beside it needs a pipe to look at an exception";
 #endif
-    // Only the opening of new ones is limited.
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit none{0, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     RZ_CC_DEVICE_INFO_LIST list{};
-    const int result = RZ_CC_EnumDevices(RZ_TL_GIGE, &list);
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    int result = RZ_OK;
+    {
+        const NoMoreDescriptors limit;
+        result = RZ_CC_EnumDevices(RZ_TL_GIGE, &list);
+    }
     EXPECT_EQ(result, RZ_ERROR_NETWORK) << "that there is no camera is not known";
     EXPECT_EQ(list.nDeviceCount, 0u);
     unsigned unlisted = 1;

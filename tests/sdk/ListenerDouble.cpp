@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Stands in for the listener, and behaves as its first argument says. Whatever is asked of it, it ends within
 // ten seconds.
-#include <array>
 #include <csignal>
-#include <cstdint>
-#include <cstdlib>
 #include <dirent.h>
 #include <fcntl.h>
 #include <string>

@@ -2,6 +2,7 @@
 #include "sdk/network/Listener.h"
 
 #include "sdk/network/ListenerPath.h"
+#include "tests/support/NoMoreDescriptors.h"
 
 #include <array>
 #include <cerrno>
@@ -13,7 +14,6 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <string>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -229,17 +229,15 @@ TEST_F(Listener, IsNotStartedByHalfWhenTheProcessMayOpenNoMore)
 #ifdef __SANITIZE_ADDRESS__
     GTEST_SKIP() << "the undefined-behaviour sanitizer beside it needs a pipe to look at an exception";
 #endif
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
-    const rlimit none{0, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     int error = 0;
-    try {
-        sdk::Listener(Works, Port);
-    } catch (const std::system_error& thrown) {
-        error = thrown.code().value();
+    {
+        const NoMoreDescriptors limit;
+        try {
+            sdk::Listener(Works, Port);
+        } catch (const std::system_error& thrown) {
+            error = thrown.code().value();
+        }
     }
-    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
     EXPECT_EQ(error, EMFILE);
 }
 
