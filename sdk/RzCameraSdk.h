@@ -108,6 +108,98 @@ typedef struct RZ_CC_DEVICE_INFO_LIST
     RZ_CC_DEVICE_INFO* apDeviceInfo[RZ_MAX_DEVICES];
 } RZ_CC_DEVICE_INFO_LIST;
 
+/** How an answer was heard. */
+enum RZ_HEARD
+{
+    RZ_HEARD_SOCKET = 1,   /**< By an ordinary socket, as any program hears. */
+    RZ_HEARD_LISTENER = 2, /**< By the listener. */
+    RZ_HEARD_UNICAST = 4,  /**< It was sent to this computer. */
+    RZ_HEARD_BROADCAST = 8 /**< It was sent to all. */
+};
+
+/** What became of the questions for a camera's registers. */
+enum RZ_REGISTERS
+{
+    RZ_REGISTERS_NOT_ASKED = 0, /**< The camera is outside the subnet of the adapter. */
+    RZ_REGISTERS_SILENT = 1,
+    RZ_REGISTERS_REFUSED = 2, /**< An application holds it exclusively. */
+    RZ_REGISTERS_TOLD = 3,
+    RZ_REGISTERS_OTHER_CAMERA = 4 /**< At its address another camera answers. */
+};
+
+/** Which registers a camera has told of: bits of RZ_CC_SIGHTING's nTold. An optional register is asked for
+ * only when the camera says that it has it. */
+enum RZ_TOLD
+{
+    RZ_TOLD_PRIVILEGE = 1,
+    RZ_TOLD_HOLDER = 2, /**< nHolderIp and nHolderPort. */
+    RZ_TOLD_HEARTBEAT_TIMEOUT = 4,
+    RZ_TOLD_HEARTBEAT_OFF = 8,
+    RZ_TOLD_LINK_SPEED = 16,
+    RZ_TOLD_STORED = 32, /**< The three values of the stored address. */
+    RZ_TOLD_STREAM = 64  /**< nStreamIp and nStreamPort. */
+};
+
+/** One camera as one adapter heard it, in one look. */
+typedef struct RZ_CC_SIGHTING
+{
+    RZ_CC_DEVICE_INFO* pInfo; /**< Its record, as of RZ_CC_EnumDevices. */
+    uint32_t nReachable;      /**< 1: in the subnet of the adapter. */
+    uint32_t nAccessible;     /**< 1: nobody controls it. */
+    uint32_t nHeard;          /**< RZ_HEARD bits, of all its answers to DISCOVERY. */
+    uint32_t nSearches;       /**< DISCOVERY commands that went out on the adapter. */
+    uint32_t nSearchAnswers;  /**< Those of them that it answered. */
+    uint32_t nQuestions;      /**< Datagrams with a question for its registers. */
+    uint32_t nReplies;        /**< Those of them that were answered. */
+    uint32_t nRegisters;      /**< An RZ_REGISTERS. */
+    uint32_t nTold;           /**< RZ_TOLD bits; what was not told is 0. */
+    uint32_t nPrivilege;      /**< The register: 0 free, 1 exclusive, 2 control. */
+    uint32_t nHolderIp;       /**< The application in control. */
+    uint32_t nHolderPort;
+    uint32_t nHeartbeatTimeout; /**< Milliseconds. */
+    uint32_t nHeartbeatOff;     /**< 1: the heartbeat is switched off. */
+    uint32_t nLinkSpeed;        /**< Mbit/s. */
+    uint32_t nStoredIp;
+    uint32_t nStoredMask;
+    uint32_t nStoredGateway;
+    uint32_t nStreamIp; /**< Where its first stream goes; 0 for nowhere. */
+    uint32_t nStreamPort;
+} RZ_CC_SIGHTING;
+
+/** What a device said that tells of itself. */
+enum RZ_ARRIVAL
+{
+    RZ_ARRIVAL_PROBE = 0,        /**< By ARP: it asks whether anybody has an address that it would like. */
+    RZ_ARRIVAL_ANNOUNCEMENT = 1, /**< By ARP: it has an address. */
+    RZ_ARRIVAL_SPEECH = 2,       /**< By ARP: it has an address, as it asks or answers for another reason. */
+    RZ_ARRIVAL_DHCP = 3          /**< It asks a DHCP server for an address. */
+};
+
+typedef struct RZ_CC_ARRIVAL
+{
+    uint32_t nKind;         /**< An RZ_ARRIVAL. */
+    uint32_t nAdapterIndex; /**< The interface index of the adapter that heard it. */
+    uint32_t nMacHigh;      /**< As in RZ_CC_DEVICE_INFO. */
+    uint32_t nMacLow;
+    uint32_t nIp; /**< The address that it is about; 0 for none. */
+} RZ_CC_ARRIVAL;
+
+/** Options of RZ_CC_Look. */
+enum RZ_LOOK
+{
+    RZ_LOOK_COUNT_LOSSES = 1 /**< Asks each camera in reach twenty times, to tell how many get lost. */
+};
+
+/** Who is told what a look finds, on the thread that looks. The pointers are valid during the call. */
+typedef struct RZ_CC_LOOK_SINK
+{
+    void* pContext;
+    /** A camera, as soon as it is known whether it is accessible, with RZ_LOOK_COUNT_LOSSES at the end of
+     * its questions. At the end of the look once more, complete: with `isLast` other than 0. */
+    void (*pOnCamera)(void* context, const RZ_CC_SIGHTING* camera, int isLast);
+    void (*pOnArrival)(void* context, const RZ_CC_ARRIVAL* arrival);
+} RZ_CC_LOOK_SINK;
+
 /** The transport layers that this SDK drives: bit 0 is RZ_TL_GIGE. */
 RZ_API unsigned RZ_CC_EnumerateTls(void);
 
@@ -116,7 +208,7 @@ RZ_API unsigned RZ_CC_EnumerateTls(void);
  * there is no other. */
 RZ_API int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list);
 
-/** What the process's latest enumeration left out. `unlisted` gets the number of cameras that answered beyond
+/** What the process's latest enumeration, or look, left out. `unlisted` gets the number of cameras that answered beyond
  * those for which the list had room. `buffer` gets the adapters that could not be searched and why, "eth1:
  * Too many open files; eth2: ...", or why the enumeration failed; cut to `bufferSize` bytes with the NUL,
  * empty when all was searched. */
@@ -126,6 +218,23 @@ RZ_API int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned buffer
  * adapter on which not all is well. `path` gets the file of the program; cut to `pathSize` bytes with the
  * NUL. */
 RZ_API int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize);
+
+/** Opens this computer's adapters for RZ_CC_Look: all that are up and not loopback, also those without an
+ * IPv4 address, and hears what devices say by ARP and as DHCP clients, where the listener can. RZ_ERROR_NETWORK
+ * when none could be opened, though there are some: RZ_CC_GetEnumReport tells why. */
+RZ_API int RZ_CC_OpenLook(void** look);
+
+/**
+ * Asks on all adapters for cameras as RZ_CC_EnumDevices does, but lists any number of them; asks those in
+ * reach for registers that tell who holds them, all at once. Takes little more than a second, or `milliseconds`
+ * if that is longer. Takes control of nothing.
+ *
+ * One thread at a time looks with one look; others may do anything else.
+ */
+RZ_API int RZ_CC_Look(void* look, unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SINK* sink);
+
+/** Closes the adapters. */
+RZ_API int RZ_CC_CloseLook(void* look);
 
 /** Names a camera that is looked for, by its MAC as in RZ_CC_DEVICE_INFO: from now on it comes first in this
  * process's enumerations, whatever else answers. */
@@ -233,4 +342,7 @@ static_assert(offsetof(RZ_CC_DEVICE_INFO, stGigEInfo) == 32);
 static_assert(sizeof(RZ_CC_DEVICE_INFO_LIST) == 2056);
 static_assert(offsetof(RZ_CC_DEVICE_INFO_LIST, nDeviceCount) == 0);
 static_assert(offsetof(RZ_CC_DEVICE_INFO_LIST, apDeviceInfo) == 8);
+
+static_assert(sizeof(RZ_CC_SIGHTING) == 88);
+static_assert(sizeof(RZ_CC_ARRIVAL) == 20);
 #endif
