@@ -26,13 +26,13 @@ struct AdapterAddress
 struct Adapter
 {
     std::string name;
-    unsigned index = 0;       ///< The kernel's interface index.
-    bool isUp = false;        ///< Switched on.
-    bool hasCarrier = false;  ///< A cable, and something at its other end that is on.
-    bool isEthernet = false;  ///< Of the kind that cameras can be on.
-    std::string kind;         ///< What the kernel calls a device in software: "veth", "bridge", "bond" ...; empty
-                              ///< for hardware.
-    unsigned master = 0;      ///< The index of the bridge or bond whose port it is; 0 for none.
+    unsigned index = 0;      ///< The kernel's interface index.
+    bool isUp = false;       ///< Switched on.
+    bool hasCarrier = false; ///< A cable, and something at its other end that is on.
+    bool isEthernet = false; ///< Of the kind that cameras can be on.
+    std::string kind;    ///< What the kernel calls a device in software: "veth", "bridge", "bond" ...; empty
+                         ///< for hardware.
+    unsigned master = 0; ///< The index of the bridge or bond whose port it is; 0 for none.
     std::vector<AdapterAddress> addresses;
     std::optional<unsigned> linkSpeed; ///< Mbit/s; nothing when the driver does not say.
     unsigned mtu = 0;                  ///< Bytes.

@@ -108,8 +108,8 @@ struct Camera
     std::optional<Privilege> privilege;
     std::optional<Endpoint> holder; ///< The application in control; when the camera is free, none.
     std::optional<std::chrono::milliseconds> heartbeatTimeout;
-    std::optional<bool> isHeartbeatOff; ///< Then a holder that dies keeps the camera until power is cut.
-    std::optional<unsigned> linkSpeed;  ///< Mbit/s.
+    std::optional<bool> isHeartbeatOff;     ///< Then a holder that dies keeps the camera until power is cut.
+    std::optional<unsigned> linkSpeed;      ///< Mbit/s.
     std::optional<base::IpSettings> stored; ///< What it starts with next time, if it is static.
     std::optional<Endpoint> stream;         ///< Where its images go; 0.0.0.0 for nowhere.
     std::vector<Conflict> conflicts;        ///< Each only once.

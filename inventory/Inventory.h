@@ -53,7 +53,7 @@ struct Neighbour
 struct Inventory
 {
     std::vector<Adapter> adapters;
-    std::vector<Camera> cameras; ///< By MAC and adapter; one that two adapters hear is there twice.
+    std::vector<Camera> cameras;   ///< By MAC and adapter; one that two adapters hear is there twice.
     std::vector<Arrival> arrivals; ///< In the order of their coming; bounded.
     std::vector<Neighbour> neighbours;
     Listener listener = Listener::Hears; ///< Of the first adapter on which not all is well.

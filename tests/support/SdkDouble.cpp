@@ -103,6 +103,15 @@ SdkDouble::SdkDouble()
       openDevice([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
       getGenICamXml([](RZ_CC_DEVICE_INFO*) { return RZ_OK; }),
       getTlProxy([this](RZ_CC_DEVICE_INFO*) { return port; }),
+      openLook([] { return RZ_OK; }),
+      look([this](unsigned, unsigned, const RZ_CC_LOOK_SINK& sink) {
+          for (const int isLast : {0, 1})
+              for (RZ_CC_DEVICE_INFO* const each : listed) {
+                  const RZ_CC_SIGHTING seen = sighting(each);
+                  sink.pOnCamera(sink.pContext, &seen, isLast);
+              }
+          return RZ_OK;
+      }),
       getErrorText([](const RZ_CC_DEVICE_INFO*) { return std::string(); }),
       isForcedIpWaiting([](const RZ_CC_DEVICE_INFO*) { return false; }),
       getPersistentIp([](RZ_CC_DEVICE_INFO* info, unsigned& ip, unsigned& mask, unsigned& gateway) {
@@ -115,6 +124,18 @@ SdkDouble::SdkDouble()
     if (s_double)
         throw std::logic_error("one SdkDouble at a time");
     s_double = this;
+}
+
+RZ_CC_SIGHTING SdkDouble::sighting(RZ_CC_DEVICE_INFO* info) const
+{
+    constexpr uint32_t mask = 0xFFFFFF00;
+    RZ_CC_SIGHTING seen{};
+    seen.pInfo = info;
+    seen.nReachable = (info->stGigEInfo.nDeviceIp & mask) == (info->stGigEInfo.nNetExportIp & mask);
+    seen.nAccessible = seen.nReachable != 0 && isDeviceAccessible(info);
+    seen.nHeard = RZ_HEARD_SOCKET | RZ_HEARD_UNICAST;
+    seen.nSearches = seen.nSearchAnswers = 1;
+    return seen;
 }
 
 SdkDouble::~SdkDouble()
@@ -208,6 +229,25 @@ int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize)
     *state = sdk.listener;
     copyText(sdk.listenerPath, path, pathSize);
     return RZ_OK;
+}
+
+int RZ_CC_OpenLook(void** look)
+{
+    SdkDouble& sdk = SdkCalls::begin("OpenLook()");
+    *look = &sdk;
+    return sdk.openLook();
+}
+
+int RZ_CC_Look(void* look, unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SINK* sink)
+{
+    SdkDouble& sdk =
+        SdkCalls::begin("Look(" + std::to_string(options) + ", " + std::to_string(milliseconds) + ")");
+    return look == &sdk ? sdk.look(options, milliseconds, *sink) : RZ_ERROR_HANDLE;
+}
+
+int RZ_CC_CloseLook(void* look)
+{
+    return look == &SdkCalls::begin("CloseLook()") ? RZ_OK : RZ_ERROR_HANDLE;
 }
 
 int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow)

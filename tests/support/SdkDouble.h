@@ -47,6 +47,10 @@ public:
     RZ_CC_DEVICE_INFO* record(const Camera& camera);
     static uint32_t address(const std::string& dotted);
 
+    /// As a look finds the camera with nothing more to tell of it: reachable in its adapter's /24, and
+    /// accessible as isDeviceAccessible says.
+    RZ_CC_SIGHTING sighting(RZ_CC_DEVICE_INFO* info) const;
+
     /// What enumerations list, unless enumDevices is set to something else.
     std::vector<RZ_CC_DEVICE_INFO*> listed;
 
@@ -61,6 +65,9 @@ public:
     /// Its result, and the two things below.
     std::function<int(RZ_CC_DEVICE_INFO*)> getGenICamXml;
     std::function<GenApi::IPort*(RZ_CC_DEVICE_INFO*)> getTlProxy;
+    std::function<int()> openLook;
+    /// Tells the sink what the look finds: unless it is set to something else, what is listed.
+    std::function<int(unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SINK&)> look;
     std::function<std::string(const RZ_CC_DEVICE_INFO*)> getErrorText;
     std::function<bool(const RZ_CC_DEVICE_INFO*)> isForcedIpWaiting;
     /// With a living handle's record.
@@ -80,7 +87,8 @@ public:
     /// The calls so far: "EnumDevices(1)", "ExpectDevice(00:1A:2B:3C:4D:5E)",
     /// "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
     /// "ForceIpEx(00:1A:2B:3C:4D:5E, 192.168.1.20, 255.255.255.0, 0.0.0.0)". A handle shows as its camera's
-    /// MAC; "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)", "GetGenICamXML(00:1A:2B:3C:4D:5E, 3145728)".
+    /// MAC; "Look(1, 5000)"; "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)", "GetGenICamXML(00:1A:2B:3C:4D:5E,
+    /// 3145728)".
     std::vector<std::string> calls() const;
     /// Handles made and not destroyed yet.
     size_t livingHandles() const;

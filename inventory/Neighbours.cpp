@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "inventory/Neighbours.h"
+
+#include "inventory/Netlink.h"
+
+#include <linux/neighbour.h>
+#include <netlink/route/neighbour.h>
+
+namespace inventory {
+
+std::vector<Neighbour> neighbours()
+{
+    Netlink netlink;
+    nl_cache* all = nullptr;
+    Netlink::require(rtnl_neigh_alloc_cache(netlink.get(), &all), "the kernel's neighbour table");
+    const Cache owner(all);
+    std::vector<Neighbour> result;
+    for (nl_object* each = nl_cache_get_first(all); each; each = nl_cache_get_next(each)) {
+        auto* const entry = reinterpret_cast<rtnl_neigh*>(each);
+        const auto address = ipv4Of(rtnl_neigh_get_dst(entry));
+        const nl_addr* const mac = rtnl_neigh_get_lladdr(entry);
+        if (rtnl_neigh_get_state(entry) != NUD_REACHABLE || !address || !mac || nl_addr_get_len(mac) != 6)
+            continue;
+        const base::ByteView bytes(static_cast<const std::uint8_t*>(nl_addr_get_binary_addr(mac)), 6);
+        result.push_back(
+            {static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, base::readMac(bytes, 0)});
+    }
+    return result;
+}
+
+} // namespace inventory
