@@ -36,6 +36,7 @@ inline constexpr std::uint32_t InterfaceCount = 0x0600;
 inline constexpr std::uint32_t PersistentIp = 0x064C;
 inline constexpr std::uint32_t PersistentSubnetMask = 0x065C;
 inline constexpr std::uint32_t PersistentGateway = 0x066C;
+inline constexpr std::uint32_t LinkSpeed = 0x0670; ///< Mbit/s.
 inline constexpr std::uint32_t MessageChannelCount = 0x0900;
 inline constexpr std::uint32_t StreamChannelCount = 0x0904;
 inline constexpr std::uint32_t GvcpCapability = 0x0934;
@@ -45,6 +46,9 @@ inline constexpr std::uint32_t GvcpConfiguration = 0x0954;
 inline constexpr std::uint32_t ControlChannelPrivilege = 0x0A00;
 inline constexpr std::uint32_t ApplicationPort = 0x0A04; ///< Of the application in control.
 inline constexpr std::uint32_t ApplicationAddress = 0x0A14;
+inline constexpr std::uint32_t StreamPort = 0x0D00; ///< Where the first stream's images go, likewise below.
+inline constexpr std::uint32_t StreamPacketSize = 0x0D04; ///< Bytes in the low 16 bits; see StreamPacket.
+inline constexpr std::uint32_t StreamAddress = 0x0D18;
 
 /// The same register of a camera's network interface `number`, counted from 0, given that of the first one.
 /// The first one's MAC, IP configuration and current addresses stand at the beginning of the map; those of
@@ -57,6 +61,13 @@ constexpr std::uint32_t ofInterface(unsigned number, std::uint32_t ofFirst)
         return ofFirst;
     return ofFirst < InterfaceCount ? ofFirst - MacHigh + SecondMac + BlockSize * (number - 1)
                                     : ofFirst + BlockSize * number;
+}
+
+/// The same register of a camera's stream `number`, counted from 0, given that of the first one.
+constexpr std::uint32_t ofStream(unsigned number, std::uint32_t ofFirst)
+{
+    constexpr std::uint32_t BlockSize = 0x40;
+    return ofFirst + BlockSize * number;
 }
 } // namespace reg
 
@@ -82,13 +93,22 @@ namespace Capability {
 inline constexpr std::uint32_t Concatenation = 1u << 0;
 inline constexpr std::uint32_t WriteMemory = 1u << 1;
 inline constexpr std::uint32_t PendingAck = 1u << 5;
+inline constexpr std::uint32_t ApplicationInControl = 1u << 27; ///< Its address and port can be read.
+inline constexpr std::uint32_t LinkSpeed = 1u << 28;
+inline constexpr std::uint32_t HeartbeatOff = 1u << 29; ///< The heartbeat can be switched off.
 inline constexpr std::uint32_t SerialNumber = 1u << 30;
 inline constexpr std::uint32_t UserDefinedName = 1u << 31;
 } // namespace Capability
 
 /// Bits of the GVCP configuration register.
 namespace Configuration {
-inline constexpr std::uint32_t PendingAck = 1u << 1; ///< The camera may ask for more time.
+inline constexpr std::uint32_t HeartbeatOff = 1u << 0; ///< Silence does not end control.
+inline constexpr std::uint32_t PendingAck = 1u << 1;   ///< The camera may ask for more time.
 } // namespace Configuration
+
+/// Bits of a stream's packet size register, above the size.
+namespace StreamPacket {
+inline constexpr std::uint32_t FireTest = 1u << 31; ///< Sends one packet of that size, and is 0 again.
+} // namespace StreamPacket
 
 } // namespace gvcp

@@ -73,6 +73,11 @@ bool Camera::isPendingAckOn() const
     return m_registers.word(reg::GvcpConfiguration) & gvcp::Configuration::PendingAck;
 }
 
+bool Camera::isHeartbeatOff() const
+{
+    return m_registers.word(reg::GvcpConfiguration) & gvcp::Configuration::HeartbeatOff;
+}
+
 std::optional<Camera::Answer> Camera::acknowledge(const gvcp::CommandPacket& command,
                                                   const Outcome& outcome) const
 {
@@ -214,7 +219,8 @@ Camera::Outcome Camera::writeMemory(base::ByteView payload, const Asker& asker)
 
 void Camera::passTime(Clock::time_point now)
 {
-    m_control.expire(now, std::chrono::milliseconds{m_registers.word(reg::HeartbeatTimeout)});
+    if (!isHeartbeatOff())
+        m_control.expire(now, std::chrono::milliseconds{m_registers.word(reg::HeartbeatTimeout)});
     showControl();
 }
 

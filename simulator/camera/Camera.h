@@ -53,6 +53,8 @@ public:
     std::optional<Answer> announceDelay(const gvcp::CommandPacket& command,
                                         std::chrono::milliseconds time) const;
     bool isPendingAckOn() const;
+    /// Whether who is in control stays so without being heard.
+    bool isHeartbeatOff() const;
     void excuse(const Asker& asker, Clock::time_point until) { m_control.heard(asker, until); }
     /// Ends control whose heartbeat has stopped.
     void passTime(Clock::time_point now);

@@ -18,6 +18,7 @@ namespace reg = gvcp::reg;
 namespace {
 
 constexpr std::uint32_t BigEndianUtf8 = 0x80000001; // of the device mode register
+constexpr std::uint32_t OtherLinkSpeed = 2500;      // Mbit/s, of the interfaces that are on other networks
 constexpr std::uint32_t AllIpMethods =
     gvcp::IpConfig::Persistent | gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
 
@@ -95,6 +96,23 @@ std::uint32_t capabilities(const CameraConfig& config)
         bits |= gvcp::Capability::WriteMemory;
     if (config.hasPendingAck)
         bits |= gvcp::Capability::PendingAck;
+    if (config.tellsHolder)
+        bits |= gvcp::Capability::ApplicationInControl;
+    if (config.linkSpeed)
+        bits |= gvcp::Capability::LinkSpeed;
+    if (config.hasHeartbeatOff)
+        bits |= gvcp::Capability::HeartbeatOff;
+    return bits;
+}
+
+/// The bits of the GVCP configuration register that a camera with these capabilities has.
+std::uint32_t switchable(std::uint32_t capabilities)
+{
+    std::uint32_t bits = 0;
+    if (capabilities & gvcp::Capability::PendingAck)
+        bits |= gvcp::Configuration::PendingAck;
+    if (capabilities & gvcp::Capability::HeartbeatOff)
+        bits |= gvcp::Configuration::HeartbeatOff;
     return bits;
 }
 
@@ -139,17 +157,18 @@ void RegisterMap::layOut(const CameraConfig& config)
     for (const TextRegister& url : {reg::FirstDescriptionUrl, reg::SecondDescriptionUrl})
         m_memory.add(url.address, url.size, Access::ReadOnly);
     for (unsigned number = 0; number < m_interfaceCount; ++number)
-        layOutInterface(number);
+        layOutInterface(number, config.linkSpeed.has_value());
     for (const std::uint32_t each :
          {reg::InterfaceCount, reg::MessageChannelCount, reg::StreamChannelCount, reg::GvcpCapability})
         m_memory.add(each, 4, Access::ReadOnly);
     for (const std::uint32_t each : {reg::HeartbeatTimeout, reg::GvcpConfiguration})
         m_memory.add(each, 4, Access::ReadWrite);
     // An application asks for control by writing the first of these; the camera answers that by itself and
-    // then fills in all three.
-    for (const std::uint32_t each :
-         {reg::ControlChannelPrivilege, reg::ApplicationPort, reg::ApplicationAddress})
-        m_memory.add(each, 4, Access::ReadOnly);
+    // then fills in those that there are.
+    m_memory.add(reg::ControlChannelPrivilege, 4, Access::ReadOnly);
+    if (config.tellsHolder)
+        for (const std::uint32_t each : {reg::ApplicationPort, reg::ApplicationAddress})
+            m_memory.add(each, 4, Access::ReadOnly);
     for (const CameraConfig::MakersRegister& each : config.registers) {
         m_memory.add(each.address, 4, each.access);
         m_memory.setWord(each.address, each.value);
@@ -162,7 +181,7 @@ void RegisterMap::layOut(const CameraConfig& config)
     m_memory.addFile(CameraConfig::DescriptionAddress, config.description.file);
 }
 
-void RegisterMap::layOutInterface(unsigned number)
+void RegisterMap::layOutInterface(unsigned number, bool tellsLinkSpeed)
 {
     using Access = Memory::Access;
     // The first one has these at the beginning of the map.
@@ -173,6 +192,8 @@ void RegisterMap::layOutInterface(unsigned number)
     if (hasStoredAddress(number))
         for (const std::uint32_t each : {Persistent.address, Persistent.mask, Persistent.gateway})
             m_memory.add(reg::ofInterface(number, each), 4, Access::ReadWrite);
+    if (tellsLinkSpeed)
+        m_memory.add(reg::ofInterface(number, reg::LinkSpeed), 4, Access::ReadOnly);
 }
 
 void RegisterMap::describe(const CameraConfig& config, const StoredSettings& settings, unsigned interface)
@@ -201,6 +222,9 @@ void RegisterMap::describe(const CameraConfig& config, const StoredSettings& set
             m_memory.setWord(reg::ofInterface(interface, each), base::readU32(bytes, each));
     if (hasStoredAddress(interface))
         writeIp(m_memory, interface, Persistent, stored.persistent);
+    if (config.linkSpeed)
+        m_memory.setWord(reg::ofInterface(interface, reg::LinkSpeed),
+                         interface == m_interface ? *config.linkSpeed : OtherLinkSpeed);
 }
 
 std::uint32_t RegisterMap::supportedIpConfig(unsigned interface) const
@@ -226,9 +250,7 @@ std::uint32_t RegisterMap::accepted(std::uint32_t address, std::uint32_t value) 
 {
     // What the camera has not got cannot be switched on.
     if (address == reg::GvcpConfiguration)
-        return word(reg::GvcpCapability) & gvcp::Capability::PendingAck
-                   ? value & gvcp::Configuration::PendingAck
-                   : 0;
+        return value & switchable(word(reg::GvcpCapability));
     for (unsigned number = 0; number < m_interfaceCount; ++number) {
         if (address != reg::ofInterface(number, reg::CurrentIpConfig))
             continue;
@@ -272,6 +294,8 @@ StoredIp RegisterMap::storedIp(unsigned interface) const
 void RegisterMap::setController(std::uint32_t privilege, base::Ipv4 address, std::uint16_t port)
 {
     m_memory.setWord(reg::ControlChannelPrivilege, privilege);
+    if (!(word(reg::GvcpCapability) & gvcp::Capability::ApplicationInControl))
+        return;
     m_memory.setWord(reg::ApplicationAddress, address.number());
     m_memory.setWord(reg::ApplicationPort, port);
 }

@@ -47,7 +47,7 @@ public:
 private:
     /// Makes the registers, all of them 0.
     void layOut(const CameraConfig& config);
-    void layOutInterface(unsigned number);
+    void layOutInterface(unsigned number, bool tellsLinkSpeed);
     /// Fills in what the camera says of itself and of this interface. The first interface's is a DISCOVERY
     /// acknowledge as it stands; of the others' only the interface's own part has registers.
     void describe(const CameraConfig& config, const StoredSettings& settings, unsigned interface);

@@ -115,6 +115,9 @@ struct CameraConfig
     bool writesMemory = true;
     bool hasPendingAck = true;
     bool pendingAckOn = false; ///< From the start, before any application switches it on.
+    bool tellsHolder = true;   ///< Who is in control, by address and port.
+    bool hasHeartbeatOff = true;
+    std::optional<std::uint32_t> linkSpeed = 1000; ///< Mbit/s; nothing when it does not say.
 
     // How it answers.
     AnswerBy answerBy = AnswerBy::Unicast;

@@ -87,6 +87,19 @@ void readControl(JsonObject& object, Config& camera)
         object.fail("heldPrivilege", "needs \"heldBy\"");
 }
 
+void readCapabilities(JsonObject& object, Config& camera)
+{
+    camera.writesMemory = object.flag("writeMemory").value_or(true);
+    camera.hasPendingAck = object.flag("hasPendingAck").value_or(true);
+    camera.pendingAckOn = object.flag("pendingAckOn").value_or(false);
+    if (camera.pendingAckOn && !camera.hasPendingAck)
+        object.fail("pendingAckOn", "cannot be true for a camera whose \"hasPendingAck\" is false");
+    camera.tellsHolder = object.flag("tellsHolder").value_or(true);
+    camera.hasHeartbeatOff = object.flag("hasHeartbeatOff").value_or(true);
+    if (const auto speed = object.number("linkSpeed", 0, 400000))
+        camera.linkSpeed = *speed > 0 ? speed : std::nullopt;
+}
+
 void readAnswers(JsonObject& object, Config& camera)
 {
     camera.answerDelay = object.milliseconds("answerDelay", 0, 60000).value_or(camera.answerDelay);
@@ -97,19 +110,15 @@ void readAnswers(JsonObject& object, Config& camera)
             .value_or(camera.forceIpAcknowledge);
     camera.forceIpOffTime = object.milliseconds("forceIpOffTime", 0, 60000).value_or(camera.forceIpOffTime);
     camera.rebootsWithoutAcknowledge = object.flag("rebootsWithoutAck").value_or(false);
-    camera.writesMemory = object.flag("writeMemory").value_or(true);
     camera.readMemoryOmitsAddress = object.flag("readMemoryOmitsAddress").value_or(false);
     camera.acknowledgeExtra = object.number("acknowledgeExtra", 0, 64).value_or(0);
-    camera.hasPendingAck = object.flag("hasPendingAck").value_or(true);
-    camera.pendingAckOn = object.flag("pendingAckOn").value_or(false);
-    if (camera.pendingAckOn && !camera.hasPendingAck)
-        object.fail("pendingAckOn", "cannot be true for a camera whose \"hasPendingAck\" is false");
 }
 
 } // namespace
 
 void readQuirks(JsonObject& object, const std::string& name, CameraConfig& camera)
 {
+    readCapabilities(object, camera);
     readControl(object, camera);
     readAnswers(object, camera);
     camera.userNameAccess = object.choice<Config::UserNameAccess>("userNameAccess", UserNameAccesses)

@@ -82,7 +82,8 @@ TEST_F(CameraSettings, LetsItsControllerSwitchPendingAckOnAndOffUntilTheNextRese
     EXPECT_EQ(answer(switchOn), hex("0000 0083 0004 0002 0000 0001"));
     EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000002"));
     answer("42 01 0082 0008 0003 00000954 FFFFFFFD");
-    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000")) << "it has none of the others";
+    EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000001"))
+        << "of the others it has the heartbeat's only";
     answer(switchOn);
     camera.restart();
     EXPECT_EQ(answer(read), hex("0000 0081 0004 0001 00000000"));
@@ -103,6 +104,9 @@ TEST_F(CameraSettings, LacksWhatItsQuirksTakeAway)
     CameraConfig poor = config();
     poor.writesMemory = false;
     poor.hasPendingAck = false;
+    poor.tellsHolder = false;
+    poor.hasHeartbeatOff = false;
+    poor.linkSpeed.reset();
     poor.readMemoryOmitsAddress = true;
     poor.hasPersistentIp = false;
     poor.userNameAccess = CameraConfig::UserNameAccess::None;
@@ -127,7 +131,7 @@ TEST_F(CameraSettings, LacksWhatItsQuirksTakeAway)
     readOnly.userNameAccess = CameraConfig::UserNameAccess::ReadOnly;
     become(readOnly);
     answer(TakeControl);
-    EXPECT_EQ(answer("42 01 0080 0004 0001 00000934"), hex("0000 0081 0004 0001 C0000023"));
+    EXPECT_EQ(answer("42 01 0080 0004 0001 00000934"), hex("0000 0081 0004 0001 F8000023"));
     EXPECT_EQ(answer("42 01 0082 0008 0002 000000E8 41424344"), hex("8004 0083 0004 0002 0000 0000"));
 }
 

@@ -40,6 +40,14 @@ TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
     EXPECT_EQ(camera.serial, "FC000001");
     EXPECT_EQ(camera.answerBy, CameraConfig::AnswerBy::Unicast);
     EXPECT_FALSE(camera.heldBy);
+    EXPECT_TRUE(camera.tellsHolder);
+    EXPECT_EQ(camera.linkSpeed, 1000u);
+    EXPECT_TRUE(camera.hasHeartbeatOff);
+}
+
+TEST(FarmConfig, TakesALinkSpeedOf0ForACameraThatDoesNotSayIt)
+{
+    EXPECT_FALSE(readFarm(oneCamera(R"("linkSpeed": 0)")).cameras.at(0).linkSpeed);
 }
 
 TEST(FarmConfig, ReadsEveryMember)
@@ -53,6 +61,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
         "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "pendingAckOn": true, "acknowledgeExtra": 64,
+        "tellsHolder": false, "linkSpeed": 100, "hasHeartbeatOff": false,
         "interface": 1,
         "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
@@ -88,6 +97,9 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_EQ(camera.interfaceMacs[2].toText(), "00:1A:2B:00:00:13");
     EXPECT_TRUE(camera.pendingAckOn);
     EXPECT_EQ(camera.acknowledgeExtra, 64u);
+    EXPECT_FALSE(camera.tellsHolder);
+    EXPECT_EQ(camera.linkSpeed, 100u);
+    EXPECT_FALSE(camera.hasHeartbeatOff);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
     EXPECT_EQ(camera.forceIpOffTime.count(), 800);
     ASSERT_EQ(camera.faults.size(), 3u);
@@ -183,6 +195,11 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
          "must list each MAC address once"},
         {R"("interface": 1, "interfaceMacs": ["none", "001A2B000001"])",
          "must be the MAC address of a single"},
+        {R"("tellsHolder": "no")", R"("tellsHolder" must be true or false)"},
+        {R"("hasHeartbeatOff": 0)", R"("hasHeartbeatOff" must be true or false)"},
+        {R"("linkSpeed": 400001)", R"("linkSpeed" must be a whole number from 0 to 400000)"},
+        {R"("linkSpeed": -1)", R"("linkSpeed" must be a whole number)"},
+        {R"("linkSpeed": null)", R"("linkSpeed" must be a whole number)"},
         {R"("hasPendingAck": 1)", R"("hasPendingAck" must be true or false)"},
         {R"("hasPendingAck": false, "pendingAckOn": true)", R"("pendingAckOn" cannot be true for a camera)"},
         {R"("acknowledgeExtra": 65)", R"("acknowledgeExtra" must be a whole number from 0 to 64)"},
