@@ -15,7 +15,8 @@ camera-farm --control SOCKET send COMMAND...
     Sends one command to a running farm and prints its answer. Commands:
         unplug MAC                              takes the camera's cable out
         plug MAC                                and puts it back
-        hold MAC [ADDRESS] [exclusive|control]  lets another application control it
+        hold MAC [ADDRESS[:PORT]] [exclusive|control] [forever]
+                                                lets another application control it
         release MAC                             and ends that
         reset MAC                               reboots it
         announce MAC                            sends an ARP announcement of its address

@@ -48,13 +48,22 @@ std::string hold(Station& station, const Words& options)
 {
     CameraConfig::Holder holder;
     for (const std::string& option : options) {
-        if (const auto address = base::Ipv4::parse(option))
+        if (const auto endpoint = parseEndpoint(option)) {
+            holder.address = endpoint->address;
+            holder.port = endpoint->port;
+        } else if (const auto address = base::Ipv4::parse(option)) {
             holder.address = *address;
-        else if (option == "control")
+        } else if (option == "control") {
             holder.privilege = gvcp::Privilege::Control;
-        else if (option != "exclusive")
-            throw CommandError("\"" + option + "\" is neither an IPv4 address nor exclusive nor control");
+        } else if (option == "forever") {
+            holder.heartbeatOff = true;
+        } else if (option != "exclusive") {
+            throw CommandError("\"" + option +
+                               "\" is none of an IPv4 address, exclusive, control and forever");
+        }
     }
+    if (holder.heartbeatOff && !station.camera().config().hasHeartbeatOff)
+        throw CommandError("the camera's heartbeat cannot be switched off");
     station.hold(holder);
     return {};
 }
@@ -159,7 +168,9 @@ std::string show(Station& station, const Words&)
     json["userNameBytes"] = hexPairs(stored.userName);
     json["held"] = controller.has_value();
     json["controller"] = controller ? controller->address.toText() : "none";
+    json["controllerPort"] = controller ? controller->port : 0;
     json["privilege"] = camera.control().privilege();
+    json["heartbeatOff"] = camera.isHeartbeatOff();
     json["pendingAckOn"] = camera.isPendingAckOn();
     json["plugged"] = station.isPlugged();
     json["state"] = nameOf(station.phase());
@@ -184,7 +195,7 @@ struct CommandRow
 constexpr CommandRow Rows[] = {
     {"unplug", "unplug MAC", 0, 0, unplug},
     {"plug", "plug MAC", 0, 0, plug},
-    {"hold", "hold MAC [ADDRESS] [exclusive|control]", 0, 2, hold},
+    {"hold", "hold MAC [ADDRESS[:PORT]] [exclusive|control] [forever]", 0, 3, hold},
     {"release", "release MAC", 0, 0, release},
     {"reset", "reset MAC", 0, 0, reset},
     {"announce", "announce MAC", 0, 0, announce},

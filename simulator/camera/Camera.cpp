@@ -186,9 +186,14 @@ Status Camera::writeRegister(const gvcp::RegisterValue& each, const Asker& asker
     }
     if (!m_control.mayWrite(asker))
         return Status::AccessDenied;
+    return write(each.address, each.value);
+}
+
+Status Camera::write(std::uint32_t address, std::uint32_t value)
+{
     std::array<std::uint8_t, 4> bytes{};
-    base::writeU32(bytes, 0, each.value);
-    return m_registers.write(each.address, bytes);
+    base::writeU32(bytes, 0, value);
+    return m_registers.write(address, bytes);
 }
 
 Camera::Outcome Camera::readMemory(base::ByteView payload, const Asker& asker) const
@@ -226,8 +231,11 @@ void Camera::passTime(Clock::time_point now)
 
 void Camera::hold(const CameraConfig::Holder& holder)
 {
-    m_control.seize(holder.address, holder.privilege);
+    m_control.seize({holder.address, holder.port}, holder.privilege);
     showControl();
+    if (holder.heartbeatOff)
+        write(reg::GvcpConfiguration,
+              m_registers.word(reg::GvcpConfiguration) | gvcp::Configuration::HeartbeatOff);
 }
 
 void Camera::release()

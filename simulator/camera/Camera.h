@@ -83,6 +83,7 @@ private:
     Outcome readRegisters(base::ByteView payload, const Asker& asker) const;
     Outcome writeRegisters(base::ByteView payload, const Asker& asker, Clock::time_point now);
     gvcp::Status writeRegister(const gvcp::RegisterValue& each, const Asker& asker, Clock::time_point now);
+    gvcp::Status write(std::uint32_t address, std::uint32_t value);
     Outcome readMemory(base::ByteView payload, const Asker& asker) const;
     Outcome writeMemory(base::ByteView payload, const Asker& asker);
     /// What is sent for it, if the command wants to be acknowledged.

@@ -22,10 +22,9 @@ bool ControlChannel::request(std::uint32_t value, const Application& application
     return true;
 }
 
-void ControlChannel::seize(base::Ipv4 address, std::uint32_t privilege)
+void ControlChannel::seize(const Application& application, std::uint32_t privilege)
 {
-    // No command ever comes from port 0, so nobody is taken for this application.
-    m_application = Application{address, 0};
+    m_application = application;
     m_privilege = privilege;
     m_lastHeard.reset();
 }
@@ -39,8 +38,8 @@ void ControlChannel::release()
 
 void ControlChannel::heard(const Application& application, Clock::time_point at)
 {
-    if (mayWrite(application))
-        m_lastHeard = std::max(m_lastHeard.value_or(at), at);
+    if (m_lastHeard && mayWrite(application))
+        m_lastHeard = std::max(*m_lastHeard, at);
 }
 
 void ControlChannel::expire(Clock::time_point now, std::chrono::milliseconds heartbeatTimeout)

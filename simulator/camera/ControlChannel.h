@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "base/Ipv4.h"
 #include "gvcp/Registers.h"
+#include "simulator/config/Endpoint.h"
 
 #include <chrono>
 #include <optional>
@@ -15,20 +15,14 @@ class ControlChannel
 public:
     using Clock = std::chrono::steady_clock;
 
-    /// Known by both: two on one host have different ports.
-    struct Application
-    {
-        base::Ipv4 address;
-        std::uint16_t port = 0;
-
-        bool operator==(const Application&) const = default;
-    };
+    /// Known by address and port: two on one host have different ports.
+    using Application = Endpoint;
 
     /// What a write of this value to the privilege register does; false when another application is in
     /// control.
     bool request(std::uint32_t value, const Application& application, Clock::time_point now);
     /// Puts an application in control that is never heard, and keeps control all the same.
-    void seize(base::Ipv4 address, std::uint32_t privilege);
+    void seize(const Application& application, std::uint32_t privilege);
     void release();
 
     /// The application in control, if it is this one, has been heard; it may be silent from then on for as

@@ -46,11 +46,15 @@ struct CameraConfig
         None
     };
 
-    /// An application elsewhere that controls the camera, by default at an address that no machine has.
+    /// An application elsewhere that controls the camera, by default at an address that no machine has. It is
+    /// never heard, and keeps control all the same.
     struct Holder
     {
         base::Ipv4 address = *base::Ipv4::parse("192.0.2.1");
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
+        /// No command ever comes from port 0: nobody is taken for this application unless it has another one.
+        std::uint16_t port = 0;
+        bool heartbeatOff = false; ///< It has switched the heartbeat off, where the camera lets it.
     };
 
     /// A register of 4 bytes that the standard does not know. What it holds outlives a reset.

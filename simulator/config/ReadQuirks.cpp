@@ -80,11 +80,22 @@ void readControl(JsonObject& object, Config& camera)
     camera.heartbeatTimeout =
         object.milliseconds("heartbeatTimeout", 1, UINT32_MAX).value_or(camera.heartbeatTimeout);
     const auto holder = object.address("heldBy");
-    const auto privilege = object.choice<std::uint32_t>("heldPrivilege", Privileges);
     if (holder)
-        camera.heldBy = Config::Holder{*holder, privilege.value_or(gvcp::Privilege::Exclusive)};
-    else if (privilege)
-        object.fail("heldPrivilege", "needs \"heldBy\"");
+        camera.heldBy = Config::Holder{*holder};
+    const auto ofHolder = [&](const char* member, const auto& value) {
+        if (value && !holder)
+            object.fail(member, "needs \"heldBy\"");
+        return value;
+    };
+    if (const auto privilege =
+            ofHolder("heldPrivilege", object.choice<std::uint32_t>("heldPrivilege", Privileges)))
+        camera.heldBy->privilege = *privilege;
+    if (const auto port = ofHolder("heldPort", object.number("heldPort", 1, UINT16_MAX)))
+        camera.heldBy->port = static_cast<std::uint16_t>(*port);
+    if (const auto isOff = ofHolder("heartbeatOff", object.flag("heartbeatOff")))
+        camera.heldBy->heartbeatOff = *isOff;
+    if (camera.heldBy && camera.heldBy->heartbeatOff && !camera.hasHeartbeatOff)
+        object.fail("heartbeatOff", "cannot be true for a camera whose \"hasHeartbeatOff\" is false");
 }
 
 void readCapabilities(JsonObject& object, Config& camera)

@@ -65,6 +65,7 @@ void judgeQuirks(const CameraConfig& camera)
     require(camera.loss >= 0 && camera.loss <= 1);
     require(camera.acknowledgeExtra <= 64 && camera.forgedAnswers <= 1000000);
     require(!camera.linkSpeed || (*camera.linkSpeed >= 1 && *camera.linkSpeed <= 400000));
+    require(!camera.heldBy || !camera.heldBy->heartbeatOff || camera.hasHeartbeatOff);
     require(camera.hasPendingAck || !camera.pendingAckOn);
     for (const Fault& fault : camera.faults)
         require(!whyImpossible(fault) && fault.times != 0u && fault.every >= 1);

@@ -115,4 +115,30 @@ TEST_F(CameraControl, HeldFromTheStartRefusesOthersAsTheHoldersPrivilegeSays)
     EXPECT_EQ(answer(privilege), hex("0000 0081 0004 0001 00000000"));
 }
 
+TEST_F(CameraControl, HeldFromTheStartSaysTheHoldersPortAndIsItsForGood)
+{
+    CameraConfig held = config();
+    held.heldBy = CameraConfig::Holder{"192.168.1.5"_ip, 2, 5000};
+    become(held);
+    EXPECT_EQ(answer("42 01 0080 000C 0001 00000A04 00000A14 00000954", OtherApplication),
+              hex("0000 0081 000C 0001 00001388 C0A80105 00000000"));
+    EXPECT_EQ(answer("42 01 0082 0008 0002 00000938 00001388"), hex("0000 0083 0004 0002 0000 0001"))
+        << "who has this address and this port is the holder";
+    now += 24h;
+    EXPECT_TRUE(isHeld()) << "though it was heard once";
+}
+
+TEST_F(CameraControl, HeldWithoutAHeartbeatSaysSoUntilItIsReset)
+{
+    const std::string configuration = "42 01 0080 0004 0001 00000954";
+    CameraConfig held = config();
+    held.pendingAckOn = true;
+    held.heldBy = CameraConfig::Holder{"192.168.1.77"_ip, 2, 50010, true};
+    become(held);
+    EXPECT_EQ(answer(configuration), hex("0000 0081 0004 0001 00000003"));
+    camera.restart();
+    EXPECT_EQ(answer(configuration), hex("0000 0081 0004 0001 00000002"));
+    EXPECT_FALSE(isHeld());
+}
+
 } // namespace

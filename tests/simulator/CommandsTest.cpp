@@ -84,7 +84,9 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     "userNameBytes": "6C 65 66 74",
     "held": true,
     "controller": "192.0.2.1",
+    "controllerPort": 0,
     "privilege": 1,
+    "heartbeatOff": false,
     "pendingAckOn": false,
     "plugged": true,
     "state": "running",
@@ -181,6 +183,27 @@ TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
     EXPECT_EQ(sent, 2);
 }
 
+TEST_F(CommandsTest, HoldACameraForGood)
+{
+    runCommand(farm, "hold 00:1A:2B:00:00:01 192.168.1.77:50010 control forever");
+    const auto& registers = camera().camera().registers();
+    EXPECT_EQ(registers.word(0xA00), 2u);
+    EXPECT_EQ(registers.word(0xA04), 50010u);
+    EXPECT_EQ(registers.word(0xA14), "192.168.1.77"_ip.number());
+    EXPECT_EQ(registers.word(0x954), 1u);
+    EXPECT_THAT(runCommand(farm, "show 00:1A:2B:00:00:01"), HasSubstr(R"(
+    "controller": "192.168.1.77",
+    "controllerPort": 50010,
+    "privilege": 2,
+    "heartbeatOff": true,
+)"));
+
+    Farm other{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "hasHeartbeatOff": false}]})"), timers,
+               [](const Frame&) {}};
+    EXPECT_THROW(runCommand(other, "hold 00:1A:2B:00:00:01 forever"), CommandError);
+    EXPECT_FALSE(other.stations()[0]->camera().control().application());
+}
+
 TEST_F(CommandsTest, AnnounceACamerasAddressWhenItIsOnTheNetwork)
 {
     runCommand(farm, "announce 00:1A:2B:00:00:01");
@@ -218,7 +241,11 @@ TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
     EXPECT_THAT(refusal("plug camera"), HasSubstr("\"camera\" is no MAC address such as"));
     EXPECT_EQ(refusal("plug 00:1A:2B:00:00:02"), "the farm has no camera 00:1A:2B:00:00:02");
     EXPECT_THAT(refusal("hold 00:1A:2B:00:00:01 me"),
-                HasSubstr("neither an IPv4 address nor exclusive nor control"));
+                HasSubstr("\"me\" is none of an IPv4 address, exclusive, control and forever"));
+    for (const char* const wrong : {"192.168.1.5:", "192.168.1.5:0", "192.168.1.5:65536", "192.168.1.5:80x",
+                                    "192.168.1.5:-1", ":80", "192.168.1:80"})
+        EXPECT_THAT(refusal("hold 00:1A:2B:00:00:01 " + std::string(wrong)), HasSubstr("is none of"))
+            << wrong;
     EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 ARP"),
               "the command is: fault MAC REQUEST ACTION [TIMES] [after N] [every N] [time MS]");
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 arp drop"),

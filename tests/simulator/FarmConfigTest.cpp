@@ -45,6 +45,11 @@ TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
     EXPECT_TRUE(camera.hasHeartbeatOff);
 }
 
+TEST(FarmConfig, TakesACameraWithoutAHeartbeatToSwitchOff)
+{
+    EXPECT_FALSE(readFarm(oneCamera(R"("hasHeartbeatOff": false)")).cameras.at(0).hasHeartbeatOff);
+}
+
 TEST(FarmConfig, TakesALinkSpeedOf0ForACameraThatDoesNotSayIt)
 {
     EXPECT_FALSE(readFarm(oneCamera(R"("linkSpeed": 0)")).cameras.at(0).linkSpeed);
@@ -61,7 +66,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "heartbeatTimeout": 5000, "dhcpTimeout": 700, "probeInterval": 30, "resetRegister": "0xF0000614",
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
         "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "pendingAckOn": true, "acknowledgeExtra": 64,
-        "tellsHolder": false, "linkSpeed": 100, "hasHeartbeatOff": false,
+        "tellsHolder": false, "linkSpeed": 100, "heldPort": 50010, "heartbeatOff": true,
         "interface": 1,
         "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
@@ -82,6 +87,8 @@ TEST(FarmConfig, ReadsEveryMember)
     ASSERT_TRUE(camera.heldBy);
     EXPECT_EQ(camera.heldBy->address, "10.0.0.77"_ip);
     EXPECT_EQ(camera.heldBy->privilege, 2u);
+    EXPECT_EQ(camera.heldBy->port, 50010u);
+    EXPECT_TRUE(camera.heldBy->heartbeatOff);
     EXPECT_EQ(camera.loss, 0.25);
     EXPECT_EQ(camera.forgedAnswers, 9u);
     EXPECT_EQ(camera.heartbeatTimeout.count(), 5000);
@@ -99,7 +106,6 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_EQ(camera.acknowledgeExtra, 64u);
     EXPECT_FALSE(camera.tellsHolder);
     EXPECT_EQ(camera.linkSpeed, 100u);
-    EXPECT_FALSE(camera.hasHeartbeatOff);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
     EXPECT_EQ(camera.forceIpOffTime.count(), 800);
     ASSERT_EQ(camera.faults.size(), 3u);
@@ -183,6 +189,14 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("answer": "multicast")", R"("answer" must be one of "unicast", "arp", "broadcast")"},
         {R"("forceIpAcknowledge": "no")", R"(must be one of "old", "new", "broadcast", "never")"},
         {R"("heldPrivilege": "control")", R"("heldPrivilege" needs "heldBy")"},
+        {R"("heldPort": 5000)", R"("heldPort" needs "heldBy")"},
+        {R"("heldBy": "10.0.0.1", "heldPort": 0)", R"("heldPort" must be a whole number from 1 to 65535)"},
+        {R"("heldBy": "10.0.0.1", "heldPort": 65536)", R"("heldPort" must be a whole number from 1)"},
+        {R"("heldBy": "10.0.0.1:5000")", R"("heldBy" must be an IPv4 address)"},
+        {R"("heartbeatOff": false)", R"("heartbeatOff" needs "heldBy")"},
+        {R"("heldBy": "10.0.0.1", "heartbeatOff": 1)", R"("heartbeatOff" must be true or false)"},
+        {R"("heldBy": "10.0.0.1", "heartbeatOff": true, "hasHeartbeatOff": false)",
+         R"("heartbeatOff" cannot be true for a camera whose "hasHeartbeatOff" is false)"},
         {R"("interface": 4)", R"("interface" must be a whole number from 0 to 3)"},
         {R"("interfaces": 5)", R"("interfaces" must be a whole number from 1 to 4)"},
         {R"("interface": 1, "interfaces": 1)", R"("interfaces" must be more than "interface")"},
