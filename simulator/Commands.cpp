@@ -172,6 +172,8 @@ std::string show(Station& station, const Words&)
     json["privilege"] = camera.control().privilege();
     json["heartbeatOff"] = camera.isHeartbeatOff();
     json["pendingAckOn"] = camera.isPendingAckOn();
+    const auto stream = camera.registers().stream();
+    json["stream"] = stream ? toText(*stream) : "none";
     json["plugged"] = station.isPlugged();
     json["state"] = nameOf(station.phase());
     json["resets"] = station.resets();

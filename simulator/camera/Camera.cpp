@@ -231,11 +231,14 @@ void Camera::passTime(Clock::time_point now)
 
 void Camera::hold(const CameraConfig::Holder& holder)
 {
+    release();
     m_control.seize({holder.address, holder.port}, holder.privilege);
     showControl();
     if (holder.heartbeatOff)
         write(reg::GvcpConfiguration,
               m_registers.word(reg::GvcpConfiguration) | gvcp::Configuration::HeartbeatOff);
+    if (holder.stream)
+        m_registers.openStream(*holder.stream);
 }
 
 void Camera::release()
@@ -254,6 +257,8 @@ void Camera::showControl()
 {
     const Asker application = m_control.application().value_or(Asker{});
     m_registers.setController(m_control.privilege(), application.address, application.port);
+    if (m_control.privilege() == gvcp::Privilege::Open)
+        m_registers.closeStreams();
 }
 
 } // namespace simulator

@@ -88,7 +88,7 @@ private:
     Outcome writeMemory(base::ByteView payload, const Asker& asker);
     /// What is sent for it, if the command wants to be acknowledged.
     std::optional<Answer> acknowledge(const gvcp::CommandPacket& command, const Outcome& outcome) const;
-    /// Lets the registers say who is in control.
+    /// Lets the registers say who is in control; the streams are whose that is.
     void showControl();
 
     CameraConfig m_config;

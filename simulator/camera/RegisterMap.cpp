@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::uint32_t BigEndianUtf8 = 0x80000001; // of the device mode register
 constexpr std::uint32_t OtherLinkSpeed = 2500;      // Mbit/s, of the interfaces that are on other networks
+constexpr std::uint32_t UsualPacketSize = 1500;     // bytes, of a stream
 constexpr std::uint32_t AllIpMethods =
     gvcp::IpConfig::Persistent | gvcp::IpConfig::Dhcp | gvcp::IpConfig::LinkLocal;
 
@@ -37,6 +38,8 @@ constexpr std::uint32_t OfEachInterface[] = {
     reg::MacHigh,           reg::MacLow,         reg::SupportedIpConfig, reg::CurrentIpConfig, reg::CurrentIp,
     reg::CurrentSubnetMask, reg::CurrentGateway,
 };
+
+constexpr std::uint32_t OfEachStream[] = {reg::StreamPort, reg::StreamPacketSize, reg::StreamAddress};
 
 base::IpSettings readIp(const Memory& memory, unsigned interface, const IpRegisters& at)
 {
@@ -126,6 +129,7 @@ RegisterMap::RegisterMap(const CameraConfig& config) : RegisterMap(config, facto
 RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& settings)
     : m_interface(config.interface),
       m_interfaceCount(config.interfaceCount()),
+      m_streamCount(config.streams),
       m_resetRegister(config.resetRegister),
       m_resetMask(config.resetMask),
       m_hasPersistentIp(config.hasPersistentIp)
@@ -137,7 +141,7 @@ RegisterMap::RegisterMap(const CameraConfig& config, const StoredSettings& setti
     writeText(m_memory, reg::FirstDescriptionUrl, config.description.url);
     writeText(m_memory, reg::SecondDescriptionUrl, config.description.secondUrl);
     m_memory.setWord(reg::InterfaceCount, m_interfaceCount);
-    m_memory.setWord(reg::StreamChannelCount, 1);
+    m_memory.setWord(reg::StreamChannelCount, m_streamCount);
     m_memory.setWord(reg::GvcpCapability, capabilities(config));
     m_memory.setWord(reg::HeartbeatTimeout, static_cast<std::uint32_t>(config.heartbeatTimeout.count()));
     m_memory.setWord(reg::GvcpConfiguration, config.pendingAckOn ? gvcp::Configuration::PendingAck : 0);
@@ -169,6 +173,9 @@ void RegisterMap::layOut(const CameraConfig& config)
     if (config.tellsHolder)
         for (const std::uint32_t each : {reg::ApplicationPort, reg::ApplicationAddress})
             m_memory.add(each, 4, Access::ReadOnly);
+    for (unsigned number = 0; number < m_streamCount; ++number)
+        for (const std::uint32_t each : OfEachStream)
+            m_memory.add(reg::ofStream(number, each), 4, Access::ReadWrite);
     for (const CameraConfig::MakersRegister& each : config.registers) {
         m_memory.add(each.address, 4, each.access);
         m_memory.setWord(each.address, each.value);
@@ -251,6 +258,10 @@ std::uint32_t RegisterMap::accepted(std::uint32_t address, std::uint32_t value) 
     // What the camera has not got cannot be switched on.
     if (address == reg::GvcpConfiguration)
         return value & switchable(word(reg::GvcpCapability));
+    // A test packet would leave at once. No camera here sends images.
+    for (unsigned number = 0; number < m_streamCount; ++number)
+        if (address == reg::ofStream(number, reg::StreamPacketSize))
+            return value & ~gvcp::StreamPacket::FireTest;
     for (unsigned number = 0; number < m_interfaceCount; ++number) {
         if (address != reg::ofInterface(number, reg::CurrentIpConfig))
             continue;
@@ -298,6 +309,28 @@ void RegisterMap::setController(std::uint32_t privilege, base::Ipv4 address, std
         return;
     m_memory.setWord(reg::ApplicationAddress, address.number());
     m_memory.setWord(reg::ApplicationPort, port);
+}
+
+void RegisterMap::closeStreams()
+{
+    for (unsigned number = 0; number < m_streamCount; ++number)
+        for (const std::uint32_t each : OfEachStream)
+            m_memory.setWord(reg::ofStream(number, each), 0);
+}
+
+void RegisterMap::openStream(const Endpoint& destination)
+{
+    m_memory.setWord(reg::StreamPort, destination.port);
+    m_memory.setWord(reg::StreamPacketSize, UsualPacketSize);
+    m_memory.setWord(reg::StreamAddress, destination.address.number());
+}
+
+std::optional<Endpoint> RegisterMap::stream() const
+{
+    // The bits above the port say by which network interface.
+    const auto port =
+        m_streamCount > 0 ? static_cast<std::uint16_t>(word(reg::StreamPort)) : std::uint16_t{0};
+    return port > 0 ? std::optional(Endpoint{base::Ipv4(word(reg::StreamAddress)), port}) : std::nullopt;
 }
 
 bool RegisterMap::takeResetRequest()

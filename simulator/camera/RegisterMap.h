@@ -4,6 +4,7 @@
 #include "simulator/camera/Memory.h"
 #include "simulator/camera/StoredSettings.h"
 
+#include <optional>
 #include <vector>
 
 namespace simulator {
@@ -38,6 +39,12 @@ public:
     StoredIp storedIp() const { return storedIp(m_interface); }
     /// The application in control; all zero for none.
     void setController(std::uint32_t privilege, base::Ipv4 address, std::uint16_t port);
+    /// No images go anywhere any more.
+    void closeStreams();
+    /// The first stream's images go there from now on; there must be one.
+    void openStream(const Endpoint& destination);
+    /// Where they go; nothing when they go nowhere.
+    std::optional<Endpoint> stream() const;
     /// Whether a reset has been asked for, by way of its register, since the last call.
     bool takeResetRequest();
     /// What a DISCOVERY acknowledge carries: the first 248 bytes, with what belongs to this network's
@@ -60,6 +67,7 @@ private:
     Memory m_memory;
     unsigned m_interface;
     unsigned m_interfaceCount;
+    unsigned m_streamCount;
     std::vector<std::uint32_t> m_makersRegisters; ///< Their addresses.
     std::uint32_t m_resetRegister;
     std::uint32_t m_resetMask;

@@ -4,6 +4,7 @@
 #include "base/Bytes.h"
 #include "base/IpSettings.h"
 #include "gvcp/Registers.h"
+#include "simulator/config/Endpoint.h"
 #include "simulator/faults/FalseAnswers.h"
 #include "simulator/faults/FaultPlan.h"
 
@@ -54,7 +55,8 @@ struct CameraConfig
         std::uint32_t privilege = gvcp::Privilege::Exclusive; ///< Or Control.
         /// No command ever comes from port 0: nobody is taken for this application unless it has another one.
         std::uint16_t port = 0;
-        bool heartbeatOff = false; ///< It has switched the heartbeat off, where the camera lets it.
+        bool heartbeatOff = false;        ///< It has switched the heartbeat off, where the camera lets it.
+        std::optional<Endpoint> stream{}; ///< Where it has the first stream's images sent.
     };
 
     /// A register of 4 bytes that the standard does not know. What it holds outlives a reset.
@@ -80,6 +82,7 @@ struct CameraConfig
     };
 
     static constexpr std::uint32_t DescriptionAddress = 0xC0A00000;
+    static constexpr unsigned MaxStreams = 8; ///< Of a camera of this farm; the standard has more.
     static constexpr std::size_t MaxDescriptionSize = 16 << 20;
 
     // What it is.
@@ -116,6 +119,7 @@ struct CameraConfig
     std::chrono::milliseconds rebootTime{1000};
     std::chrono::milliseconds heartbeatTimeout{3000};
     std::optional<Holder> heldBy;
+    unsigned streams = 1; ///< How many it could send.
     bool writesMemory = true;
     bool hasPendingAck = true;
     bool pendingAckOn = false; ///< From the start, before any application switches it on.

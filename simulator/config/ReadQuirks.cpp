@@ -24,6 +24,8 @@ constexpr Choice<Config::ForceIpAcknowledge> ForceIpAcknowledges[] = {
     {"never", Config::ForceIpAcknowledge::Never},
 };
 
+constexpr std::size_t MaxEndpointText = 21; // bytes: "255.255.255.255:65535"
+
 constexpr Choice<std::uint32_t> Privileges[] = {
     {"exclusive", gvcp::Privilege::Exclusive},
     {"control", gvcp::Privilege::Control},
@@ -94,6 +96,13 @@ void readControl(JsonObject& object, Config& camera)
         camera.heldBy->port = static_cast<std::uint16_t>(*port);
     if (const auto isOff = ofHolder("heartbeatOff", object.flag("heartbeatOff")))
         camera.heldBy->heartbeatOff = *isOff;
+    const auto stream = ofHolder("stream", object.text("stream", MaxEndpointText));
+    if (stream)
+        camera.heldBy->stream = parseEndpoint(*stream);
+    if (stream && !camera.heldBy->stream)
+        object.fail("stream", "must be an address and a port such as \"192.168.1.5:50020\"");
+    if (stream && camera.streams == 0)
+        object.fail("stream", "cannot go with a camera of no \"streams\"");
     if (camera.heldBy && camera.heldBy->heartbeatOff && !camera.hasHeartbeatOff)
         object.fail("heartbeatOff", "cannot be true for a camera whose \"hasHeartbeatOff\" is false");
 }
@@ -105,6 +114,7 @@ void readCapabilities(JsonObject& object, Config& camera)
     camera.pendingAckOn = object.flag("pendingAckOn").value_or(false);
     if (camera.pendingAckOn && !camera.hasPendingAck)
         object.fail("pendingAckOn", "cannot be true for a camera whose \"hasPendingAck\" is false");
+    camera.streams = object.number("streams", 0, Config::MaxStreams).value_or(camera.streams);
     camera.tellsHolder = object.flag("tellsHolder").value_or(true);
     camera.hasHeartbeatOff = object.flag("hasHeartbeatOff").value_or(true);
     if (const auto speed = object.number("linkSpeed", 0, 400000))

@@ -66,6 +66,9 @@ void judgeQuirks(const CameraConfig& camera)
     require(camera.acknowledgeExtra <= 64 && camera.forgedAnswers <= 1000000);
     require(!camera.linkSpeed || (*camera.linkSpeed >= 1 && *camera.linkSpeed <= 400000));
     require(!camera.heldBy || !camera.heldBy->heartbeatOff || camera.hasHeartbeatOff);
+    require(camera.streams <= CameraConfig::MaxStreams);
+    require(!camera.heldBy || !camera.heldBy->stream ||
+            (camera.streams > 0 && camera.heldBy->stream->port > 0));
     require(camera.hasPendingAck || !camera.pendingAckOn);
     for (const Fault& fault : camera.faults)
         require(!whyImpossible(fault) && fault.times != 0u && fault.every >= 1);

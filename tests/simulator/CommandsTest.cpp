@@ -88,6 +88,7 @@ TEST_F(CommandsTest, ShowWhatACameraHoldsAndHasHeard)
     "privilege": 1,
     "heartbeatOff": false,
     "pendingAckOn": false,
+    "stream": "none",
     "plugged": true,
     "state": "running",
     "resets": 0,
@@ -136,6 +137,14 @@ TEST_F(CommandsTest, ShowWhatIsStoredForEachOfACamerasInterfaces)
         }
     ],
 )"));
+}
+
+TEST_F(CommandsTest, ShowWhereACamerasImagesGo)
+{
+    Farm other{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+                                                "heldBy": "192.168.1.77", "stream": "192.168.1.78:50020"}]})"),
+               timers, [](const Frame&) {}};
+    EXPECT_THAT(runCommand(other, "show 00:1A:2B:00:00:01"), HasSubstr(R"("stream": "192.168.1.78:50020",)"));
 }
 
 TEST_F(CommandsTest, ShowTheBytesOfANameThatIsNoUtf8)

@@ -67,6 +67,7 @@ TEST(FarmConfig, ReadsEveryMember)
         "userNameAccess": "readOnly", "rebootsWithoutAck": true, "writeMemory": false,
         "readMemoryOmitsAddress": true, "arpLifetime": 700, "forceIpOffTime": 800, "pendingAckOn": true, "acknowledgeExtra": 64,
         "tellsHolder": false, "linkSpeed": 100, "heldPort": 50010, "heartbeatOff": true,
+        "stream": "10.0.0.78:50020", "streams": 3,
         "interface": 1,
         "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
@@ -89,6 +90,8 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_EQ(camera.heldBy->privilege, 2u);
     EXPECT_EQ(camera.heldBy->port, 50010u);
     EXPECT_TRUE(camera.heldBy->heartbeatOff);
+    EXPECT_EQ(camera.heldBy->stream, (Endpoint{"10.0.0.78"_ip, 50020}));
+    EXPECT_EQ(camera.streams, 3u);
     EXPECT_EQ(camera.loss, 0.25);
     EXPECT_EQ(camera.forgedAnswers, 9u);
     EXPECT_EQ(camera.heartbeatTimeout.count(), 5000);
@@ -197,6 +200,14 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("heldBy": "10.0.0.1", "heartbeatOff": 1)", R"("heartbeatOff" must be true or false)"},
         {R"("heldBy": "10.0.0.1", "heartbeatOff": true, "hasHeartbeatOff": false)",
          R"("heartbeatOff" cannot be true for a camera whose "hasHeartbeatOff" is false)"},
+        {R"("streams": 9)", R"("streams" must be a whole number from 0 to 8)"},
+        {R"("stream": "10.0.0.1:5000")", R"("stream" needs "heldBy")"},
+        {R"("heldBy": "10.0.0.1", "stream": "10.0.0.1")", R"("stream" must be an address and a port)"},
+        {R"("heldBy": "10.0.0.1", "stream": "10.0.0.1:0")", R"("stream" must be an address and a port)"},
+        {R"("heldBy": "10.0.0.1", "stream": "10.0.0.1:65536")", R"("stream" must be an address)"},
+        {R"("heldBy": "10.0.0.1", "stream": 5)", R"("stream" must be a text)"},
+        {R"("heldBy": "10.0.0.1", "stream": "10.0.0.1:5000", "streams": 0)",
+         R"("stream" cannot go with a camera of no "streams")"},
         {R"("interface": 4)", R"("interface" must be a whole number from 0 to 3)"},
         {R"("interfaces": 5)", R"("interfaces" must be a whole number from 1 to 4)"},
         {R"("interface": 1, "interfaces": 1)", R"("interfaces" must be more than "interface")"},
