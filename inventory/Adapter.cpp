@@ -89,6 +89,8 @@ std::vector<Adapter> hostAdapters()
             continue;
         Adapter adapter;
         adapter.name = rtnl_link_get_name(link);
+        if (const auto mac = macOf(rtnl_link_get_addr(link)))
+            adapter.mac = *mac;
         adapter.index = static_cast<unsigned>(rtnl_link_get_ifindex(link));
         adapter.isUp = (flags & IFF_UP) != 0;
         adapter.hasCarrier = (flags & IFF_RUNNING) != 0;

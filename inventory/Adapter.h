@@ -2,6 +2,7 @@
 #pragma once
 
 #include "base/Ipv4.h"
+#include "base/MacAddress.h"
 
 #include <optional>
 #include <string>
@@ -26,6 +27,7 @@ struct AdapterAddress
 struct Adapter
 {
     std::string name;
+    base::MacAddress mac;    ///< Unspecified for one that has none.
     unsigned index = 0;      ///< The kernel's interface index.
     bool isUp = false;       ///< Switched on.
     bool hasCarrier = false; ///< A cable, and something at its other end that is on.

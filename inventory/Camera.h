@@ -54,8 +54,9 @@ struct Hearing
     bool byBroadcast = false; ///< or to all.
     unsigned searches = 0;    ///< How often cameras were asked to say who they are.
     unsigned answers = 0;     ///< To how many of those it answered.
-    unsigned questions = 0;   ///< Datagrams to it alone, about its registers; none to one out of reach.
-    unsigned replies = 0;     ///< How many of them it answered.
+    /// To it alone, of one datagram each: where Look::Plan::countsLosses, and it is in reach.
+    unsigned questions = 0;
+    unsigned replies = 0; ///< How many of them it answered.
 };
 
 /// What became of the questions for a camera's registers.

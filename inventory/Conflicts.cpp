@@ -12,10 +12,12 @@ void add(Camera& camera, Conflict conflict)
         camera.conflicts.push_back(conflict);
 }
 
-/// Of some camera, wherever that is heard.
-bool isCamera(const Inventory& inventory, const base::MacAddress& mac)
+/// Of a camera, wherever that is heard, or of this computer, which hears itself where two of its adapters are
+/// on one switch.
+bool isKnown(const Inventory& inventory, const base::MacAddress& mac)
 {
-    return std::ranges::find(inventory.cameras, mac, &Camera::mac) != inventory.cameras.end();
+    return std::ranges::find(inventory.cameras, mac, &Camera::mac) != inventory.cameras.end() ||
+           std::ranges::find(inventory.adapters, mac, &Adapter::mac) != inventory.adapters.end();
 }
 
 /// Somebody on this adapter who is no camera says that he has the address.
@@ -23,7 +25,7 @@ void addMachine(const Inventory& inventory, Camera& camera, unsigned adapterInde
                 const base::MacAddress& mac)
 {
     if (adapterIndex == camera.adapterIndex && address == camera.ip.address && !mac.isUnspecified() &&
-        !isCamera(inventory, mac))
+        !isKnown(inventory, mac))
         add(camera, {Conflict::With::Machine, mac});
 }
 

@@ -5,7 +5,6 @@
 #include "sdk/RzCameraSdk.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <fstream>
 #include <sstream>
@@ -181,22 +180,39 @@ struct Collection
             self.inventory.arrivals.push_back(arrival);
         self.plan.onArrival(arrival);
     }
+
+    static void onReport(void* context, const RZ_CC_LOOK_REPORT* report)
+    {
+        Inventory& inventory = static_cast<Collection*>(context)->inventory;
+        inventory.unlisted = report->nUnlisted;
+        inventory.listener = static_cast<Listener>(report->nListener);
+        inventory.listenerProgram = report->szListener;
+        inventory.notSearched = report->szNotSearched;
+    }
 };
 
-[[noreturn]] void failNetwork()
+/// Those that cameras may be on, though nobody has given them an address.
+std::vector<unsigned> withoutAddress(const std::vector<Adapter>& adapters)
 {
-    unsigned unlisted = 0;
-    std::array<char, 4096> text{};
-    RZ_CC_GetEnumReport(&unlisted, text.data(), text.size());
-    throw std::system_error(std::make_error_code(std::errc::network_unreachable), text.data());
+    std::vector<unsigned> result;
+    for (const Adapter& adapter : adapters)
+        if (adapter.isUp && adapter.isEthernet && adapter.addresses.empty() && adapter.master == 0)
+            result.push_back(adapter.index);
+    return result;
+}
+
+[[noreturn]] void fail(const std::string& why)
+{
+    throw std::system_error(std::make_error_code(std::errc::network_unreachable), why);
 }
 
 } // namespace
 
 Look::Look() : m_adapters(hostAdapters())
 {
-    if (RZ_CC_OpenLook(&m_look) != RZ_OK)
-        failNetwork();
+    const std::vector<unsigned> others = withoutAddress(m_adapters);
+    if (RZ_CC_OpenLook(&m_look, others.data(), static_cast<unsigned>(others.size())) != RZ_OK)
+        fail("the network adapters");
 }
 
 Look::~Look()
@@ -209,21 +225,14 @@ Inventory Look::once(const Plan& plan)
     Inventory inventory;
     inventory.adapters = m_adapters;
     Collection collection{plan, inventory};
-    const RZ_CC_LOOK_SINK sink{&collection, &Collection::onCamera, &Collection::onArrival};
+    const RZ_CC_LOOK_SINK sink{&collection, &Collection::onCamera, &Collection::onArrival,
+                               &Collection::onReport};
     const std::uint64_t dropsBefore = reversePathDrops();
     if (RZ_CC_Look(m_look, plan.countsLosses ? RZ_LOOK_COUNT_LOSSES : 0,
                    static_cast<unsigned>(plan.time.count()), &sink) != RZ_OK)
-        failNetwork();
+        fail(inventory.notSearched);
     inventory.reversePathDrops = reversePathDrops() - dropsBefore;
     inventory.neighbours = neighbours();
-
-    std::array<char, 4096> text{};
-    RZ_CC_GetEnumReport(&inventory.unlisted, text.data(), text.size());
-    inventory.notSearched = text.data();
-    unsigned listener = RZ_LISTENER_HEARS;
-    RZ_CC_GetListener(&listener, text.data(), text.size());
-    inventory.listener = static_cast<Listener>(listener);
-    inventory.listenerProgram = text.data();
     findConflicts(inventory);
     return inventory;
 }

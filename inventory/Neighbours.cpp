@@ -18,12 +18,10 @@ std::vector<Neighbour> neighbours()
     for (nl_object* each = nl_cache_get_first(all); each; each = nl_cache_get_next(each)) {
         auto* const entry = reinterpret_cast<rtnl_neigh*>(each);
         const auto address = ipv4Of(rtnl_neigh_get_dst(entry));
-        const nl_addr* const mac = rtnl_neigh_get_lladdr(entry);
-        if (rtnl_neigh_get_state(entry) != NUD_REACHABLE || !address || !mac || nl_addr_get_len(mac) != 6)
+        const auto mac = macOf(rtnl_neigh_get_lladdr(entry));
+        if (rtnl_neigh_get_state(entry) != NUD_REACHABLE || !address || !mac)
             continue;
-        const base::ByteView bytes(static_cast<const std::uint8_t*>(nl_addr_get_binary_addr(mac)), 6);
-        result.push_back(
-            {static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, base::readMac(bytes, 0)});
+        result.push_back({static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, *mac});
     }
     return result;
 }

@@ -50,4 +50,11 @@ inline std::optional<base::Ipv4> ipv4Of(const nl_addr* address)
     return base::readIpv4({static_cast<const std::uint8_t*>(nl_addr_get_binary_addr(address)), 4}, 0);
 }
 
+inline std::optional<base::MacAddress> macOf(const nl_addr* address)
+{
+    if (!address || nl_addr_get_len(address) != 6)
+        return std::nullopt;
+    return base::readMac({static_cast<const std::uint8_t*>(nl_addr_get_binary_addr(address)), 6}, 0);
+}
+
 } // namespace inventory

@@ -44,7 +44,7 @@ std::vector<Adapter> adaptersTowards(const RZ_CC_DEVICE_INFO& camera)
 
 std::unique_ptr<Network> networkOn(const std::vector<Adapter>& adapters, std::optional<base::Ipv4> onlyCamera)
 {
-    auto network = std::make_unique<LinuxNetwork>(adapters, onlyCamera);
+    auto network = std::make_unique<LinuxNetwork>(adapters, LinuxNetwork::Purpose{onlyCamera, false});
     if (network->adapters().empty() || network->adapters().front().index != adapters.front().index)
         throw CameraError(RZ_ERROR_NETWORK, "its adapter cannot be used: " + joined(network->failures()));
     return network;

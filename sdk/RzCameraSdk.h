@@ -149,7 +149,7 @@ typedef struct RZ_CC_SIGHTING
     uint32_t nHeard;          /**< RZ_HEARD bits, of all its answers to DISCOVERY. */
     uint32_t nSearches;       /**< DISCOVERY commands that went out on the adapter. */
     uint32_t nSearchAnswers;  /**< Those of them that it answered. */
-    uint32_t nQuestions;      /**< Datagrams with a question for its registers. */
+    uint32_t nQuestions;      /**< With RZ_LOOK_COUNT_LOSSES: questions to it of one datagram each, else 0. */
     uint32_t nReplies;        /**< Those of them that were answered. */
     uint32_t nRegisters;      /**< An RZ_REGISTERS. */
     uint32_t nTold;           /**< RZ_TOLD bits; what was not told is 0. */
@@ -190,14 +190,25 @@ enum RZ_LOOK
     RZ_LOOK_COUNT_LOSSES = 1 /**< Asks each camera in reach twenty times, to tell how many get lost. */
 };
 
+/** What a look could not see. */
+typedef struct RZ_CC_LOOK_REPORT
+{
+    uint32_t nUnlisted;        /**< Cameras that there is no room for among so many that were forged. */
+    uint32_t nListener;        /**< An RZ_LISTENER, that of the first adapter on which not all is well. */
+    const char* szListener;    /**< The file of that program. */
+    const char* szNotSearched; /**< As RZ_CC_GetEnumReport has it. */
+} RZ_CC_LOOK_REPORT;
+
 /** Who is told what a look finds, on the thread that looks. The pointers are valid during the call. */
 typedef struct RZ_CC_LOOK_SINK
 {
     void* pContext;
-    /** A camera, as soon as it is known whether it is accessible, with RZ_LOOK_COUNT_LOSSES at the end of
-     * its questions. At the end of the look once more, complete: with `isLast` other than 0. */
+    /** A camera as soon as it is known whether it is accessible and what its registers tell; `isLast` is 0.
+     * And each again at the end of the look, with all that there is to say then and `isLast` 1. */
     void (*pOnCamera)(void* context, const RZ_CC_SIGHTING* camera, int isLast);
     void (*pOnArrival)(void* context, const RZ_CC_ARRIVAL* arrival);
+    /** At the end, also of a look that failed. */
+    void (*pOnReport)(void* context, const RZ_CC_LOOK_REPORT* report);
 } RZ_CC_LOOK_SINK;
 
 /** The transport layers that this SDK drives: bit 0 is RZ_TL_GIGE. */
@@ -208,7 +219,7 @@ RZ_API unsigned RZ_CC_EnumerateTls(void);
  * there is no other. */
 RZ_API int RZ_CC_EnumDevices(unsigned tlMask, RZ_CC_DEVICE_INFO_LIST* list);
 
-/** What the process's latest enumeration, or look, left out. `unlisted` gets the number of cameras that answered beyond
+/** What the process's latest enumeration left out. `unlisted` gets the number of cameras that answered beyond
  * those for which the list had room. `buffer` gets the adapters that could not be searched and why, "eth1:
  * Too many open files; eth2: ...", or why the enumeration failed; cut to `bufferSize` bytes with the NUL,
  * empty when all was searched. */
@@ -219,15 +230,16 @@ RZ_API int RZ_CC_GetEnumReport(unsigned* unlisted, char* buffer, unsigned buffer
  * NUL. */
 RZ_API int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize);
 
-/** Opens this computer's adapters for RZ_CC_Look: all that are up and not loopback, also those without an
- * IPv4 address, and hears what devices say by ARP and as DHCP clients, where the listener can. RZ_ERROR_NETWORK
- * when none could be opened, though there are some: RZ_CC_GetEnumReport tells why. */
-RZ_API int RZ_CC_OpenLook(void** look);
+/** Opens this computer's adapters for RZ_CC_Look: those that RZ_CC_EnumDevices searches, and `count` others
+ * that have no IPv4 address, by their interface indexes. Hears what devices say by ARP and as DHCP clients
+ * too, where the listener can. */
+RZ_API int RZ_CC_OpenLook(void** look, const unsigned* withoutAddress, unsigned count);
 
 /**
  * Asks on all adapters for cameras as RZ_CC_EnumDevices does, but lists any number of them; asks those in
- * reach for registers that tell who holds them, all at once. Takes little more than a second, or `milliseconds`
- * if that is longer. Takes control of nothing.
+ * reach for registers that tell who holds them, all at once. Takes little more than a second, or
+ * `milliseconds` if that is longer. Takes control of nothing. RZ_ERROR_NETWORK when no adapter could be
+ * searched, though there are some.
  *
  * One thread at a time looks with one look; others may do anything else.
  */

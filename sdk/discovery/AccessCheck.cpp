@@ -29,17 +29,24 @@ Exchange questionFor(Network& network, RequestIds& ids, std::size_t adapter, bas
                                     const auto&) { return datagram.source == camera; }}};
 }
 
+/// The register's value, if that is what the camera answered.
+std::optional<std::uint32_t> valueIn(const Exchange& question)
+{
+    const auto& answer = question.answer();
+    // Cameras exist whose acknowledges are longer than the value that was asked for.
+    if (!answer || answer->status != gvcp::Status::Success || answer->payload.size() < 4)
+        return std::nullopt;
+    return base::readU32(answer->payload, 0);
+}
+
 AccessCheck::Answer meaningOf(const Exchange& question)
 {
     if (question.isPending())
         return AccessCheck::Answer::Pending;
-    const auto& answer = question.answer();
-    if (!answer)
-        return question.isHeard() ? AccessCheck::Answer::NotAccessible : AccessCheck::Answer::Silent;
-    // Cameras exist whose acknowledges are longer than the value that was asked for.
-    const bool isOpen = answer->status == gvcp::Status::Success && answer->payload.size() >= 4 &&
-                        base::readU32(answer->payload, 0) == gvcp::Privilege::Open;
-    return isOpen ? AccessCheck::Answer::Accessible : AccessCheck::Answer::NotAccessible;
+    if (!question.answer() && !question.isHeard())
+        return AccessCheck::Answer::Silent;
+    return valueIn(question) == gvcp::Privilege::Open ? AccessCheck::Answer::Accessible
+                                                      : AccessCheck::Answer::NotAccessible;
 }
 
 } // namespace
@@ -48,8 +55,9 @@ bool AccessCheck::ask(std::size_t adapter, base::Ipv4 source, base::Ipv4 camera)
 {
     if (find(adapter, camera))
         return false;
-    m_questions.push_back({adapter, camera, questionFor(m_network, m_ids, adapter, source, camera)});
-    Exchange& exchange = m_questions.back().exchange;
+    const auto added =
+        m_questions.emplace(Key{camera, adapter}, questionFor(m_network, m_ids, adapter, source, camera));
+    Exchange& exchange = added.first->second;
     exchange.proceed();
     m_nextStep = std::min(m_nextStep, exchange.nextStep());
     return true;
@@ -57,10 +65,11 @@ bool AccessCheck::ask(std::size_t adapter, base::Ipv4 source, base::Ipv4 camera)
 
 void AccessCheck::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
 {
-    for (Question& question : m_questions) {
-        if (!question.exchange.take(datagram, acknowledge))
+    for (auto each = m_questions.lower_bound({datagram.source, 0});
+         each != m_questions.end() && each->first.first == datagram.source; ++each) {
+        if (!each->second.take(datagram, acknowledge))
             continue;
-        m_nextStep = std::min(m_nextStep, question.exchange.nextStep());
+        m_nextStep = std::min(m_nextStep, each->second.nextStep());
         return;
     }
 }
@@ -70,30 +79,40 @@ void AccessCheck::proceed()
     if (m_network.now() < m_nextStep)
         return;
     m_nextStep = Clock::time_point::max();
-    for (Question& question : m_questions) {
-        question.exchange.proceed();
-        m_nextStep = std::min(m_nextStep, question.exchange.nextStep());
+    for (auto& [key, exchange] : m_questions) {
+        exchange.proceed();
+        m_nextStep = std::min(m_nextStep, exchange.nextStep());
     }
 }
 
 bool AccessCheck::isPending() const
 {
     return std::any_of(m_questions.begin(), m_questions.end(),
-                       [](const Question& question) { return question.exchange.isPending(); });
+                       [](const auto& question) { return question.second.isPending(); });
 }
 
 AccessCheck::Answer AccessCheck::answer(std::size_t adapter, base::Ipv4 camera) const
 {
-    const Question* question = find(adapter, camera);
-    return question ? meaningOf(question->exchange) : Answer::Silent;
+    const Exchange* question = find(adapter, camera);
+    return question ? meaningOf(*question) : Answer::Silent;
 }
 
-const AccessCheck::Question* AccessCheck::find(std::size_t adapter, base::Ipv4 camera) const
+std::optional<std::uint32_t> AccessCheck::privilege(std::size_t adapter, base::Ipv4 camera) const
 {
-    const auto found = std::find_if(m_questions.begin(), m_questions.end(), [=](const Question& question) {
-        return question.adapter == adapter && question.camera == camera;
-    });
-    return found == m_questions.end() ? nullptr : &*found;
+    const Exchange* question = find(adapter, camera);
+    return question ? valueIn(*question) : std::nullopt;
+}
+
+bool AccessCheck::isRefused(std::size_t adapter, base::Ipv4 camera) const
+{
+    const Exchange* question = find(adapter, camera);
+    return question && question->answer() && question->answer()->status == gvcp::Status::AccessDenied;
+}
+
+const Exchange* AccessCheck::find(std::size_t adapter, base::Ipv4 camera) const
+{
+    const auto found = m_questions.find({camera, adapter});
+    return found == m_questions.end() ? nullptr : &found->second;
 }
 
 bool isAccessible(Network& network, base::Ipv4 source, base::Ipv4 camera)

@@ -3,7 +3,9 @@
 
 #include "sdk/network/Exchange.h"
 
-#include <vector>
+#include <map>
+#include <optional>
+#include <utility>
 
 namespace sdk {
 
@@ -39,20 +41,19 @@ public:
     bool isPending() const;
 
     Answer answer(std::size_t adapter, base::Ipv4 camera) const;
+    /// What the register says; nothing when the camera has not told.
+    std::optional<std::uint32_t> privilege(std::size_t adapter, base::Ipv4 camera) const;
+    /// It refused to tell, as one that is held exclusively does.
+    bool isRefused(std::size_t adapter, base::Ipv4 camera) const;
 
 private:
-    struct Question
-    {
-        std::size_t adapter;
-        base::Ipv4 camera;
-        Exchange exchange;
-    };
+    using Key = std::pair<base::Ipv4, std::size_t>; ///< Camera and adapter.
 
-    const Question* find(std::size_t adapter, base::Ipv4 camera) const;
+    const Exchange* find(std::size_t adapter, base::Ipv4 camera) const;
 
     Network& m_network;
     RequestIds& m_ids;
-    std::vector<Question> m_questions;
+    std::map<Key, Exchange> m_questions;
     Clock::time_point m_nextStep = Clock::time_point::max();
 };
 

@@ -2,9 +2,12 @@
 #include "sdk/discovery/Enumeration.h"
 
 #include "sdk/discovery/AccessCheck.h"
+#include "sdk/discovery/RegisterSurvey.h"
+#include "sdk/discovery/Sighting.h"
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace sdk {
@@ -25,16 +28,21 @@ constexpr std::size_t MaxUnknown = 1024;
 /// At so many addresses one camera is asked whether it is accessible: it may move during the search, but
 /// answers from more addresses are forged.
 constexpr int MaxAddresses = 4;
+/// How often it is looked for cameras whose next question, or whose report, is due.
+constexpr auto Step = 10ms;
 /// When the time is up, what has arrived already is still read, but no endless stream.
 constexpr int MaxLateDatagrams = 8192;
 
 class Enumeration
 {
 public:
-    Enumeration(Network& network, const IsKnown& isKnown)
+    /// Without a plan, no more is found out than whether each camera is accessible.
+    Enumeration(Network& network, RequestIds& ids, const IsKnown& isKnown, const LookPlan* plan)
         : m_network(network),
+          m_ids(ids),
           m_isKnown(isKnown),
-          m_hasSent(network.adapters().size())
+          m_plan(plan),
+          m_searches(network.adapters().size())
     {}
 
     FoundCameras run();
@@ -45,22 +53,34 @@ private:
     struct Sighting
     {
         FoundCamera camera;
-        int addresses = 0; ///< At which it was asked whether it is accessible.
+        int addresses = 0;                ///< At which it was asked whether it is accessible.
+        std::uint32_t heard = 0;          ///< RZ_HEARD bits.
+        std::set<std::uint16_t> answered; ///< The discovery ids.
+        bool isReported = false;
     };
+    using SurveyKey = std::pair<base::Ipv4, std::size_t>; ///< Camera and adapter.
 
     void ask();
     void listen(Clock::time_point until);
     bool step(Clock::time_point until);
     void take(const Datagram& datagram);
-    void note(const Datagram& datagram, gvcp::DiscoveryAck&& identity);
+    void takeReply(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge);
+    void note(const Datagram& datagram, std::uint16_t id, gvcp::DiscoveryAck&& identity);
+    void proceedWithSurveys();
+    bool areSurveysPending() const;
+    bool isSettled(const Sighting& sighting);
+    void complete(Sighting& sighting) const;
 
     Network& m_network;
+    RequestIds& m_ids;
     const IsKnown& m_isKnown;
-    RequestIds m_ids;
+    const LookPlan* const m_plan;
     std::vector<std::uint16_t> m_discoveryIds;
     AccessCheck m_access{m_network, m_ids};
     std::map<Key, Sighting> m_found;
-    std::vector<bool> m_hasSent; ///< By each adapter.
+    std::map<SurveyKey, RegisterSurvey> m_surveys;
+    Clock::time_point m_nextSurveyStep{};
+    std::vector<unsigned> m_searches; ///< That went out on each adapter.
     std::size_t m_unknownConsistent = 0;
     std::size_t m_unknownOthers = 0;
     int m_lateDatagrams = 0;
@@ -73,24 +93,20 @@ FoundCameras Enumeration::run()
         listen(start + time);
         ask();
     }
-    listen(start + Window);
-    const auto end = start + Window + GraceForAccess;
-    while (m_access.isPending() && m_network.now() < end)
+    const auto windowEnd = start + std::max<Clock::duration>(Window, m_plan ? m_plan->time : 0ms);
+    listen(windowEnd);
+    const auto end = windowEnd + GraceForAccess;
+    while ((m_access.isPending() || areSurveysPending()) && m_network.now() < end)
         step(end);
 
     FoundCameras result;
     result.cameras.reserve(m_found.size());
     for (auto& [key, sighting] : m_found) {
-        FoundCamera& camera = sighting.camera;
-        const auto access = camera.isReachable ? m_access.answer(camera.adapter, camera.identity.ip.address)
-                                               : AccessCheck::Answer::Silent;
-        camera.isAccessible = access == AccessCheck::Answer::Accessible;
-        camera.isProven =
-            camera.isConsistent && (camera.isAccessible || access == AccessCheck::Answer::NotAccessible);
-        result.cameras.push_back(std::move(camera));
+        complete(sighting);
+        result.cameras.push_back(std::move(sighting.camera));
     }
-    for (std::size_t adapter = 0; adapter < m_hasSent.size(); ++adapter)
-        if (!m_hasSent[adapter])
+    for (std::size_t adapter = 0; adapter < m_searches.size(); ++adapter)
+        if (m_searches[adapter] == 0)
             result.failures.push_back(m_network.adapters()[adapter].name + ": nothing could be sent");
     return result;
 }
@@ -104,7 +120,7 @@ void Enumeration::ask()
     // An adapter that cannot send costs the others nothing.
     for (std::size_t adapter = 0; adapter < m_network.adapters().size(); ++adapter)
         if (m_network.broadcast(adapter, packet))
-            m_hasSent[adapter] = true;
+            ++m_searches[adapter];
 }
 
 void Enumeration::listen(Clock::time_point until)
@@ -120,9 +136,17 @@ void Enumeration::listen(Clock::time_point until)
 bool Enumeration::step(Clock::time_point until)
 {
     m_access.proceed();
-    const auto datagram = m_network.receive(std::min(until, m_access.nextStep()));
+    auto next = std::min(until, m_access.nextStep());
+    if (m_plan) {
+        proceedWithSurveys();
+        next = std::min(next, m_nextSurveyStep);
+    }
+    const auto datagram = m_network.receive(next);
     if (datagram)
         take(*datagram);
+    while (const auto arrival = m_network.nextArrival())
+        if (m_plan)
+            m_plan->onArrival(*arrival);
     return datagram.has_value();
 }
 
@@ -135,16 +159,30 @@ void Enumeration::take(const Datagram& datagram)
                              acknowledge->status == gvcp::Status::Success &&
                              std::count(m_discoveryIds.begin(), m_discoveryIds.end(), acknowledge->id) > 0;
     if (!isDiscovery)
-        m_access.take(datagram, *acknowledge);
+        takeReply(datagram, *acknowledge);
     else if (auto identity = gvcp::parseDiscoveryAck(acknowledge->payload))
-        note(datagram, std::move(*identity));
+        note(datagram, acknowledge->id, std::move(*identity));
 }
 
-void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
+void Enumeration::takeReply(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
+{
+    for (auto each = m_surveys.lower_bound({datagram.source, 0});
+         each != m_surveys.end() && each->first.first == datagram.source; ++each) {
+        if (!each->second.take(datagram, acknowledge))
+            continue;
+        each->second.proceed();
+        m_nextSurveyStep = std::min(m_nextSurveyStep, each->second.nextStep());
+        return;
+    }
+    m_access.take(datagram, acknowledge);
+}
+
+void Enumeration::note(const Datagram& datagram, std::uint16_t id, gvcp::DiscoveryAck&& identity)
 {
     const Adapter& adapter = m_network.adapters()[datagram.adapter];
     const Key key{identity.mac, datagram.adapter};
-    const bool isConsistent = datagram.source == identity.ip.address;
+    const base::Ipv4 address = identity.ip.address;
+    const bool isConsistent = datagram.source == address;
     auto found = m_found.find(key);
     if (found == m_found.end()) {
         std::size_t& unknown = isConsistent ? m_unknownConsistent : m_unknownOthers;
@@ -153,25 +191,101 @@ void Enumeration::note(const Datagram& datagram, gvcp::DiscoveryAck&& identity)
         found = m_found.try_emplace(key).first;
     }
 
-    const AdapterAddress* own = adapter.inSubnetOf(identity.ip.address);
-    auto& [camera, addresses] = found->second;
+    const AdapterAddress* own = adapter.inSubnetOf(address);
+    Sighting& sighting = found->second;
+    FoundCamera& camera = sighting.camera;
     camera = {.identity = std::move(identity),
               .adapter = datagram.adapter,
-              .adapterAddress = own ? own->address : adapter.addresses.front().address,
+              .adapterAddress = adapter.addressTowards(address),
               .isReachable = own != nullptr,
               .isConsistent = isConsistent};
-    if (own && addresses < MaxAddresses &&
-        m_access.ask(datagram.adapter, own->address, camera.identity.ip.address))
-        ++addresses;
+    sighting.heard |= datagram.isRelayed ? RZ_HEARD_LISTENER : RZ_HEARD_SOCKET;
+    sighting.heard |= datagram.isToAll ? RZ_HEARD_BROADCAST : RZ_HEARD_UNICAST;
+    sighting.answered.insert(id);
+    if (own && sighting.addresses < MaxAddresses && m_access.ask(datagram.adapter, own->address, address))
+        ++sighting.addresses;
+}
+
+/// What is there when this is the last word on it.
+void Enumeration::complete(Sighting& sighting) const
+{
+    FoundCamera& camera = sighting.camera;
+    const base::Ipv4 address = camera.identity.ip.address;
+    const auto access =
+        camera.isReachable ? m_access.answer(camera.adapter, address) : AccessCheck::Answer::Silent;
+    camera.isAccessible = access == AccessCheck::Answer::Accessible;
+    camera.isProven =
+        camera.isConsistent && (camera.isAccessible || access == AccessCheck::Answer::NotAccessible);
+    if (!m_plan)
+        return;
+    camera.sighting = {};
+    camera.sighting.nReachable = camera.isReachable;
+    camera.sighting.nAccessible = camera.isAccessible;
+    camera.sighting.nHeard = sighting.heard;
+    camera.sighting.nSearches = m_searches[camera.adapter];
+    camera.sighting.nSearchAnswers = static_cast<std::uint32_t>(sighting.answered.size());
+    if (!camera.isReachable)
+        return;
+    addPrivilege(camera.sighting, m_access, camera.adapter, address);
+    const auto survey = m_surveys.find({address, camera.adapter});
+    if (survey != m_surveys.end())
+        addTold(camera.sighting, survey->second, camera.identity.mac);
+}
+
+void Enumeration::proceedWithSurveys()
+{
+    const auto now = m_network.now();
+    if (now < m_nextSurveyStep)
+        return;
+    m_nextSurveyStep = now + Step;
+    for (auto& [key, sighting] : m_found) {
+        if (sighting.isReported || !isSettled(sighting))
+            continue;
+        sighting.isReported = true;
+        complete(sighting);
+        m_plan->onCamera(sighting.camera);
+    }
+    for (auto& [key, survey] : m_surveys)
+        if (survey.nextStep() <= now)
+            survey.proceed();
+}
+
+/// Whether there is nothing more to find out of the camera where it is now, but losses. Begins to survey it
+/// when its time has come.
+bool Enumeration::isSettled(const Sighting& sighting)
+{
+    const FoundCamera& camera = sighting.camera;
+    const base::Ipv4 address = camera.identity.ip.address;
+    if (!camera.isReachable)
+        return true;
+    const auto access = m_access.answer(camera.adapter, address);
+    if (access == AccessCheck::Answer::Pending || access == AccessCheck::Answer::Silent)
+        return access == AccessCheck::Answer::Silent;
+    const RegisterSurvey::Subject subject{camera.adapter, camera.adapterAddress, address,
+                                          m_access.isRefused(camera.adapter, address)};
+    RegisterSurvey& survey =
+        m_surveys.try_emplace({address, camera.adapter}, m_network, m_ids, subject, m_plan->lossQuestions)
+            .first->second;
+    survey.expect(camera.identity.mac, (camera.identity.ipConfigOptions & gvcp::IpConfig::Persistent) != 0);
+    return survey.isSettled();
+}
+
+bool Enumeration::areSurveysPending() const
+{
+    return std::ranges::any_of(m_surveys, [](const auto& each) { return each.second.isPending(); });
 }
 
 } // namespace
 
 FoundCameras enumerateCameras(Network& network, const IsKnown& isKnown)
 {
-    if (network.adapters().empty())
-        return {};
-    return Enumeration(network, isKnown).run();
+    RequestIds ids;
+    return network.adapters().empty() ? FoundCameras() : Enumeration(network, ids, isKnown, nullptr).run();
+}
+
+FoundCameras lookForCameras(Network& network, RequestIds& ids, const IsKnown& isKnown, const LookPlan& plan)
+{
+    return Enumeration(network, ids, isKnown, &plan).run();
 }
 
 } // namespace sdk

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "gvcp/DiscoveryAck.h"
+#include "sdk/RzCameraSdk.h"
 #include "sdk/network/Network.h"
+#include "sdk/network/RequestIds.h"
 
 #include <functional>
+#include <string>
 #include <vector>
 
 namespace sdk {
@@ -19,6 +22,7 @@ struct FoundCamera
     bool isAccessible = false;   ///< Reachable, and its control channel is free.
     bool isProven = false;       ///< Somebody answered commands at its address.
     bool isConsistent = false;   ///< The answer came from the address that it names.
+    RZ_CC_SIGHTING sighting{};   ///< What only a look finds out; its pInfo is null.
 };
 
 struct FoundCameras
@@ -34,5 +38,19 @@ using IsKnown = std::function<bool(const base::MacAddress&, const Adapter&)>;
 /// adapter, by MAC and adapter in a lasting order. What `isKnown` names is never crowded out by floods of
 /// other answers, nor are answers that come from the address that they name by those that do not.
 FoundCameras enumerateCameras(Network& network, const IsKnown& isKnown);
+
+/// What a look wants to know beyond the list.
+struct LookPlan
+{
+    Clock::duration time{};     ///< How long it listens, if that is longer than the list takes.
+    unsigned lossQuestions = 0; ///< To each camera in reach.
+    std::function<void(const FoundCamera&)> onCamera; ///< As soon as it is known whether it is accessible,
+                                                      ///< and what its registers tell.
+    std::function<void(const Arrival&)> onArrival;
+};
+
+/// The same, and asks the cameras in reach for their registers (RegisterSurvey). The ids go on from one look
+/// to the next, so that no late answer to the one counts as an early one to the other.
+FoundCameras lookForCameras(Network& network, RequestIds& ids, const IsKnown& isKnown, const LookPlan& plan);
 
 } // namespace sdk

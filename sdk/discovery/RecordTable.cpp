@@ -129,20 +129,36 @@ unsigned RecordTable::publish(const std::vector<FoundCamera>& cameras, const std
     list.nDeviceCount = 0;
     for (const FoundCamera* camera : chooseForList(cameras, rankOf)) {
         const Key key = keyOf(*camera);
-        Entry* const entry = entryFor(key, *camera);
-        if (!entry) {
+        RZ_CC_DEVICE_INFO* const record = update(*camera, adapters[camera->adapter], now);
+        if (!record) {
             leftOut.insert(key);
             continue;
         }
-        updateRecord(entry->record, recordOf(*camera, adapters[camera->adapter]));
-        entry->askedAt = camera->isReachable ? std::optional(camera->identity.ip.address) : std::nullopt;
-        entry->isAccessible = camera->isAccessible;
-        entry->time = now;
-        list.apDeviceInfo[list.nDeviceCount++] = &entry->record;
+        list.apDeviceInfo[list.nDeviceCount++] = record;
         unlisted.erase(camera->identity.mac);
     }
     m_leftOut = std::move(leftOut);
     return static_cast<unsigned>(unlisted.size());
+}
+
+RZ_CC_DEVICE_INFO* RecordTable::update(const FoundCamera& camera, const Adapter& adapter,
+                                       Clock::time_point now)
+{
+    Entry* const entry = entryFor({camera.identity.mac, adapter.index}, camera);
+    if (!entry)
+        return nullptr;
+    updateRecord(entry->record, recordOf(camera, adapter));
+    entry->askedAt = camera.isReachable ? std::optional(camera.identity.ip.address) : std::nullopt;
+    entry->isAccessible = camera.isAccessible;
+    entry->time = now;
+    return &entry->record;
+}
+
+RZ_CC_DEVICE_INFO* RecordTable::record(const FoundCamera& camera, const Adapter& adapter,
+                                       Clock::time_point now)
+{
+    const std::lock_guard lock(m_mutex);
+    return update(camera, adapter, now);
 }
 
 RZ_CC_DEVICE_INFO RecordTable::copyOf(const RZ_CC_DEVICE_INFO& info) const

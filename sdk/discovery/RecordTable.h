@@ -33,6 +33,9 @@ public:
     unsigned publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
                      Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
 
+    /// Brings the one camera's record up to date; null when the table has no room for it.
+    RZ_CC_DEVICE_INFO* record(const FoundCamera& camera, const Adapter& adapter, Clock::time_point now);
+
     /// The record as the latest enumeration left it, while another may be running.
     RZ_CC_DEVICE_INFO copyOf(const RZ_CC_DEVICE_INFO& info) const;
 
@@ -51,6 +54,7 @@ private:
     };
 
     Entry* entryFor(const Key& key, const FoundCamera& camera);
+    RZ_CC_DEVICE_INFO* update(const FoundCamera& camera, const Adapter& adapter, Clock::time_point now);
 
     mutable std::mutex m_mutex;     ///< Guards what follows.
     std::map<Key, Entry> m_entries; ///< A map's elements stay where they are.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <ifaddrs.h>
@@ -42,7 +43,9 @@ const AdapterAddress* Adapter::inSubnetOf(base::Ipv4 camera) const
 base::Ipv4 Adapter::addressTowards(base::Ipv4 camera) const
 {
     const AdapterAddress* own = inSubnetOf(camera);
-    return own ? own->address : addresses.front().address;
+    if (own)
+        return own->address;
+    return addresses.empty() ? base::Ipv4() : addresses.front().address;
 }
 
 bool Adapter::isBroadcast(base::Ipv4 address) const
@@ -76,6 +79,18 @@ std::vector<Adapter> hostAdapters()
         if (adapter == adapters.end())
             adapter = adapters.insert(adapter, Adapter{std::move(name), index, {}});
         adapter->addresses.push_back({ipv4Of(entry->ifa_addr), ipv4Of(entry->ifa_netmask)});
+    }
+    return adapters;
+}
+
+std::vector<Adapter> hostAdaptersAnd(const std::vector<unsigned>& withoutAddress)
+{
+    auto adapters = hostAdapters();
+    for (const unsigned index : withoutAddress) {
+        std::array<char, IF_NAMESIZE> name{};
+        if (std::ranges::find(adapters, index, &Adapter::index) == adapters.end() &&
+            if_indextoname(index, name.data()))
+            adapters.push_back({name.data(), index, {}});
     }
     return adapters;
 }

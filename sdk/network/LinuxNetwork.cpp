@@ -23,6 +23,9 @@ constexpr int ReceiveBuffer = 4 << 20;
 /// The port that the kernel chooses on the first adapter may be in use on another; then all are opened anew.
 constexpr int MaxPortsTried = 16;
 
+/// Whoever does not collect them in time loses what devices say.
+constexpr std::size_t MaxArrivals = 4096;
+
 /// Without the listeners it has to do when they are not ready by then.
 constexpr std::chrono::milliseconds TimeToListen(50);
 
@@ -60,6 +63,7 @@ base::FileDescriptor openUdp(const Adapter& adapter, std::uint16_t port)
     require(bool(socket), "socket");
     const int on = 1;
     require(setOption(socket, SOL_SOCKET, SO_BROADCAST, on), "SO_BROADCAST");
+    require(setOption(socket, IPPROTO_IP, IP_PKTINFO, on), "IP_PKTINFO");
     require(setsockopt(socket.get(), SOL_SOCKET, SO_BINDTODEVICE, adapter.name.c_str(),
                        static_cast<socklen_t>(adapter.name.size())) == 0,
             "SO_BINDTODEVICE");
@@ -77,6 +81,19 @@ std::uint16_t portOf(const base::FileDescriptor& udp)
     return ntohs(own.sin_port);
 }
 
+/// Where the datagram was sent to, as the kernel notes beside it.
+base::Ipv4 destinationOf(msghdr& message)
+{
+    for (cmsghdr* item = CMSG_FIRSTHDR(&message); item; item = CMSG_NXTHDR(&message, item)) {
+        if (item->cmsg_level != IPPROTO_IP || item->cmsg_type != IP_PKTINFO)
+            continue;
+        in_pktinfo to{};
+        std::memcpy(&to, CMSG_DATA(item), sizeof to);
+        return base::Ipv4(ntohl(to.ipi_addr.s_addr));
+    }
+    return {};
+}
+
 timespec toTimespec(Clock::duration time)
 {
     const auto nanoseconds = std::chrono::duration_cast<std::chrono::nanoseconds>(time).count();
@@ -85,21 +102,21 @@ timespec toTimespec(Clock::duration time)
 
 } // namespace
 
-LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, std::optional<base::Ipv4> onlyCamera)
-    : m_onlyCamera(onlyCamera)
+LinuxNetwork::LinuxNetwork(const std::vector<Adapter>& adapters, const Purpose& purpose) : m_purpose(purpose)
 {
     for (int i = 0; i < MaxPortsTried && !openAll(adapters); ++i) {
     }
     awaitListeners();
-    m_polled.resize(m_ports.size() * 2, {-1, POLLIN, 0});
+    m_polled.resize(m_ports.size() * Sources, {-1, POLLIN, 0});
 }
 
 LinuxNetwork::~LinuxNetwork()
 {
     // All at once; each is then waited for.
     for (const Port& port : m_ports)
-        if (port.listener)
-            port.listener->end();
+        for (Listener* const listener : port.listeners())
+            if (listener)
+                listener->end();
 }
 
 /// False when the port that the kernel chose on the first adapter is taken on another one.
@@ -114,7 +131,10 @@ bool LinuxNetwork::openAll(const std::vector<Adapter>& adapters)
         try {
             base::FileDescriptor udp = openUdp(adapter, m_port);
             m_port = portOf(udp);
-            m_ports.push_back({std::move(udp), std::make_unique<Listener>(adapter.index, m_port)});
+            Port port{std::move(udp), std::make_unique<Listener>(adapter.index, m_port), nullptr};
+            if (m_purpose.hearsArrivals)
+                port.arrivals = std::make_unique<Listener>(adapter.index, Listener::Arrivals());
+            m_ports.push_back(std::move(port));
             m_adapters.push_back(adapter);
         } catch (const std::system_error& error) {
             m_failures.push_back(adapter.name + ": " + error.code().message());
@@ -130,12 +150,12 @@ void LinuxNetwork::awaitListeners()
     for (;;) {
         std::vector<Listener*> starting;
         std::vector<pollfd> polled;
-        for (const Port& port : m_ports) {
-            if (!port.listener->isStarting())
-                continue;
-            starting.push_back(port.listener.get());
-            polled.push_back({port.listener->descriptor(), POLLIN, 0});
-        }
+        for (const Port& port : m_ports)
+            for (Listener* const listener : port.listeners())
+                if (listener && listener->isStarting()) {
+                    starting.push_back(listener);
+                    polled.push_back({listener->descriptor(), POLLIN, 0});
+                }
         const auto left = until - Clock::now();
         if (starting.empty() || left <= Clock::duration::zero())
             return;
@@ -188,11 +208,13 @@ std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
             // Reading also clears an error. Each is read once after a poll: mostly there is no second
             // datagram.
             const bool isReadable = std::exchange(m_polled[m_turn].revents, short{0}) != 0;
-            const std::size_t adapter = m_turn / 2;
+            const std::size_t adapter = m_turn / Sources;
             std::optional<Datagram> datagram;
-            if (m_turn % 2 != 0)
+            if (m_turn % Sources == Arrivals && readArrivals(adapter, isReadable))
+                return std::nullopt;
+            if (m_turn % Sources == Answers)
                 datagram = readListener(adapter, isReadable);
-            else if (isReadable)
+            else if (m_turn % Sources == Udp && isReadable)
                 datagram = readUdp(adapter);
             if (datagram)
                 return datagram;
@@ -205,8 +227,10 @@ std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
         const timespec timeout = toTimespec(left);
         for (std::size_t i = 0; i < m_ports.size(); ++i) {
             // poll() passes over a negative one.
-            m_polled[i * 2].fd = m_ports[i].udp.get();
-            m_polled[i * 2 + 1].fd = m_ports[i].listener ? m_ports[i].listener->descriptor() : -1;
+            const Port& port = m_ports[i];
+            m_polled[i * Sources + Udp].fd = port.udp.get();
+            m_polled[i * Sources + Answers].fd = port.listener ? port.listener->descriptor() : -1;
+            m_polled[i * Sources + Arrivals].fd = port.arrivals ? port.arrivals->descriptor() : -1;
         }
         if (ppoll(m_polled.data(), m_polled.size(), &timeout, nullptr) < 0)
             std::for_each(m_polled.begin(), m_polled.end(), [](pollfd& polled) { polled.revents = 0; });
@@ -216,15 +240,23 @@ std::optional<Datagram> LinuxNetwork::receive(Clock::time_point until)
 std::optional<Datagram> LinuxNetwork::readUdp(std::size_t adapter)
 {
     sockaddr_in from{};
-    socklen_t size = sizeof from;
-    const ssize_t length = recvfrom(m_ports[adapter].udp.get(), m_buffer.data(), m_buffer.size(), 0,
-                                    reinterpret_cast<sockaddr*>(&from), &size);
+    iovec data{m_buffer.data(), m_buffer.size()};
+    alignas(cmsghdr) std::array<std::uint8_t, CMSG_SPACE(sizeof(in_pktinfo))> control{};
+    msghdr message{};
+    message.msg_name = &from;
+    message.msg_namelen = sizeof from;
+    message.msg_iov = &data;
+    message.msg_iovlen = 1;
+    message.msg_control = control.data();
+    message.msg_controllen = control.size();
+    const ssize_t length = recvmsg(m_ports[adapter].udp.get(), &message, 0);
     if (length < 0 || ntohs(from.sin_port) != gvcp::DevicePort)
         return std::nullopt;
     const base::Ipv4 source(ntohl(from.sin_addr.s_addr));
-    if (source == m_onlyCamera)
+    if (source == m_purpose.onlyCamera)
         m_ports[adapter].listener.reset();
-    return Datagram{adapter, source, {m_buffer.data(), static_cast<std::size_t>(length)}};
+    const base::ByteView payload(m_buffer.data(), static_cast<std::size_t>(length));
+    return Datagram{adapter, source, payload, isToAll(adapter, destinationOf(message)), false};
 }
 
 /// What the listener has relayed is looked at as if anybody had sent it.
@@ -241,9 +273,40 @@ std::optional<Datagram> LinuxNetwork::readListener(std::size_t adapter, bool isR
     for (; frame; frame = listener->nextFrame()) {
         const auto datagram = parseUdpFrame(*frame);
         if (datagram && datagram->sourcePort == gvcp::DevicePort && datagram->destinationPort == m_port)
-            return Datagram{adapter, datagram->source, datagram->payload};
+            return Datagram{adapter, datagram->source, datagram->payload,
+                            isToAll(adapter, datagram->destination), true};
     }
     return std::nullopt;
+}
+
+/// Whether there was any.
+bool LinuxNetwork::readArrivals(std::size_t adapter, bool isReadable)
+{
+    Listener* const listener = m_ports[adapter].arrivals.get();
+    if (!listener || !isReadable)
+        return false;
+    listener->read();
+    const std::size_t before = m_arrivals.size();
+    for (auto frame = listener->nextFrame(); frame; frame = listener->nextFrame())
+        if (const auto arrival = parseArrivalFrame(*frame, adapter))
+            m_arrivals.push_back(*arrival);
+    while (m_arrivals.size() > MaxArrivals)
+        m_arrivals.pop_front();
+    return m_arrivals.size() != before;
+}
+
+std::optional<Arrival> LinuxNetwork::nextArrival()
+{
+    if (m_arrivals.empty())
+        return std::nullopt;
+    const Arrival first = m_arrivals.front();
+    m_arrivals.pop_front();
+    return first;
+}
+
+bool LinuxNetwork::isToAll(std::size_t adapter, base::Ipv4 destination) const
+{
+    return destination == base::LimitedBroadcast || m_adapters[adapter].isBroadcast(destination);
 }
 
 } // namespace sdk

@@ -102,7 +102,9 @@ RZ_LISTENER stateAfterEarlyEnd(int status)
 
 } // namespace
 
-Listener::Listener(unsigned adapterIndex, std::uint16_t port) : m_adapterIndex(adapterIndex), m_port(port)
+Listener::Listener(unsigned adapterIndex, std::string what)
+    : m_adapterIndex(adapterIndex),
+      m_what(std::move(what))
 {
     start();
 }
@@ -124,8 +126,8 @@ void Listener::start()
 
     std::string program = ListenerPath;
     std::string adapter = std::to_string(m_adapterIndex);
-    std::string port = std::to_string(m_port);
-    const std::array<char*, 4> arguments{program.data(), adapter.data(), port.data(), nullptr};
+    std::string what = m_what;
+    const std::array<char*, 4> arguments{program.data(), adapter.data(), what.data(), nullptr};
     const std::array<char*, 1> environment{nullptr};
     ++m_starts;
     m_state = RZ_LISTENER_FAILED;

@@ -7,12 +7,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <sys/types.h>
 
 namespace sdk {
 
 /// The listener (hear/) at work on one adapter: a process of its own with the one privilege, that hears what
-/// the kernel keeps from ordinary sockets, and passes on the frames that a camera sends to one UDP port.
+/// the kernel keeps from ordinary sockets, and passes on the frames that a camera sends to one UDP port; or
+/// those in which a device tells of itself, by ARP or as a DHCP client.
 ///
 /// One that is killed, or ends though it had listened, is started again, some times. Used by one thread at a
 /// time.
@@ -21,7 +23,10 @@ class Listener
 public:
     /// Starts it, and does not wait until it listens. Throws std::system_error when this computer has no room
     /// for it: no descriptor, no process, no memory.
-    Listener(unsigned adapterIndex, std::uint16_t port);
+    Listener(unsigned adapterIndex, std::uint16_t port) : Listener(adapterIndex, std::to_string(port)) {}
+    struct Arrivals
+    {};
+    Listener(unsigned adapterIndex, Arrivals) : Listener(adapterIndex, "arrivals") {}
     Listener(const Listener&) = delete;
     Listener& operator=(const Listener&) = delete;
     /// Ends it and waits until it is gone.
@@ -43,12 +48,13 @@ public:
     std::optional<base::ByteView> nextFrame();
 
 private:
+    Listener(unsigned adapterIndex, std::string what);
     void start();
     bool finish();
     void takeFirst();
 
     const unsigned m_adapterIndex;
-    const std::uint16_t m_port;
+    const std::string m_what;    ///< The program's second argument.
     base::FileDescriptor m_link; ///< The listener's standard input and output; it ends with the former.
     pid_t m_process = -1;
     int m_starts = 0;

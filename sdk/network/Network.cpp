@@ -5,6 +5,8 @@ namespace sdk {
 
 bool Network::broadcast(std::size_t adapter, base::ByteView datagram)
 {
+    if (adapters()[adapter].addresses.empty())
+        return send(adapter, {}, base::LimitedBroadcast, datagram);
     bool sent = false;
     for (const AdapterAddress& own : adapters()[adapter].addresses) {
         sent |= send(adapter, own.address, base::LimitedBroadcast, datagram);

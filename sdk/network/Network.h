@@ -3,6 +3,7 @@
 
 #include "base/Bytes.h"
 #include "sdk/network/Adapter.h"
+#include "sdk/network/ArrivalFrame.h"
 
 #include <chrono>
 #include <cstddef>
@@ -19,6 +20,8 @@ struct Datagram
     std::size_t adapter = 0; ///< Index of Network::adapters() that heard it.
     base::Ipv4 source;
     base::ByteView payload; ///< Valid until the next receive().
+    bool isToAll = false;   ///< It was sent by broadcast.
+    bool isRelayed = false; ///< The listener heard it; the ordinary socket may have, too.
 };
 
 /// The seam below the protocol: datagrams in and out of the host's adapters, and the time. Tests put their
@@ -43,8 +46,13 @@ public:
     /// has come by then is still given later.
     virtual std::optional<Datagram> receive(Clock::time_point until) = 0;
 
+    /// What a device has said of itself by ARP or as a DHCP client, where that is heard at all. The next of
+    /// what receive() has come across, which then may return without a datagram before its time.
+    virtual std::optional<Arrival> nextArrival() { return std::nullopt; }
+
     /// Sends from each of the adapter's addresses to the limited and to that subnet's directed broadcast:
-    /// some cameras ignore the one, some sites lose the other. True when at least one could be sent.
+    /// some cameras ignore the one, some sites lose the other. An adapter without an address sends to all,
+    /// from whatever source the kernel gives. True when at least one could be sent.
     bool broadcast(std::size_t adapter, base::ByteView datagram);
 };
 

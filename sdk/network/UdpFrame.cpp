@@ -18,6 +18,7 @@ constexpr std::size_t Length = 2;
 constexpr std::size_t Fragment = 6; ///< Flags and offset.
 constexpr std::size_t Protocol = 9;
 constexpr std::size_t Source = 12;
+constexpr std::size_t Destination = 16;
 constexpr std::uint16_t FragmentBits = 0x3FFF; ///< More fragments, and the offset: 0 of a whole packet.
 } // namespace Ipv4Header
 
@@ -83,8 +84,10 @@ std::optional<UdpFrame> parseUdpFrame(base::ByteView frame)
     const base::ByteView udp = packet.subspan(headerSize, udpSize);
     if (!isChecksumRight(packet, udp))
         return std::nullopt;
-    return UdpFrame{base::readIpv4(packet, Ipv4Header::Source), base::readU16(udp, UdpHeader::SourcePort),
-                    base::readU16(udp, UdpHeader::DestinationPort), udp.subspan(UdpHeader::Size)};
+    return UdpFrame{base::readIpv4(packet, Ipv4Header::Source),
+                    base::readIpv4(packet, Ipv4Header::Destination),
+                    base::readU16(udp, UdpHeader::SourcePort), base::readU16(udp, UdpHeader::DestinationPort),
+                    udp.subspan(UdpHeader::Size)};
 }
 
 } // namespace sdk

@@ -12,6 +12,7 @@ namespace sdk {
 struct UdpFrame
 {
     base::Ipv4 source;
+    base::Ipv4 destination;
     std::uint16_t sourcePort = 0;
     std::uint16_t destinationPort = 0;
     base::ByteView payload; ///< Points into the frame.

@@ -110,6 +110,8 @@ SdkDouble::SdkDouble()
                   const RZ_CC_SIGHTING seen = sighting(each);
                   sink.pOnCamera(sink.pContext, &seen, isLast);
               }
+          const RZ_CC_LOOK_REPORT report{unlisted, listener, listenerPath.c_str(), notSearched.c_str()};
+          sink.pOnReport(sink.pContext, &report);
           return RZ_OK;
       }),
       getErrorText([](const RZ_CC_DEVICE_INFO*) { return std::string(); }),
@@ -231,7 +233,7 @@ int RZ_CC_GetListener(unsigned* state, char* path, unsigned pathSize)
     return RZ_OK;
 }
 
-int RZ_CC_OpenLook(void** look)
+int RZ_CC_OpenLook(void** look, const unsigned*, unsigned)
 {
     SdkDouble& sdk = SdkCalls::begin("OpenLook()");
     *look = &sdk;
