@@ -45,8 +45,11 @@ void findConflicts(Inventory& inventory)
             if (std::ranges::find(adapter.addresses, camera.ip.address, &AdapterAddress::address) !=
                 adapter.addresses.end())
                 add(camera, {Conflict::With::ThisComputer, {}});
+        // Whoever is in the kernel's table gets the commands. One that may be gone is proven by the camera,
+        // which answers those to all and none of those to itself.
         for (const Neighbour& neighbour : inventory.neighbours)
-            addMachine(inventory, camera, neighbour.adapterIndex, neighbour.address, neighbour.mac);
+            if (neighbour.isSure || camera.registers == Registers::Silent)
+                addMachine(inventory, camera, neighbour.adapterIndex, neighbour.address, neighbour.mac);
         for (const Arrival& arrival : inventory.arrivals)
             if (arrival.kind == Arrival::Kind::Announcement || arrival.kind == Arrival::Kind::Speech)
                 addMachine(inventory, camera, arrival.adapterIndex, arrival.address, arrival.mac);

@@ -15,7 +15,8 @@ const Camera* Inventory::cameraWith(const base::MacAddress& mac) const
 {
     const Camera* result = nullptr;
     for (const Camera& camera : cameras)
-        if (camera.mac == mac && (!result || result->status == Status::Unreachable))
+        if (camera.mac == mac &&
+            (!result || (result->status == Status::Unreachable && camera.status != Status::Unreachable)))
             result = &camera;
     return result;
 }

@@ -39,12 +39,13 @@ enum class Listener
     Failed        ///< Another reason, or it ended too often.
 };
 
-/// An entry of the kernel's table of IPv4 neighbours that it believes in now.
+/// An entry of the kernel's table of IPv4 neighbours: to whom it sends what is for the address.
 struct Neighbour
 {
     unsigned adapterIndex = 0;
     base::Ipv4 address;
     base::MacAddress mac;
+    bool isSure = false; ///< It has answered within the last minute; else it may be long gone.
 
     bool operator==(const Neighbour&) const = default;
 };
@@ -63,7 +64,8 @@ struct Inventory
     std::uint64_t reversePathDrops = 0; ///< Packets that the reverse-path filter dropped meanwhile.
 
     const Adapter* adapterWith(unsigned index) const;
-    /// The camera of that MAC, where it is reachable if anywhere; null when it is not among them.
+    /// The camera of that MAC, where it is reachable if anywhere, else where it was heard first; null when it
+    /// is not among them.
     const Camera* cameraWith(const base::MacAddress& mac) const;
 };
 

@@ -19,9 +19,12 @@ std::vector<Neighbour> neighbours()
         auto* const entry = reinterpret_cast<rtnl_neigh*>(each);
         const auto address = ipv4Of(rtnl_neigh_get_dst(entry));
         const auto mac = macOf(rtnl_neigh_get_lladdr(entry));
-        if (rtnl_neigh_get_state(entry) != NUD_REACHABLE || !address || !mac)
+        const int state = rtnl_neigh_get_state(entry);
+        if ((state & (NUD_REACHABLE | NUD_STALE | NUD_DELAY | NUD_PROBE | NUD_PERMANENT)) == 0 || !address ||
+            !mac)
             continue;
-        result.push_back({static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, *mac});
+        result.push_back(
+            {static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, *mac, state == NUD_REACHABLE});
     }
     return result;
 }

@@ -7,8 +7,8 @@
 
 namespace inventory {
 
-/// The IPv4 neighbours that have answered the kernel lately enough for it to rely on them. Needs no
-/// privilege, and asks nobody. Throws std::system_error when the kernel does not tell.
+/// The IPv4 neighbours that the kernel knows. Needs no privilege, and asks nobody. Throws std::system_error
+/// when the kernel does not tell.
 std::vector<Neighbour> neighbours();
 
 } // namespace inventory

@@ -28,6 +28,9 @@ constexpr std::size_t MaxUnknown = 1024;
 /// At so many addresses one camera is asked whether it is accessible: it may move during the search, but
 /// answers from more addresses are forged.
 constexpr int MaxAddresses = 4;
+/// A look asks a camera for registers only so long after it has been heard first. From then on a firewall
+/// lets its answers pass, so that it could not be told any more who hears them of themselves.
+constexpr auto TimeToBeHeard = 50ms;
 /// How often it is looked for cameras whose next question, or whose report, is due.
 constexpr auto Step = 10ms;
 /// When the time is up, what has arrived already is still read, but no endless stream.
@@ -53,7 +56,8 @@ private:
     struct Sighting
     {
         FoundCamera camera;
-        int addresses = 0;                ///< At which it was asked whether it is accessible.
+        int addresses = 0; ///< At which it was asked whether it is accessible.
+        Clock::time_point firstHeard{};
         std::uint32_t heard = 0;          ///< RZ_HEARD bits.
         std::set<std::uint16_t> answered; ///< The discovery ids.
         bool isReported = false;
@@ -68,7 +72,8 @@ private:
     void note(const Datagram& datagram, std::uint16_t id, gvcp::DiscoveryAck&& identity);
     void proceedWithSurveys();
     bool areSurveysPending() const;
-    bool isSettled(const Sighting& sighting);
+    bool isSettled(Sighting& sighting);
+    void askForAccess(Sighting& sighting);
     void complete(Sighting& sighting) const;
 
     Network& m_network;
@@ -189,6 +194,7 @@ void Enumeration::note(const Datagram& datagram, std::uint16_t id, gvcp::Discove
         if (!m_isKnown(identity.mac, adapter) && ++unknown > MaxUnknown)
             return;
         found = m_found.try_emplace(key).first;
+        found->second.firstHeard = m_network.now();
     }
 
     const AdapterAddress* own = adapter.inSubnetOf(address);
@@ -199,10 +205,22 @@ void Enumeration::note(const Datagram& datagram, std::uint16_t id, gvcp::Discove
               .adapterAddress = adapter.addressTowards(address),
               .isReachable = own != nullptr,
               .isConsistent = isConsistent};
-    sighting.heard |= datagram.isRelayed ? RZ_HEARD_LISTENER : RZ_HEARD_SOCKET;
+    if (datagram.isRelayed)
+        sighting.heard |= RZ_HEARD_LISTENER;
+    else if (sighting.addresses == 0)
+        sighting.heard |= RZ_HEARD_SOCKET;
     sighting.heard |= datagram.isToAll ? RZ_HEARD_BROADCAST : RZ_HEARD_UNICAST;
     sighting.answered.insert(id);
-    if (own && sighting.addresses < MaxAddresses && m_access.ask(datagram.adapter, own->address, address))
+    if (own && !m_plan)
+        askForAccess(sighting);
+}
+
+/// Unless it has been asked at its present address before.
+void Enumeration::askForAccess(Sighting& sighting)
+{
+    const FoundCamera& camera = sighting.camera;
+    if (sighting.addresses < MaxAddresses &&
+        m_access.ask(camera.adapter, camera.adapterAddress, camera.identity.ip.address))
         ++sighting.addresses;
 }
 
@@ -252,12 +270,15 @@ void Enumeration::proceedWithSurveys()
 
 /// Whether there is nothing more to find out of the camera where it is now, but losses. Begins to survey it
 /// when its time has come.
-bool Enumeration::isSettled(const Sighting& sighting)
+bool Enumeration::isSettled(Sighting& sighting)
 {
     const FoundCamera& camera = sighting.camera;
     const base::Ipv4 address = camera.identity.ip.address;
     if (!camera.isReachable)
         return true;
+    if (m_network.now() < sighting.firstHeard + TimeToBeHeard)
+        return false;
+    askForAccess(sighting);
     const auto access = m_access.answer(camera.adapter, address);
     if (access == AccessCheck::Answer::Pending || access == AccessCheck::Answer::Silent)
         return access == AccessCheck::Answer::Silent;

@@ -195,16 +195,19 @@ void RegisterSurvey::askForLoss()
 
 Clock::time_point RegisterSurvey::nextStep() const
 {
+    constexpr Clock::time_point atOnce{};
+    constexpr Clock::time_point never = Clock::time_point::max();
     if (m_exchange)
-        return m_exchange->isPending() ? m_exchange->nextStep() : m_network.now();
+        return m_exchange->isPending() ? m_exchange->nextStep() : atOnce;
     if (!m_isSettled)
-        return m_network.now();
+        return atOnce;
     if (m_lossQuestions.empty())
-        return m_mostLossQuestions > 0 ? m_network.now() : Clock::time_point::max();
+        return m_mostLossQuestions > 0 ? atOnce : never;
     const LossQuestion& last = m_lossQuestions.back();
-    const auto end = last.isAnswered ? last.time : last.time + Wait;
-    const bool isLast = m_lossQuestions.size() >= m_mostLossQuestions;
-    return !isLast ? end : last.isAnswered || m_network.now() >= end ? Clock::time_point::max() : end;
+    const auto end = last.time + Wait;
+    if (m_lossQuestions.size() < m_mostLossQuestions)
+        return last.isAnswered ? atOnce : end;
+    return last.isAnswered || m_network.now() >= end ? never : end;
 }
 
 unsigned RegisterSurvey::lossQuestions() const
