@@ -2,6 +2,7 @@
 #pragma once
 
 #include "simulator/config/FarmConfig.h"
+#include "simulator/station/Neighbour.h"
 #include "simulator/station/Station.h"
 
 #include <map>
@@ -10,7 +11,7 @@
 
 namespace simulator {
 
-/// All cameras of one interface. One thread.
+/// All cameras of one interface, and their neighbours. One thread.
 class Farm
 {
 public:
@@ -27,6 +28,7 @@ private:
     Timeouts m_timeouts;
     std::vector<std::unique_ptr<Station>> m_stations;
     std::map<base::MacAddress, Station*> m_byMac;
+    std::vector<std::unique_ptr<Neighbour>> m_neighbours;
 };
 
 } // namespace simulator

@@ -65,7 +65,40 @@ bool isUsable(const base::IpSettings& lease)
     return lease.address.canBeHost() && lease.mask.isMask();
 }
 
+/// The beginning of a client's message of this type.
+Tins::DHCP clientMessage(Tins::DHCP::Flags type, const base::MacAddress& mac, std::uint32_t transaction)
+{
+    Tins::DHCP dhcp;
+    dhcp.htype(Ethernet);
+    dhcp.xid(transaction);
+    dhcp.chaddr(toTins(mac));
+    dhcp.type(type);
+    return dhcp;
+}
+
+/// It with its end, to whichever servers there are.
+UdpDatagram toServers(Tins::DHCP dhcp, const base::MacAddress& mac)
+{
+    const std::uint8_t wanted[] = {Tins::DHCP::SUBNET_MASK, Tins::DHCP::ROUTERS};
+    dhcp.add_option({Tins::DHCP::DHCP_PARAMETER_REQUEST_LIST, sizeof wanted, wanted});
+    dhcp.end();
+
+    UdpDatagram datagram;
+    datagram.sourceMac = mac;
+    datagram.destinationMac = BroadcastMac;
+    datagram.destination = base::LimitedBroadcast;
+    datagram.sourcePort = DhcpClient::Port;
+    datagram.destinationPort = ServerPort;
+    datagram.payload = dhcp.serialize();
+    return datagram;
+}
+
 } // namespace
+
+UdpDatagram DhcpClient::discover(const base::MacAddress& mac, std::uint32_t transaction)
+{
+    return toServers(clientMessage(Tins::DHCP::DISCOVER, mac, transaction), mac);
+}
 
 DhcpClient::DhcpClient(const base::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random)
     : m_mac(mac),
@@ -100,29 +133,14 @@ void DhcpClient::tryAgain(std::chrono::milliseconds pause)
 
 void DhcpClient::sendMessage()
 {
-    Tins::DHCP dhcp;
-    dhcp.htype(Ethernet);
-    dhcp.xid(m_transaction);
-    dhcp.chaddr(toTins(m_mac));
-    if (m_state == State::Requesting) {
-        dhcp.type(Tins::DHCP::REQUEST);
-        dhcp.requested_ip(toTins(m_offer.address));
-        dhcp.server_identifier(toTins(m_offer.server));
-    } else {
-        dhcp.type(Tins::DHCP::DISCOVER);
+    if (m_state != State::Requesting) {
+        m_send(discover(m_mac, m_transaction));
+        return;
     }
-    const std::uint8_t wanted[] = {Tins::DHCP::SUBNET_MASK, Tins::DHCP::ROUTERS};
-    dhcp.add_option({Tins::DHCP::DHCP_PARAMETER_REQUEST_LIST, sizeof wanted, wanted});
-    dhcp.end();
-
-    UdpDatagram datagram;
-    datagram.sourceMac = m_mac;
-    datagram.destinationMac = BroadcastMac;
-    datagram.destination = base::LimitedBroadcast;
-    datagram.sourcePort = Port;
-    datagram.destinationPort = ServerPort;
-    datagram.payload = dhcp.serialize();
-    m_send(datagram);
+    Tins::DHCP dhcp = clientMessage(Tins::DHCP::REQUEST, m_mac, m_transaction);
+    dhcp.requested_ip(toTins(m_offer.address));
+    dhcp.server_identifier(toTins(m_offer.server));
+    m_send(toServers(std::move(dhcp), m_mac));
 }
 
 void DhcpClient::receive(const UdpDatagram& datagram)

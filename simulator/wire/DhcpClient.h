@@ -19,6 +19,9 @@ public:
 
     static constexpr std::uint16_t Port = 68;
 
+    /// A client's first message: whether there is a server.
+    static UdpDatagram discover(const base::MacAddress& mac, std::uint32_t transaction);
+
     /// `random` must outlive this.
     DhcpClient(const base::MacAddress& mac, TimerQueue& timers, FrameSink send, std::mt19937& random);
 

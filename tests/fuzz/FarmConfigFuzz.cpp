@@ -76,7 +76,9 @@ void judgeQuirks(const CameraConfig& camera)
 
 void judge(const FarmConfig& config)
 {
-    require(!config.cameras.empty() && config.cameras.size() <= FarmConfig::MaxCameras);
+    require(!config.cameras.empty() || !config.neighbours.empty());
+    require(config.cameras.size() <= FarmConfig::MaxCameras);
+    require(config.neighbours.size() <= FarmConfig::MaxNeighbours);
     std::set<base::MacAddress> macs;
     for (const CameraConfig& camera : config.cameras) {
         require(macs.insert(camera.mac).second);
@@ -84,6 +86,11 @@ void judge(const FarmConfig& config)
         judgeAddresses(camera);
         judgeRegisters(camera);
         judgeQuirks(camera);
+    }
+    for (const NeighbourConfig& neighbour : config.neighbours) {
+        require(macs.insert(neighbour.mac).second && isOneInterfaces(neighbour.mac));
+        require(neighbour.address.canBeHost() != (neighbour.asks == NeighbourConfig::Asks::Dhcp));
+        require(isTime(neighbour.every, milliseconds{10}));
     }
 }
 

@@ -12,6 +12,7 @@
 #include "tests/fuzz/Input.h"
 #include "tests/fuzz/Require.h"
 
+#include <algorithm>
 #include <tins/ethernetII.h>
 #include <tins/exceptions.h>
 
@@ -46,6 +47,13 @@ constexpr const char* Configs[] = {
         "interface": 1, "interfaceMacs": ["001A2B000011", "001A2B000001"], "rebootsWithoutAck": true,
         "rebootTime": 10, "forceIpAcknowledge": "broadcast", "ipConfiguration": "persistent"},
         {"mac": "001A2B000002", "address": "10.0.0.20", "answer": "arp", "loss": 0.3, "writeMemory": false}]})",
+    R"({"cameras": [{"mac": "001A2B000001", "address": "192.168.1.20", "heldBy": "192.168.1.5", "heldPort": 5000,
+        "heldPrivilege": "control", "heartbeatOff": true, "stream": "192.168.1.5:50020", "streams": 2,
+        "tellsHolder": false, "linkSpeed": 0}],
+        "neighbours": [{"mac": "02A000000001", "address": "192.168.1.20"},
+                       {"mac": "02A000000002", "asks": "dhcp", "every": 500},
+                       {"mac": "02A000000003", "asks": "arp", "address": "192.168.1.20", "every": 700},
+                       {"mac": "02A000000004", "asks": "announce", "address": "192.168.1.30"}]})",
 };
 
 const FarmConfig& configOf(unsigned number)
@@ -275,11 +283,27 @@ private:
     {
         const auto& mac = std::visit(
             [](const auto& each) -> const auto& { return each.sourceMac; }, frame);
-        Station* const sender = m_farm.find(mac);
-        require(sender && sender->isPlugged() && sender->phase() != BootSequence::Phase::Off);
         require(bytesOf(frame).size() <= LargestFrame);
+        Station* const sender = m_farm.find(mac);
+        if (!sender) {
+            judgeNeighbours(frame, mac);
+            return;
+        }
+        require(sender->isPlugged() && sender->phase() != BootSequence::Phase::Off);
         if (const auto* const datagram = std::get_if<UdpDatagram>(&frame))
             judge(*datagram, *sender);
+    }
+
+    void judgeNeighbours(const Frame& frame, const base::MacAddress& mac) const
+    {
+        const auto& all = m_config.neighbours;
+        const auto sender =
+            std::ranges::find_if(all, [&mac](const NeighbourConfig& each) { return each.mac == mac; });
+        require(sender != all.end());
+        if (sender->asks == NeighbourConfig::Asks::Dhcp)
+            require(std::get<UdpDatagram>(frame).destinationPort == DhcpServerPort);
+        else
+            require(std::holds_alternative<ArpMessage>(frame));
     }
 
     void judge(const UdpDatagram& datagram, Station& sender)

@@ -49,9 +49,14 @@ TEST(ManPage, NamesEveryMemberOfTheConfiguration)
     const auto ofCamera = membersKnownBeside(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "x": 1}]})");
     const auto ofFault = membersKnownBeside(
         R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "faults": [{"command": "ANY", "action": "drop", "x": 1}]}]})");
+    const auto ofNeighbour =
+        membersKnownBeside(R"({"neighbours": [{"mac": "00:1A:2B:00:00:01", "asks": "dhcp", "x": 1}]})");
+    const auto ofFarm = membersKnownBeside(R"({"x": 1})");
     EXPECT_GT(ofCamera.size(), 30u);
+    EXPECT_EQ(ofNeighbour.size(), 4u);
+    EXPECT_EQ(ofFarm.size(), 3u);
     EXPECT_EQ(ofFault.size(), 6u);
-    for (const auto& members : {ofCamera, ofFault})
+    for (const auto& members : {ofCamera, ofFault, ofNeighbour, ofFarm})
         for (const std::string& member : members)
             EXPECT_TRUE(std::regex_search(page, std::regex("\\n\\.BR? [^\\n]*\\b" + member + "\\b")))
                 << member;
