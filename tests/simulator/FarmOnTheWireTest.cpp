@@ -204,6 +204,27 @@ TEST_F(FarmOnTheWire, ADissectorKnowsTheRegistersOfASecondInterface)
                              " 1 1 GVCP < READREG_ACK [Persistent IP address (Net #1)] Value=0xC0A80114"));
 }
 
+TEST_F(FarmOnTheWire, ADissectorKnowsTheRegistersOfAHolderAndItsStream)
+{
+    const lab::Farm farm(network, R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20",
+        "linkSpeed": 100, "heldBy": "192.168.1.77", "heldPort": 50010, "heldPrivilege": "control",
+        "stream": "192.168.1.78:50020"}]})");
+    const std::string registers[] = {"00000670", "00000A04", "00000A14", "00000D00", "00000D04", "00000D18"};
+    Capture capture(host, "host 192.168.1.20 and udp port 3956", 2 * std::size(registers));
+    const GvcpClient client(host);
+    for (const std::string& each : registers)
+        EXPECT_FALSE(client.ask(CameraAddress, hex("42 01 0080 0004 0001" + each)).empty());
+    EXPECT_THAT(
+        capture.finish("udp.srcport == 3956"),
+        testing::ElementsAre(
+            " 1 1 GVCP < READREG_ACK [Link Speed (Net #0)] Value=0x00000064",
+            " 1 1 GVCP < READREG_ACK [Primary Application Port] Value=0x0000C35A",
+            " 1 1 GVCP < READREG_ACK [Primary Application IP address] Value=0xC0A8014D",
+            " 1 1 GVCP < READREG_ACK [SCP0 (Stream Channel #0 Port)] Value=0x0000C364",
+            " 1 1 GVCP < READREG_ACK [SCPS0 (Stream Channel #0 Packet Size)] Value=0x000005DC",
+            " 1 1 GVCP < READREG_ACK [SCDA0 (Stream Channel #0 Destination Address)] Value=0xC0A8014E"));
+}
+
 TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
 {
     const lab::Farm farm(network, ThreeCameras);
