@@ -13,8 +13,9 @@ AnswerRoute::AnswerRoute(const CameraConfig& config, TimerQueue& timers, const F
 
 void AnswerRoute::deliver(const Camera::Answer& answer, const Recipient& to, const Done& done)
 {
-    // An asker without an address (0.0.0.0) can be reached in no other way.
-    const bool isByBroadcast = answer.onlyByBroadcast || to.address.isUnspecified();
+    // An asker without an address (0.0.0.0), or with the camera's own one, can be reached in no other way.
+    const bool isByBroadcast =
+        answer.onlyByBroadcast || to.address.isUnspecified() || to.address == answer.from.address;
     const auto nextHop = isByBroadcast ? std::nullopt : nextHopTo(to.address, answer.from);
     if (nextHop) {
         deliverByArp(*nextHop, answer, to, done);

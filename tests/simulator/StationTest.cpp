@@ -112,6 +112,16 @@ TEST_F(StationTest, AnswersDiscoveryAndForceIpByBroadcastWhenThatIsItsWay)
     EXPECT_EQ(sentOf<UdpDatagram>().at(0).destination, base::LimitedBroadcast);
 }
 
+TEST_F(StationTest, AnswersAnAskerThatHasItsAddressByBroadcastOrNotAtAll)
+{
+    ask(DiscoveryWithBroadcast, CameraAddress);
+    expectOneAnswer(BroadcastMac, base::LimitedBroadcast);
+    sent.clear();
+    ask(DiscoveryWithoutBroadcast, CameraAddress);
+    pass(3000ms);
+    EXPECT_TRUE(sent.empty());
+}
+
 TEST_F(StationTest, IsAtItsForcedAddressAtOnce)
 {
     ask(ForceTo192_168_1_99, NearHost);
