@@ -87,7 +87,7 @@ TEST(Examples, AreAllConfigurationsOfCameras)
         ++examples;
         EXPECT_NO_THROW(simulator::readFarm(contentsOf(entry.path()))) << entry.path();
     }
-    EXPECT_EQ(examples, 6);
+    EXPECT_EQ(examples, 7);
 }
 
 } // namespace
