@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Feeds frames of any kind to what reads those that the listener relays: the bytes as they are, and as the
 // payload of a frame that another library makes.
+#include "sdk/network/ArrivalFrame.h"
 #include "sdk/network/UdpFrame.h"
 #include "tests/fuzz/Require.h"
 
@@ -45,6 +46,22 @@ void readFrame(ByteView bytes)
     require(isSame(sdk::parseUdpFrame(padded).value(), *frame));
 }
 
+void readArrival(ByteView bytes)
+{
+    const auto arrival = sdk::parseArrivalFrame(bytes, 2);
+    if (!arrival)
+        return;
+    require(arrival->adapter == 2 && !arrival->mac.isGroup() && !arrival->mac.isUnspecified());
+    // Padding says nothing.
+    Bytes padded(bytes.begin(), bytes.end());
+    padded.insert(padded.end(), 18, 0xEE);
+    require(sdk::parseArrivalFrame(padded, 2) == arrival);
+    if (arrival->kind == RZ_ARRIVAL_DHCP)
+        require(sdk::parseUdpFrame(bytes)->destinationPort == 67);
+    else
+        require(!sdk::parseUdpFrame(bytes) && !sdk::parseArrivalFrame(bytes.first(EthernetHeader + 27), 2));
+}
+
 void readPayload(ByteView payload)
 {
     auto packet =
@@ -77,6 +94,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 {
     const ByteView bytes(data, size);
     readFrame(bytes);
+    readArrival(bytes);
     readPayload(bytes);
     return 0;
 }
