@@ -28,8 +28,7 @@ RegisterSurvey::RegisterSurvey(Network& network, RequestIds& ids, const Subject&
     : m_network(network),
       m_ids(ids),
       m_subject(subject),
-      m_mostLossQuestions(lossQuestions),
-      m_isSettled(subject.isRefusing)
+      m_mostLossQuestions(lossQuestions)
 {}
 
 void RegisterSurvey::expect(const base::MacAddress& mac, bool canStoreAddress)

@@ -80,7 +80,7 @@ private:
     std::vector<std::uint32_t> m_asking; ///< By m_exchange.
     std::optional<Exchange> m_exchange;
     bool m_asksSeveral = false; ///< At once: the camera can do that.
-    bool m_isSettled;
+    bool m_isSettled = false;
     int m_silences = 0;
     std::vector<LossQuestion> m_lossQuestions;
 };

@@ -195,6 +195,25 @@ TEST_F(LookTest, ASilentCameraCostsNoMoreThanTheSearch)
     EXPECT_LT(network.elapsed(), 1400ms);
 }
 
+TEST_F(LookTest, ACameraThatFallsSilentIsNotAskedForAllTheRest)
+{
+    plan.time = 4500ms;
+    isLost = [](std::size_t number) { return number > 2; };
+    const RZ_CC_SIGHTING seen = sighting();
+    EXPECT_EQ(seen.nRegisters, unsigned{RZ_REGISTERS_TOLD});
+    EXPECT_EQ(seen.nTold, unsigned{RZ_TOLD_PRIVILEGE});
+    EXPECT_THAT(asked, SizeIs(2 + 2 * 3)) << "the next two registers, three times each";
+}
+
+TEST_F(LookTest, APortIsTheLowerHalfOfItsRegister)
+{
+    cameras[0].registers[0x0A04] = 0xABCD0000u | 50123;
+    cameras[0].registers[0x0D00] = 0xABCD0000u | 50020;
+    const RZ_CC_SIGHTING seen = sighting();
+    EXPECT_EQ(seen.nHolderPort, 50123u);
+    EXPECT_EQ(seen.nStreamPort, 50020u);
+}
+
 TEST_F(LookTest, ACameraOutOfReachIsAskedNothing)
 {
     cameras = {Camera(1, "10.0.0.20"_ip)};
