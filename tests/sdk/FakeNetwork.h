@@ -65,7 +65,7 @@ private:
 };
 
 /// One adapter with one address.
-sdk::Adapter adapterWith(unsigned index, base::Ipv4 address, base::Ipv4 mask = "255.255.255.0"_ip);
+sdk::Adapter adapterWith(unsigned index, base::Ipv4 address, base::Ipv4 mask = base::Ipv4(0xFFFFFF00));
 
 /// A camera 02:00:00:00:00:<number> at the address.
 gvcp::DiscoveryAck cameraAt(std::uint8_t number, base::Ipv4 ip);
