@@ -1,12 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "inventory/Neighbours.h"
 
+#include "base/FileDescriptor.h"
 #include "inventory/Netlink.h"
 
+#include <arpa/inet.h>
+#include <cerrno>
 #include <linux/neighbour.h>
+#include <net/if.h>
+#include <netinet/in.h>
 #include <netlink/route/neighbour.h>
+#include <sys/socket.h>
 
 namespace inventory {
+namespace {
+
+/// RFC 863: whoever serves this port throws away what comes.
+constexpr std::uint16_t DiscardPort = 9;
+
+[[noreturn]] void failToSend()
+{
+    throw std::system_error(errno, std::generic_category(), "a datagram to the address");
+}
+
+} // namespace
 
 std::vector<Neighbour> neighbours()
 {
@@ -27,6 +44,24 @@ std::vector<Neighbour> neighbours()
             {static_cast<unsigned>(rtnl_neigh_get_ifindex(entry)), *address, *mac, state == NUD_REACHABLE});
     }
     return result;
+}
+
+void askForOwner(unsigned adapterIndex, base::Ipv4 address)
+{
+    const base::FileDescriptor datagrams(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+    if (!datagrams)
+        failToSend();
+    char name[IF_NAMESIZE] = {};
+    if (!::if_indextoname(adapterIndex, name) ||
+        ::setsockopt(datagrams.get(), SOL_SOCKET, SO_BINDTODEVICE, name, sizeof name) != 0)
+        failToSend();
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_addr.s_addr = htonl(address.number());
+    to.sin_port = htons(DiscardPort);
+    if (::sendto(datagrams.get(), nullptr, 0, MSG_DONTROUTE, reinterpret_cast<const sockaddr*>(&to),
+                 sizeof to) == -1)
+        failToSend();
 }
 
 } // namespace inventory

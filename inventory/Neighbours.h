@@ -11,4 +11,8 @@ namespace inventory {
 /// when the kernel does not tell.
 std::vector<Neighbour> neighbours();
 
+/// Makes the kernel ask by ARP for the address's owner, unless it knows it already: by a datagram to it out
+/// of this adapter, past all gateways. Throws std::system_error when it cannot be sent.
+void askForOwner(unsigned adapterIndex, base::Ipv4 address);
+
 } // namespace inventory

@@ -2,6 +2,7 @@
 #include "cli/neighbours/NeighbourWatch.h"
 
 #include "base/Bytes.h"
+#include "inventory/Neighbours.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -9,16 +10,12 @@
 #include <cerrno>
 #include <cstring>
 #include <linux/rtnetlink.h>
-#include <net/if.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 #include <system_error>
 
 namespace cli {
 namespace {
-
-/// RFC 863: whoever serves this port throws away what comes.
-constexpr std::uint16_t DiscardPort = 9;
 
 constexpr const char* Table = "the kernel's neighbour table";
 
@@ -152,21 +149,7 @@ bool NeighbourWatch::take(char* messages, std::size_t size, std::vector<Neighbou
 
 void NeighbourWatch::provoke()
 {
-    constexpr const char* what = "a datagram to the address";
-    const base::FileDescriptor datagrams(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-    if (!datagrams)
-        fail(errno, what);
-    char name[IF_NAMESIZE] = {};
-    if (!::if_indextoname(static_cast<unsigned>(m_adapterIndex), name) ||
-        ::setsockopt(datagrams.get(), SOL_SOCKET, SO_BINDTODEVICE, name, sizeof name) != 0)
-        fail(errno, what);
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_addr.s_addr = htonl(m_address.number());
-    to.sin_port = htons(DiscardPort);
-    if (::sendto(datagrams.get(), nullptr, 0, MSG_DONTROUTE, reinterpret_cast<const sockaddr*>(&to),
-                 sizeof to) == -1)
-        fail(errno, what);
+    inventory::askForOwner(static_cast<unsigned>(m_adapterIndex), m_address);
 }
 
 } // namespace cli
