@@ -81,7 +81,7 @@ void run(const std::vector<std::string>& words, Session& session)
 
 const std::vector<Command>& commands()
 {
-    static const std::vector<Command> all{listCommand(), forceCommand(), setCommand()};
+    static const std::vector<Command> all{listCommand(), forceCommand(), setCommand(), doctorCommand()};
     return all;
 }
 

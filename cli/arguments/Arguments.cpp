@@ -74,7 +74,7 @@ Arguments parseArguments(const Syntax& syntax, const std::vector<std::string>& w
         addOption(arguments, *option, words[++i]);
     }
 
-    if (arguments.operands.size() < syntax.operands.size())
+    if (arguments.operands.size() + syntax.optionalOperands < syntax.operands.size())
         refuseArguments(syntax.operands[arguments.operands.size()] + " is missing");
     for (const Option& option : syntax.options)
         if (option.required && !arguments.has(option.name))

@@ -18,11 +18,12 @@ struct Option
 /// What may follow a command's name.
 struct Syntax
 {
-    std::vector<std::string> operands; ///< What help calls them; all are required, in this order.
+    std::vector<std::string> operands; ///< What help calls them, in their order.
     std::vector<Option> options;
+    std::size_t optionalOperands = 0; ///< So many of the last operands may be missing.
 };
 
-/// What did follow it. Every required option and every operand is there.
+/// What did follow it. Every required option and operand is there.
 struct Arguments
 {
     std::vector<std::string> operands;

@@ -1,90 +1,42 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/cameras/ListenerHint.h"
 
-#include <grp.h>
-#include <pwd.h>
-#include <sys/stat.h>
-#include <sys/xattr.h>
-#include <unistd.h>
+#include "doctor/ListenerFault.h"
+
+#include <cctype>
 
 namespace cli {
 namespace {
 
-/// The word as a shell takes it for one.
-std::string quoted(const std::string& word)
+/// As the part of a longer sentence.
+std::string continued(base::Sentence sentence)
 {
-    constexpr const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+";
-    if (word.find_first_not_of(plain) == std::string::npos)
-        return word;
-    std::string result = "'";
-    for (const char each : word)
-        result += each == '\'' ? std::string("'\\''") : std::string(1, each);
-    return result + "'";
+    char& first = sentence.format.front();
+    first = static_cast<char>(std::tolower(static_cast<unsigned char>(first)));
+    return sentence.english();
 }
 
-std::string grant(const std::string& program)
+std::string commandOf(const doctor::ListenerFault& fault)
 {
-    return "sudo setcap cap_net_raw+ep " + quoted(program);
-}
-
-std::string withCommand(const std::string& reason, const std::string& command)
-{
-    return reason + ":\n    " + command + "\n";
-}
-
-std::string ofForbidden(const std::string& program)
-{
-    struct stat file
-    {};
-    if (::stat(program.c_str(), &file) != 0)
-        return program + ", which hears them all, is out of this user's reach.\n";
-    if ((file.st_mode & (S_IXUSR | S_IXGRP | S_IXOTH)) == 0)
-        return withCommand(program + ", which hears them all, may not be run. To change it",
-                           "sudo chmod 0755 " + quoted(program) + " && " + grant(program));
-    const group* const members = ::getgrgid(file.st_gid);
-    const passwd* const user = ::getpwuid(::getuid());
-    if (!members || !user || (file.st_mode & S_IXGRP) == 0 || file.st_gid == 0)
-        return program + ", which hears them all, is not for this user to run.\n";
-    return withCommand("only the group " + std::string(members->gr_name) + " may run " + program +
-                           ", which hears them all. To join it, from the next login on",
-                       "sudo usermod -a -G " + quoted(members->gr_name) + " " + quoted(user->pw_name));
-}
-
-std::string ofUnprivileged(const std::string& program)
-{
-    if (::getxattr(program.c_str(), "security.capability", nullptr, 0) > 0)
-        return program +
-               ", which hears them all, has the privilege for it and may not use it here: in a container "
-               "without CAP_NET_RAW, on a file system that is mounted with nosuid, or under "
-               "no_new_privs.\n";
-    return withCommand("the program lacks the privilege to hear them all. To give it", grant(program));
-}
-
-std::string reason(const ListenerReport& report)
-{
-    const std::string program = report.strProgram.toStdString();
-    switch (report.state) {
-    case ListenerState::Hears:
-        break;
-    case ListenerState::Missing:
-        return program + ", which hears them all, is not there. Install or build it again.\n";
-    case ListenerState::Forbidden:
-        return ofForbidden(program);
-    case ListenerState::Unprivileged:
-        return ofUnprivileged(program);
-    case ListenerState::Failed:
-        return program + ", which hears them all, did not start, or did not go on.\n";
-    }
-    return {};
+    std::string line;
+    for (const std::string& command : fault.repair)
+        line += (line.empty() ? "sudo " : " && sudo ") + command;
+    return line;
 }
 
 } // namespace
 
 std::string listenerHint(const ListenerReport& report)
 {
-    const std::string text = reason(report);
-    return text.empty() ? text
-                        : "note: cameras outside this computer's subnets may be missing, because " + text;
+    const auto fault = doctor::findListenerFault(static_cast<inventory::Listener>(report.state),
+                                                 report.strProgram.toStdString());
+    if (!fault)
+        return {};
+    const std::string text =
+        "note: cameras outside this computer's subnets may be missing, because " + continued(fault->reason);
+    return fault->repair.empty()
+               ? text + "\n"
+               : text + " " + fault->purpose.english() + ":\n    " + commandOf(*fault) + "\n";
 }
 
 std::string listenerDoubt(const ListenerReport& report)
@@ -93,5 +45,12 @@ std::string listenerDoubt(const ListenerReport& report)
                ? ""
                : "as the listener has not its privilege, a camera outside the subnet may not be heard";
 }
+
+static_assert(static_cast<int>(ListenerState::Hears) == static_cast<int>(inventory::Listener::Hears));
+static_assert(static_cast<int>(ListenerState::Missing) == static_cast<int>(inventory::Listener::Missing));
+static_assert(static_cast<int>(ListenerState::Forbidden) == static_cast<int>(inventory::Listener::Forbidden));
+static_assert(static_cast<int>(ListenerState::Unprivileged) ==
+              static_cast<int>(inventory::Listener::Unprivileged));
+static_assert(static_cast<int>(ListenerState::Failed) == static_cast<int>(inventory::Listener::Failed));
 
 } // namespace cli

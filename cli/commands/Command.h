@@ -24,5 +24,6 @@ struct Command
 Command listCommand();
 Command forceCommand();
 Command setCommand();
+Command doctorCommand();
 
 } // namespace cli
