@@ -79,7 +79,7 @@ std::set<base::Ipv4> askForOwners(const std::vector<Proposal>& proposals)
                  return std::tie(a.adapterIndex, a.address) < std::tie(b.adapterIndex, b.address);
              })>
         known;
-    for (const inventory::Neighbour& each : inventory::neighbours(inventory::Belief::Any))
+    for (const inventory::Neighbour& each : inventory::neighbours())
         known.insert({each.adapterIndex, each.address});
     std::set<base::Ipv4> taken;
     for (const Proposal& each : proposals)

@@ -42,6 +42,11 @@ const Sentence FilterUntilRestart{
                              "to make it last, change its settings."),
     {}};
 
+const Sentence CheckTheWay{
+    TRANSLATABLE("Sentence", "Check the cables and plugs on the way to it, and the switch; and whether "
+                             "images of other cameras fill the network."),
+    {}};
+
 std::string number(std::uint64_t value, const char* unit = "")
 {
     return std::to_string(value) + unit;
@@ -82,7 +87,11 @@ public:
             addBlocked(group);
         findSlowLinks();
         for (const Camera& camera : m_inventory.cameras)
-            if (losesPackets(camera))
+            if (sharesAddress(camera))
+                continue;
+            else if (camera.registers == inventory::Registers::Silent)
+                addSilent(camera);
+            else if (losesPackets(camera))
                 addLossy(camera);
     }
 
@@ -260,13 +269,19 @@ private:
         m_findings.push_back(std::move(finding));
     }
 
+    /// Whether somebody else has its address, who answers in its place or keeps answers from it.
+    static bool sharesAddress(const Camera& camera)
+    {
+        return camera.registers == inventory::Registers::OthersTold || !camera.conflicts.empty();
+    }
+
     /// One lost packet is chance, and so is one in twenty. How often a camera out of reach answers searches
     /// says nothing: it may answer several with one, or hold its answer back until the end.
     static bool losesPackets(const Camera& camera)
     {
         const inventory::Hearing& hearing = camera.hearing;
-        return camera.registers != inventory::Registers::OthersTold && hearing.replies < hearing.questions &&
-               hearing.questions - hearing.replies >= 2 && hearing.replies * 10 <= hearing.questions * 9;
+        return hearing.replies < hearing.questions && hearing.questions - hearing.replies >= 2 &&
+               hearing.replies * 10 <= hearing.questions * 9;
     }
 
     void addLossy(const Camera& camera)
@@ -277,18 +292,32 @@ private:
             {TRANSLATABLE("Sentence", "Packets get lost between this computer and the camera %1: it answered "
                                       "%2 of %3 questions."),
              {nameOf(camera), number(hearing.replies), number(hearing.questions)}},
-            {TRANSLATABLE("Sentence", "Check the cables and plugs on the way to it, and the switch; and "
-                                      "whether images of other cameras fill the network."),
-             {}}};
+            CheckTheWay};
         finding.reason = {
             {TRANSLATABLE("Sentence", "%1 of %2 questions for its registers had no answer on "
                                       "%3; on a sound network nearly all have one."),
              {number(hearing.questions - hearing.replies), number(hearing.questions), camera.adapterName}}};
-        if (hearing.replies == 0)
-            finding.reason.push_back({TRANSLATABLE("Sentence", "It did answer searches for cameras, %1 of "
-                                                               "%2: something may let only those "
-                                                               "through."),
-                                      {number(hearing.answers), number(hearing.searches)}});
+        m_findings.push_back(std::move(finding));
+    }
+
+    /// It is in reach and answers none of the questions that are sent to it alone.
+    void addSilent(const Camera& camera)
+    {
+        Finding finding = doctor::newFinding("lossy-network", Severity::Warning, camera);
+        finding.text = {{TRANSLATABLE("Sentence", "The camera %1 answers searches for cameras, but no other "
+                                                  "question of this computer."),
+                         {nameOf(camera)}},
+                        CheckTheWay};
+        finding.reason = {
+            {TRANSLATABLE("Sentence", "It answered %1 of %2 searches on %3, and none of the "
+                                      "questions whether it is free, which were asked "
+                                      "several times."),
+             {number(camera.hearing.answers), number(camera.hearing.searches), camera.adapterName}}};
+        if (!camera.ip.reaches(camera.adapterAddress))
+            finding.reason.push_back(
+                {TRANSLATABLE("Sentence", "By its settings, %1, this computer's address %2 lies outside the "
+                                          "camera's subnet: with the adapter's mask it could answer."),
+                 {textOf(camera.ip), camera.adapterAddress.toText()}});
         m_findings.push_back(std::move(finding));
     }
 

@@ -34,7 +34,7 @@ std::map<base::MacAddress, std::string> makersIn(std::istream& registry,
         const auto at = line.find(mark);
         if (at == std::string::npos)
             continue;
-        const auto begin = line.find_first_not_of(" \t", at + mark.size());
+        const auto begin = line.find_first_not_of(" \t\r", at + mark.size());
         const auto end = line.find_last_not_of(" \t\r");
         const auto [first, last] = wanted.equal_range(line.substr(0, 8));
         if (begin == std::string::npos || first == last)

@@ -13,9 +13,6 @@ using inventory::Arrival;
 /// Of more devices nobody reads one by one; the others are counted.
 constexpr std::size_t MaxDevices = 20;
 
-/// One that claims an address asks three times whether somebody has it.
-constexpr unsigned ProbesOfAClaim = 3;
-
 /// What one device said.
 struct Device
 {
@@ -28,13 +25,11 @@ struct Device
     std::set<base::Ipv4> wanted{};
     base::Ipv4 address{}; ///< What it has, as it said at last.
 
-    /// One that is answered asks a DHCP server twice, first for any address and then for the one that it was
-    /// offered; and one that finds an address free asks no more.
+    /// A DHCP client that is answered asks twice, first for any address and then for the one that it was
+    /// offered; and one that has found by ARP that an address is free says that it has it.
     bool asksInVain() const
     {
-        const bool byDhcp = blankRequests >= 2 || requests >= 3;
-        const bool byArp = probes > ProbesOfAClaim || (probes > 1 && wanted.size() > 1);
-        return address.isUnspecified() && (byDhcp || byArp);
+        return address.isUnspecified() && (blankRequests >= 2 || requests >= 3 || probes >= 2);
     }
 };
 

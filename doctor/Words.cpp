@@ -30,7 +30,7 @@ std::string listed(const std::vector<std::string>& words)
 
 std::string quoted(const std::string& word)
 {
-    constexpr const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+";
+    constexpr const char* plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+=:";
     if (!word.empty() && word.find_first_not_of(plain) == std::string::npos)
         return word;
     std::string result = "'";
