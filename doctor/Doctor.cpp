@@ -44,6 +44,8 @@ Evidence gather()
     evidence.time = LookingTime;
     evidence.inventory = look.once({.time = LookingTime, .countsLosses = true});
     const inventory::Inventory& inventory = evidence.inventory;
+    // Of an adapter just switched on the kernel says only now that it has a link.
+    evidence.inventory.adapters = inventory::hostAdapters();
 
     evidence.listener = findListenerFault(inventory.listener, inventory.listenerProgram);
     evidence.reversePathFilterOfAll = reversePathFilterOfAll();

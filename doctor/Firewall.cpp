@@ -81,28 +81,14 @@ bool canDrop(const Name& first, const std::map<Name, Verdicts>& verdicts)
     return false;
 }
 
-/// Whether a datagram from a camera to a program passes through it.
+/// Whether a datagram from a camera passes through it between the listener, which hears behind the hooks of
+/// devices and bridges, and a program.
 bool isOnTheWay(const json& chain)
 {
     const std::string family = text(chain, "family");
     const std::string hook = text(chain, "hook");
-    const bool isIpv4 = family == "ip" || family == "inet" || family == "bridge" || family == "netdev";
-    return isIpv4 && text(chain, "type") == "filter" &&
-           (hook == "input" || hook == "prerouting" || hook == "ingress");
-}
-
-std::vector<std::string> devicesOf(const json& chain)
-{
-    const auto found = chain.find("dev");
-    if (found == chain.end())
-        return {};
-    if (found->is_string())
-        return {found->get<std::string>()};
-    std::vector<std::string> devices;
-    for (const json& each : *found)
-        if (each.is_string())
-            devices.push_back(each.get<std::string>());
-    return devices;
+    return (family == "ip" || family == "inet") && text(chain, "type") == "filter" &&
+           (hook == "input" || hook == "prerouting");
 }
 
 struct PipeCloser
@@ -139,8 +125,7 @@ std::optional<std::vector<FilterChain>> droppingChains(const std::string& rulese
         const json& chain = each["chain"];
         if (isOnTheWay(chain) &&
             (text(chain, "policy") == "drop" || canDrop(nameOf(chain, "name"), verdicts)))
-            chains.push_back(
-                {text(chain, "family"), text(chain, "table"), text(chain, "name"), devicesOf(chain)});
+            chains.push_back({text(chain, "family"), text(chain, "table"), text(chain, "name")});
     }
     return chains;
 }

@@ -13,7 +13,6 @@ struct FilterChain
     std::string family;
     std::string table;
     std::string name;
-    std::vector<std::string> devices; ///< Those that it is about; none for all.
 
     bool operator==(const FilterChain&) const = default;
 };
@@ -31,8 +30,8 @@ struct Firewall
     std::vector<FilterChain> chains;
 };
 
-/// The chains, of `nft -j list ruleset`: those of type filter through which a datagram passes on its way to
-/// a program of this computer, and that drop or reject something, by their policy, by a rule or by a chain
+/// The chains, of `nft -j list ruleset`: those of type filter through which a datagram passes on its way from
+/// where the listener hears it to another program of this computer, and that drop or reject something, by their policy, by a rule or by a chain
 /// that they jump to. Nothing when that is no such text.
 std::optional<std::vector<FilterChain>> droppingChains(const std::string& ruleset);
 

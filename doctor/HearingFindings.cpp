@@ -67,7 +67,10 @@ public:
         : m_evidence(evidence),
           m_inventory(evidence.inventory),
           m_findings(findings)
-    {}
+    {
+        for (const inventory::Neighbour& each : m_inventory.neighbours)
+            m_neighbours[{each.adapterIndex, each.address}] = each.mac;
+    }
 
     void find()
     {
@@ -87,7 +90,7 @@ public:
             addBlocked(group);
         findSlowLinks();
         for (const Camera& camera : m_inventory.cameras)
-            if (sharesAddress(camera))
+            if (isAskedElsewhere(camera))
                 continue;
             else if (camera.registers == inventory::Registers::Silent)
                 addSilent(camera);
@@ -174,10 +177,6 @@ private:
                            {}}};
         std::vector<std::string> chains;
         for (const FilterChain& chain : firewall.chains) {
-            const bool isElsewhere = !chain.devices.empty() &&
-                                     std::ranges::find(chain.devices, adapter.name) == chain.devices.end();
-            if (isElsewhere)
-                continue;
             chains.push_back(chain.family + " " + chain.table + " " + chain.name);
             finding.repair.push_back("nft insert rule " + chain.family + " " + quoted(chain.table) + " " +
                                      quoted(chain.name) + " udp sport 3956 accept");
@@ -269,10 +268,13 @@ private:
         m_findings.push_back(std::move(finding));
     }
 
-    /// Whether somebody else has its address, who answers in its place or keeps answers from it.
-    static bool sharesAddress(const Camera& camera)
+    /// Whether questions to it reach somebody else: who has its address too, or who had it lately, so that
+    /// the kernel will believe for a minute that he has it still.
+    bool isAskedElsewhere(const Camera& camera) const
     {
-        return camera.registers == inventory::Registers::OthersTold || !camera.conflicts.empty();
+        const auto known = m_neighbours.find({camera.adapterIndex, camera.ip.address});
+        return camera.registers == inventory::Registers::OthersTold || !camera.conflicts.empty() ||
+               (known != m_neighbours.end() && known->second != camera.mac);
     }
 
     /// One lost packet is chance, and so is one in twenty. How often a camera out of reach answers searches
@@ -324,6 +326,7 @@ private:
     const Evidence& m_evidence;
     const inventory::Inventory& m_inventory;
     std::vector<Finding>& m_findings;
+    std::map<std::pair<unsigned, base::Ipv4>, base::MacAddress> m_neighbours;
 };
 
 } // namespace

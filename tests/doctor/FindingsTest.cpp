@@ -241,6 +241,18 @@ const Trouble Troubles[] = {
          at.camera().hearing.questions = at.camera().hearing.replies = 0;
          at.addCamera("eth0", Other, "192.168.1.20");
      }},
+    {"LossThatIsNotTheKernelsError", "lossy-network", Severity::Warning,
+     [](Situation& at) {
+         at.camera().registers = Registers::Silent;
+         at.inventory.neighbours = {{at.adapter().index, at.camera().ip.address, at.camera().mac, false}};
+     },
+     [](Situation& at) {
+         // The kernel sends what is for it to a camera that had the address before.
+         at.camera().registers = Registers::Silent;
+         at.addCamera("eth0", Other, "192.168.1.21");
+         at.inventory.neighbours = {
+             {at.adapter().index, at.camera().ip.address, Situation::mac(Other), false}};
+     }},
     {"SilentDevice", "silent-device", Severity::Note,
      [](Situation& at) { at.say(Arrival::Kind::Announcement, Device, "192.168.1.30"); },
      [](Situation& at) { at.say(Arrival::Kind::Speech, Device, "192.168.1.30"); }},

@@ -251,11 +251,10 @@ TEST(Repairs, LetCamerasThroughEachChainThatMayDropThem)
 {
     Situation at;
     at.camera().hearing.bySocket = false;
-    at.firewall.chains = {
-        {"inet", "filter", "input", {}}, {"netdev", "t", "in", {"eth0"}}, {"netdev", "t", "other", {"eth7"}}};
+    at.firewall.chains = {{"inet", "filter", "input"}, {"ip", "raw", "PREROUTING"}};
     EXPECT_THAT(at.only("firewall").repair,
                 ElementsAre("nft insert rule inet filter input udp sport 3956 accept",
-                            "nft insert rule netdev t in udp sport 3956 accept"));
+                            "nft insert rule ip raw PREROUTING udp sport 3956 accept"));
     at.firewall.chains.clear();
     EXPECT_THAT(at.only("firewall").repair, IsEmpty());
     EXPECT_THAT(textOf(at.only("firewall")), HasSubstr("perhaps it is one of iptables-legacy"));
