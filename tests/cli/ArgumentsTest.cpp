@@ -70,6 +70,18 @@ TEST(Arguments, ThatAreWrongAreNamed)
                   std::string(each.reason) + "; see --help");
 }
 
+TEST(Arguments, MayLackAnOptionalOperandAtTheirEnd)
+{
+    const cli::Syntax syntax{{"FILE", "MAC"}, {{"--json", {}}}, 1};
+    EXPECT_THAT(cli::parseArguments(syntax, {"F", "--json"}).operands, ElementsAre("F"));
+    EXPECT_THAT(cli::parseArguments(syntax, {"F", "M"}).operands, ElementsAre("F", "M"));
+    EXPECT_EQ(refusal([&syntax] { cli::parseArguments(syntax, {}); }), "FILE is missing; see --help");
+    EXPECT_EQ(refusal([&syntax] {
+                  cli::parseArguments(syntax, {"F", "M", "N"});
+              }),
+              "\"N\" is one argument too many: FILE, MAC and --json are allowed; see --help");
+}
+
 TEST(Arguments, ThatAreWrongAreToldOfTheOnlyOptionThereIs)
 {
     EXPECT_EQ(refusal([] {

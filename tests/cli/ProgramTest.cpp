@@ -32,9 +32,9 @@ TEST_F(ProgramTest, TellsItsUsageAndItsVersionAsDataWhenAsked)
 {
     for (const char* option : {"--help", "-h"}) {
         EXPECT_EQ(run({option}), ExitStatus::Done);
-        for (const char* text :
-             {"  list ", "  force ", "  set ", "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
-              "3 no such camera", "130 interrupted"})
+        for (const char* text : {"  list ", "  force ", "  set ", "doctor [MAC] [--json]\n",
+                                 "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]", "3 no such camera",
+                                 "130 interrupted"})
             EXPECT_THAT(out.str(), HasSubstr(text));
         EXPECT_EQ(err.str(), "");
     }
@@ -48,10 +48,21 @@ TEST_F(ProgramTest, TellsACommandsUsageWhateverElseIsGiven)
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli list [--json]\n"));
     EXPECT_EQ(run({"force", "nonsense", "--ip", "--help"}), ExitStatus::Done);
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli force MAC "));
-    for (const char* command : {"list", "force", "set"}) {
+    for (const char* command : {"list", "force", "set", "doctor"}) {
         EXPECT_EQ(run({command, "--help"}), ExitStatus::Done);
         EXPECT_THAT(out.str(), HasSubstr("130 interrupted")) << command;
     }
+    EXPECT_THAT(sdk.calls(), IsEmpty());
+}
+
+TEST_F(ProgramTest, ListsInTheHelpWhatTheDoctorFinds)
+{
+    EXPECT_EQ(run({"doctor", "--help"}), ExitStatus::Done);
+    for (const char* id :
+         {"no-link", "adapter-down", "no-address", "outside-subnet", "duplicate-address", "host-address",
+          "overlapping-adapters", "reverse-path-filter", "firewall", "no-listener", "slow-link", "in-use",
+          "in-use-for-ever", "no-dhcp-server", "not-stored", "lossy-network", "silent-device", "container"})
+        EXPECT_THAT(out.str(), HasSubstr(id));
     EXPECT_THAT(sdk.calls(), IsEmpty());
 }
 
@@ -67,6 +78,7 @@ TEST_F(ProgramTest, RefusesWrongArgumentsInOneLine)
         {"list", "all"},
         {"force"},
         {"force", "00:00:00:00:00:01"},
+        {"doctor", "00:00:00:00:00:01", "00:00:00:00:00:02"},
     };
     for (const auto& words : lines) {
         EXPECT_EQ(run(words), ExitStatus::WrongArguments) << words[0];

@@ -298,7 +298,8 @@ TEST_F(Doctor, TellsOfOneCameraAlone)
                                                  {PROGRAM, "doctor", "nonsense"}});
     const auto idsIn = [](const lab::Output& output) {
         std::vector<std::string> ids;
-        for (const json& each : json::parse(output.standardOutput)["Findings"])
+        const json diagnosis = json::parse(output.standardOutput);
+        for (const json& each : diagnosis["Findings"])
             ids.push_back(each["Id"]);
         return ids;
     };
