@@ -2,7 +2,6 @@
 #include "cli/cameras/Cameras.h"
 
 #include "cli/cameras/ListenerHint.h"
-#include "cli/session/Failure.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
 #include "device/CameraSearch.h"
@@ -15,20 +14,12 @@ namespace {
 constexpr int LooksForCamera = 3;
 constexpr int LooksForChange = 5;
 
-std::string notFound(const base::MacAddress& mac, const std::vector<Camera>& cameras)
+std::vector<AnsweringCamera> answering(const std::vector<Camera>& cameras)
 {
-    const QString notSearched = GetSearchReport().strNotSearched;
-    std::string text = notSearched.isEmpty()
-                           ? "no camera has the MAC address " + mac.toText()
-                           : "no camera that answered has the MAC address " + mac.toText() +
-                                 ", but not all networks were searched (" + displayText(notSearched) + ")";
-    if (cameras.empty())
-        return text + "; no camera answered at all";
-    text += "; found:";
+    std::vector<AnsweringCamera> result;
     for (const Camera& camera : cameras)
-        text += "\n    " + camera.mac.toText() + "  " + displayText(camera.device.m_strModelName) + "  " +
-                camera.settings.address.toText();
-    return text;
+        result.push_back({camera.mac, displayText(camera.device.m_strModelName), camera.settings.address});
+    return result;
 }
 
 std::vector<Camera> findCameras(QDeviceManager& manager)
@@ -61,7 +52,20 @@ FoundCamera findCamera(const base::MacAddress& mac, const Session& session)
             return {*camera, cameras, std::move(manager)};
     }
     session.err << listenerHint(GetListenerReport());
-    throw Failure(ExitStatus::NoSuchCamera, notFound(mac, cameras));
+    throw noSuchCamera(mac, GetSearchReport().strNotSearched.toStdString(), answering(cameras));
+}
+
+Failure noSuchCamera(const base::MacAddress& mac, const std::string& notSearched,
+                     const std::vector<AnsweringCamera>& others)
+{
+    std::string text = notSearched.empty()
+                           ? "no camera has the MAC address " + mac.toText()
+                           : "no camera that answered has the MAC address " + mac.toText() +
+                                 ", but not all networks were searched (" + displayText(notSearched) + ")";
+    text += others.empty() ? "; no camera answered at all" : "; found:";
+    for (const AnsweringCamera& camera : others)
+        text += "\n    " + camera.mac.toText() + "  " + camera.model + "  " + camera.address.toText();
+    return {ExitStatus::NoSuchCamera, text};
 }
 
 std::optional<Camera> lookForCamera(const base::MacAddress& mac)

@@ -24,6 +24,7 @@ struct Command
 Command listCommand();
 Command forceCommand();
 Command setCommand();
+Command whoCommand();
 Command doctorCommand();
 
 } // namespace cli

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "cli/commands/Command.h"
 #include "tests/cli/ProgramFixture.h"
 
 #include <algorithm>
@@ -48,9 +49,9 @@ TEST_F(ProgramTest, TellsACommandsUsageWhateverElseIsGiven)
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli list [--json]\n"));
     EXPECT_EQ(run({"force", "nonsense", "--ip", "--help"}), ExitStatus::Done);
     EXPECT_THAT(out.str(), StartsWith("usage: ip-configurator-cli force MAC "));
-    for (const char* command : {"list", "force", "set", "doctor"}) {
-        EXPECT_EQ(run({command, "--help"}), ExitStatus::Done);
-        EXPECT_THAT(out.str(), HasSubstr("130 interrupted")) << command;
+    for (const cli::Command& command : cli::commands()) {
+        EXPECT_EQ(run({command.name, "--help"}), ExitStatus::Done);
+        EXPECT_THAT(out.str(), HasSubstr("130 interrupted")) << command.name;
     }
     EXPECT_THAT(sdk.calls(), IsEmpty());
 }
@@ -78,6 +79,8 @@ TEST_F(ProgramTest, RefusesWrongArgumentsInOneLine)
         {"list", "all"},
         {"force"},
         {"force", "00:00:00:00:00:01"},
+        {"who"},
+        {"who", "00:00:00:00:00:01", "--jsn"},
         {"doctor", "00:00:00:00:00:01", "00:00:00:00:00:02"},
     };
     for (const auto& words : lines) {
