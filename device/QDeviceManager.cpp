@@ -58,9 +58,14 @@ void QDeviceManager::EnumGigEDevices()
     if (RZ_CC_EnumDevices(RZ_TL_GIGE, m_stDeviceList.get()) != RZ_OK)
         return;
 
-    QVector<QDevice> devices = withoutRepeats(Decode(*m_stDeviceList));
+    m_vecDevices.publish(AsShown(Decode(*m_stDeviceList)));
+}
+
+QVector<QDevice> QDeviceManager::AsShown(const QVector<QDevice>& vecDevices)
+{
+    QVector<QDevice> devices = withoutRepeats(vecDevices);
     QuickSort(devices, 0, devices.size() - 1);
-    m_vecDevices.publish(std::move(devices));
+    return devices;
 }
 
 void QDeviceManager::InitMyDeviceList(const RZ_CC_DEVICE_INFO_LIST* pDeviceList)

@@ -33,6 +33,10 @@ public:
     /// the first.
     void FilterDevice();
 
+    /// These devices as a list that is shown has them: each once, as by FilterDevice, and sorted by
+    /// QuickSort.
+    static QVector<QDevice> AsShown(const QVector<QDevice>& vecDevices);
+
     /// Sorts vec[low] to vec[high] by CompareFunc, ascending. Not stable.
     static void QuickSort(QVector<QDevice>& vec, int low, int high);
 

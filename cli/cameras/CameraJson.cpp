@@ -18,12 +18,21 @@ const char* statusOf(const Camera& camera)
                                                   : "Unreachable";
 }
 
-} // namespace
-
-std::string cameraJson(const std::vector<Camera>& cameras)
+nlohmann::ordered_json conflictsOf(const inventory::Camera& camera)
 {
     auto array = nlohmann::ordered_json::array();
-    for (const Camera& camera : cameras) {
+    for (const inventory::Conflict& conflict : camera.conflicts)
+        array.push_back(conflict.with == inventory::Conflict::With::ThisComputer ? "this computer"
+                                                                                 : conflict.mac.toText());
+    return array;
+}
+
+} // namespace
+
+std::string cameraJson(const std::vector<ListedCamera>& cameras)
+{
+    auto array = nlohmann::ordered_json::array();
+    for (const auto& [camera, seen] : cameras) {
         const QDevice& device = camera.device;
         array.push_back({
             {"DeviceModelName", device.m_strModelName.toStdString()},
@@ -34,12 +43,17 @@ std::string cameraJson(const std::vector<Camera>& cameras)
             {"GevCurrentIPAddress", device.m_strIpAddress.toStdString()},
             {"GevCurrentSubnetMask", device.m_strSubnetMask.toStdString()},
             {"GevCurrentDefaultGateway", device.m_strDefaultGateway.toStdString()},
+            {"DeviceVendorName", seen.vendor},
+            {"DeviceVersion", seen.version},
             {"Status", statusOf(camera)},
             {"AdapterAddress", camera.adapter.toText()},
+            {"AdapterName", seen.adapterName},
+            {"GevLinkSpeed", seen.linkSpeed ? nlohmann::ordered_json(*seen.linkSpeed) : nullptr},
+            {"Conflicts", conflictsOf(seen)},
         });
     }
-    // Escaped beyond ASCII: a terminal that shows it obeys nothing in it.
-    return array.dump(2, ' ', true) + '\n';
+    // Escaped beyond ASCII, and what is no UTF-8 replaced: a terminal that shows it obeys nothing in it.
+    return array.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + '\n';
 }
 
 } // namespace cli
