@@ -29,11 +29,13 @@ std::string faultOf(const inventory::Adapter& adapter)
     return {};
 }
 
-std::string nothingFound(const std::vector<inventory::Adapter>& adapters)
+/// The adapters as they are now, after the look: one that has just been switched on may not have had its
+/// carrier before.
+std::string nothingFound()
 {
     std::string usable;
     std::string faults;
-    for (const inventory::Adapter& adapter : adapters) {
+    for (const inventory::Adapter& adapter : inventory::hostAdapters()) {
         const std::string fault = faultOf(adapter);
         if (!fault.empty())
             faults += "    " + displayText(adapter.name) + ": " + fault + '\n';
@@ -81,7 +83,7 @@ void list(const Arguments& arguments, Session& session)
         throw Failure(ExitStatus::Failed, "cameras may be missing, as not all networks were searched (" +
                                               displayText(inventory.notSearched) + ")");
     if (cameras.empty())
-        session.err << nothingFound(inventory.adapters);
+        session.err << nothingFound();
 }
 
 } // namespace

@@ -94,7 +94,9 @@ TEST_F(CommandLine, ListsTheCamerasOfAllAdapters)
         "DeviceModelName": "FC-1", "DeviceUserID": "瓶盖检测", "DeviceSerialNumber": "S1",
         "GevMACAddress": "02:00:00:00:01:01", "GevIPConfigurationStatus": "PersistentIP",
         "GevCurrentIPAddress": "192.168.1.20", "GevCurrentSubnetMask": "255.255.255.0",
-        "GevCurrentDefaultGateway": "192.168.1.254", "Status": "Free", "AdapterAddress": "192.168.1.5"})"));
+        "GevCurrentDefaultGateway": "192.168.1.254", "DeviceVendorName": "Farm Cameras",
+        "DeviceVersion": "1.0.0", "Status": "Free", "AdapterAddress": "192.168.1.5", "AdapterName": "eth0",
+        "GevLinkSpeed": 1000, "Conflicts": []})"));
     const char* const others[][4] = {{Held, "InUse", "DHCP", "192.168.1.5"},
                                      {Unreachable, "Unreachable", "LLA", "192.168.1.5"},
                                      {OnOtherAdapter, "Free", "DHCP", "172.16.0.5"}};
@@ -255,7 +257,8 @@ TEST(CommandLineWithoutCameras, SaysWhichAdaptersItAskedOn)
     EXPECT_EQ(outputs[0].standardOutput, "");
     EXPECT_EQ(outputs[0].standardError, "No camera answered on 192.168.1.5. Check the cameras' power and "
                                         "cables, and that this computer is on "
-                                        "the same network.\n");
+                                        "the same network.\n"
+                                        "What may be wrong: ip-configurator-cli doctor\n");
     EXPECT_EQ(outputs[1].standardOutput, "[]\n");
     EXPECT_LT(outputs[2].standardError.find("sudo setcap"),
               outputs[2].standardError.find("power and cables"));
@@ -277,9 +280,11 @@ TEST(CommandLineWithoutCameras, SaysOfEachOtherAdapterWhatItLacks)
               "No camera answered on 10.1.0.5. Check the cameras' power and cables, and that this computer "
               "is on the "
               "same network.\n"
-              "    bare0: no IPv4 address; any will do, but without one it cannot ask\n"
+              "    bare0: no IPv4 address; any will do, but without one only cameras that answer by "
+              "broadcast are heard\n"
               "    down0: switched off\n"
-              "    pulled0: no carrier: no cable, or what is at its other end is off\n");
+              "    pulled0: no carrier: no cable, or what is at its other end is off\n"
+              "What may be wrong: ip-configurator-cli doctor\n");
     site.host().run("ip link set eth0 down");
     EXPECT_THAT(site.host().execute({PROGRAM, "list"}).standardError,
                 AllOf(HasSubstr("no network adapter of this computer can hear one.\n    bare0: "),
@@ -291,7 +296,8 @@ TEST(CommandLineWithoutCameras, SaysThatThereIsNoAdapter)
     Site site;
     const lab::Output output = site.host().execute({PROGRAM, "list"});
     EXPECT_EQ(output.status, 0);
-    EXPECT_EQ(output.standardError, "No camera found: no network adapter of this computer can hear one.\n");
+    EXPECT_EQ(output.standardError, "No camera found: no network adapter of this computer can hear one.\n"
+                                    "What may be wrong: ip-configurator-cli doctor\n");
 }
 
 TEST(CommandLineOnTwoAdapters, ListsACameraThatBothHearOnceByTheOneThatReachesIt)
