@@ -94,7 +94,10 @@ std::string holdingText(const inventory::Camera& camera, const inventory::Holdin
                                : std::to_string(camera.heartbeatTimeout->count()) + " ms");
     if (const auto stream = somebody(camera.stream))
         add("  Stream to", endpointText(*stream));
-    return text + facts.text() + displayText(base::english(holding.reason)) + '\n';
+    text += facts.text();
+    return camera.privilege == inventory::Privilege::None
+               ? text
+               : text + displayText(base::english(holding.reason)) + '\n';
 }
 
 std::string holdingJson(const inventory::Camera& camera, const inventory::Holding& holding)

@@ -286,9 +286,10 @@ TEST(CommandLineWithoutCameras, SaysOfEachOtherAdapterWhatItLacks)
               "    pulled0: no carrier: no cable, or what is at its other end is off\n"
               "What may be wrong: ip-configurator-cli doctor\n");
     site.host().run("ip link set eth0 down");
-    EXPECT_THAT(site.host().execute({PROGRAM, "list"}).standardError,
-                AllOf(HasSubstr("no network adapter of this computer can hear one.\n    bare0: "),
-                      HasSubstr("pulled0: no carrier")));
+    EXPECT_THAT(
+        site.host().execute({PROGRAM, "list"}).standardError,
+        AllOf(HasSubstr("no network adapter of this computer can hear one.\n    eth0: switched off\n"),
+              HasSubstr("pulled0: no carrier")));
 }
 
 TEST(CommandLineWithoutCameras, SaysThatThereIsNoAdapter)

@@ -136,9 +136,11 @@ TEST_F(WhoCommandTest, TellsPeopleInAFewLines)
     EXPECT_EQ(run({"who", Mac}), ExitStatus::Done);
     EXPECT_THAT(out.str(),
                 AllOf(HasSubstr("  Heartbeat  switched off\n"), HasSubstr("cut the camera's power")));
+    told = sdk.sighting(sdk.listed[1]);
     tellAll(0);
     EXPECT_EQ(run({"who", Mac}), ExitStatus::Done);
-    EXPECT_THAT(out.str(), HasSubstr(", is free.\n"));
+    EXPECT_EQ(out.str(), "Second\\x1B (00:00:00:00:00:02), 192.0.2.21, is free.\n"
+                         "  Heartbeat  3000 ms\n");
 }
 
 TEST_F(WhoCommandTest, LooksAgainForACameraThatIsNotHeard)
