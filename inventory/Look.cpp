@@ -181,6 +181,8 @@ struct Collection
         self.plan.onArrival(arrival);
     }
 
+    static int isOver(void* context) { return static_cast<Collection*>(context)->plan.isOver() ? 1 : 0; }
+
     static void onReport(void* context, const RZ_CC_LOOK_REPORT* report)
     {
         Inventory& inventory = static_cast<Collection*>(context)->inventory;
@@ -226,7 +228,7 @@ Inventory Look::once(const Plan& plan)
     inventory.adapters = m_adapters;
     Collection collection{plan, inventory};
     const RZ_CC_LOOK_SINK sink{&collection, &Collection::onCamera, &Collection::onArrival,
-                               &Collection::onReport};
+                               &Collection::onReport, &Collection::isOver};
     const std::uint64_t dropsBefore = reversePathDrops();
     if (RZ_CC_Look(m_look, plan.countsLosses ? RZ_LOOK_COUNT_LOSSES : 0,
                    static_cast<unsigned>(plan.time.count()), &sink) != RZ_OK)

@@ -31,6 +31,9 @@ public:
         /// whether it is free (its conflicts are not known yet), and whoever speaks. None must throw.
         std::function<void(const Camera&)> onCamera = [](const Camera&) {};
         std::function<void(const Arrival&)> onArrival = [](const Arrival&) {};
+        /// Asked many times a second, on that thread too: whether to end at once, with what there is. Must
+        /// not throw.
+        std::function<bool()> isOver = [] { return false; };
     };
 
     /// Once more. Throws std::system_error when nothing could be asked, though there are adapters.

@@ -66,6 +66,8 @@ int OpenLook::look(unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SIN
             tell(camera, record, 0, sink);
     };
     plan.onArrival = [&](const Arrival& arrival) { tell(arrival, sink); };
+    if (sink.pIsOver)
+        plan.isOver = [&] { return sink.pIsOver(sink.pContext) != 0; };
     const auto found = lookForCameras(
         m_network, m_ids,
         [&records](const base::MacAddress& mac, const Adapter& adapter) {

@@ -209,6 +209,8 @@ typedef struct RZ_CC_LOOK_SINK
     void (*pOnArrival)(void* context, const RZ_CC_ARRIVAL* arrival);
     /** At the end, also of a look that failed. */
     void (*pOnReport)(void* context, const RZ_CC_LOOK_REPORT* report);
+    /** Null, or asked many times a second: other than 0 ends the look at once, with what it has. */
+    int (*pIsOver)(void* context);
 } RZ_CC_LOOK_SINK;
 
 /** The transport layers that this SDK drives: bit 0 is RZ_TL_GIGE. */

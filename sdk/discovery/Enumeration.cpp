@@ -89,6 +89,7 @@ private:
     std::size_t m_unknownConsistent = 0;
     std::size_t m_unknownOthers = 0;
     int m_lateDatagrams = 0;
+    bool m_isOver = false; ///< Before its time.
 };
 
 FoundCameras Enumeration::run()
@@ -96,12 +97,13 @@ FoundCameras Enumeration::run()
     const auto start = m_network.now();
     for (const auto time : AskTimes) {
         listen(start + time);
-        ask();
+        if (!m_isOver)
+            ask();
     }
     const auto windowEnd = start + std::max<Clock::duration>(Window, m_plan ? m_plan->time : 0ms);
     listen(windowEnd);
     const auto end = windowEnd + GraceForAccess;
-    while ((m_access.isPending() || areSurveysPending()) && m_network.now() < end)
+    while ((m_access.isPending() || areSurveysPending()) && m_network.now() < end && !m_isOver)
         step(end);
 
     FoundCameras result;
@@ -111,7 +113,7 @@ FoundCameras Enumeration::run()
         result.cameras.push_back(std::move(sighting.camera));
     }
     for (std::size_t adapter = 0; adapter < m_searches.size(); ++adapter)
-        if (m_searches[adapter] == 0)
+        if (m_searches[adapter] == 0 && !m_isOver)
             result.failures.push_back(m_network.adapters()[adapter].name + ": nothing could be sent");
     return result;
 }
@@ -130,7 +132,7 @@ void Enumeration::ask()
 
 void Enumeration::listen(Clock::time_point until)
 {
-    for (;;) {
+    while (!m_isOver) {
         const bool hasRead = step(until);
         if (m_network.now() >= until && (!hasRead || ++m_lateDatagrams > MaxLateDatagrams))
             return;
@@ -143,6 +145,7 @@ bool Enumeration::step(Clock::time_point until)
     m_access.proceed();
     auto next = std::min(until, m_access.nextStep());
     if (m_plan) {
+        m_isOver = m_isOver || m_plan->isOver();
         proceedWithSurveys();
         next = std::min(next, m_nextSurveyStep);
     }

@@ -47,6 +47,7 @@ struct LookPlan
     std::function<void(const FoundCamera&)> onCamera; ///< As soon as it is known whether it is accessible,
                                                       ///< and what its registers tell.
     std::function<void(const Arrival&)> onArrival;
+    std::function<bool()> isOver = [] { return false; }; ///< Whether to end at once, asked at each step.
 };
 
 /// The same, and asks the cameras in reach for their registers (RegisterSurvey). The ids go on from one look

@@ -343,3 +343,15 @@ TEST_F(LookTest, TheIdsGoOnFromOneLookToTheNext)
         }
     }
 }
+
+TEST_F(LookTest, EndsAtOnceWhenItIsOverWithWhatItHas)
+{
+    plan.time = 3s;
+    for (const auto end : {0ms, 120ms, 1000ms, 2000ms}) {
+        const auto begin = network.elapsed();
+        plan.isOver = [this, begin, end] { return network.elapsed() - begin >= end; };
+        EXPECT_THAT(look(), SizeIs(end == 0ms ? 0 : 1)) << end.count();
+        EXPECT_GE(network.elapsed() - begin, end);
+        EXPECT_LE(network.elapsed() - begin, end + 20ms);
+    }
+}
