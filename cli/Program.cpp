@@ -81,8 +81,8 @@ void run(const std::vector<std::string>& words, Session& session)
 
 const std::vector<Command>& commands()
 {
-    static const std::vector<Command> all{listCommand(), forceCommand(), setCommand(), whoCommand(),
-                                          doctorCommand()};
+    static const std::vector<Command> all{listCommand(), forceCommand(),  setCommand(),
+                                          whoCommand(),  doctorCommand(), watchCommand()};
     return all;
 }
 

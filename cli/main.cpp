@@ -51,6 +51,7 @@ try {
     cli::Session session{
         std::cout, std::cerr, wantsColour(), ::isatty(STDERR_FILENO) != 0, cli::findAddressOwner,
     };
+    session.outDescriptor = STDOUT_FILENO;
     return static_cast<int>(cli::runProgram(words, session));
 } catch (const std::exception& error) {
     std::cerr << "ip-configurator-cli: " << error.what() << '\n';

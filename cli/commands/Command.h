@@ -26,5 +26,6 @@ Command forceCommand();
 Command setCommand();
 Command whoCommand();
 Command doctorCommand();
+Command watchCommand();
 
 } // namespace cli

@@ -21,6 +21,7 @@ struct Session
     /// How long a camera may take to come back from a restart: a minute to start, then a search for a DHCP
     /// server (15 s) and for a free link-local address (40 s).
     std::chrono::seconds restartPatience{120};
+    int outDescriptor = -1; ///< Where `out` goes, if that is a file or a pipe.
 };
 
 } // namespace cli

@@ -82,6 +82,8 @@ TEST_F(ProgramTest, RefusesWrongArgumentsInOneLine)
         {"who"},
         {"who", "00:00:00:00:00:01", "--jsn"},
         {"doctor", "00:00:00:00:00:01", "00:00:00:00:00:02"},
+        {"watch", "--seconds"},
+        {"watch", "--seconds", "ever"},
     };
     for (const auto& words : lines) {
         EXPECT_EQ(run(words), ExitStatus::WrongArguments) << words[0];
