@@ -238,8 +238,7 @@ private:
                                                   "one of them."),
                          {nameA, nameB}}};
         finding.reason = {
-            {TRANSLATABLE("Sentence", "%1 has %2 and %3 has %4; behind %1 %5 cameras were "
-                                      "heard, behind %3 %6."),
+            {TRANSLATABLE("Sentence", "%1 has %2 and %3 has %4. Cameras heard behind %1: %5; behind %3: %6."),
              {nameA, a.address.toText(), nameB, b.address.toText(),
               std::to_string(camerasOf(*a.adapter).size()), std::to_string(camerasOf(*b.adapter).size())}}};
         const auto elsewhere = idle ? m_free.inPrivateSubnet(idle->adapter->index) : std::nullopt;

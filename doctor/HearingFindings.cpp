@@ -38,8 +38,15 @@ Finding newFinding(const char* id, const Group& group)
 }
 
 const Sentence FilterUntilRestart{
-    TRANSLATABLE("Sentence", "What the commands do holds until this computer restarts, or its firewall does; "
-                             "to make it last, change its settings."),
+    TRANSLATABLE("Sentence",
+                 "What the commands do holds until this computer restarts; to make it last, put the "
+                 "same settings into a file in /etc/sysctl.d."),
+    {}};
+
+const Sentence RulesUntilRestart{
+    TRANSLATABLE("Sentence",
+                 "What the commands do holds until this computer or its firewall restarts; to make "
+                 "it last, put the same rules into the firewall's own settings."),
     {}};
 
 const Sentence CheckTheWay{
@@ -150,8 +157,9 @@ private:
             {TRANSLATABLE("Sentence", "Only the listener heard them; the reverse-path filter dropped %1 "
                                       "packets meanwhile."),
              {number(m_inventory.reversePathDrops)}},
-            {TRANSLATABLE("Sentence", "On %1 it is %2 (1 strict, 2 loose): it drops what comes from where "
-                                      "this computer would send no answer to by that adapter, or by any."),
+            {TRANSLATABLE("Sentence",
+                          "On %1 it is set to %2; 1, strict, drops what does not come by the way by which "
+                          "this computer would answer it, and 2, loose, what it could not answer at all."),
              {adapter.name, number(static_cast<unsigned>(adapter.reversePathFilter))}}};
         finding.repair = {filterOff(adapter.name)};
         if (m_evidence.reversePathFilterOfAll != 0) {
@@ -209,7 +217,7 @@ private:
                                              "iptables-legacy or of a security program: let UDP packets from "
                                              "port 3956 through in its own settings."),
                     {}};
-        return FilterUntilRestart;
+        return RulesUntilRestart;
     }
 
     void findSlowLinks()
