@@ -3,6 +3,7 @@
 #include "doctor/Words.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace doctor {
 namespace {
@@ -77,7 +78,7 @@ std::vector<Device> devicesIn(const inventory::Inventory& inventory)
     std::erase_if(devices, [](const Device& device) {
         return device.probes + device.announcements + device.requests == 0;
     });
-    std::ranges::stable_partition(devices, &Device::asksInVain);
+    std::stable_partition(devices.begin(), devices.end(), std::mem_fn(&Device::asksInVain));
     return devices;
 }
 
