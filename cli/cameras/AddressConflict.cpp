@@ -2,12 +2,15 @@
 #include "cli/cameras/AddressConflict.h"
 
 #include "cli/cameras/Cameras.h"
+#include "cli/cameras/SeenCamera.h"
 #include "cli/neighbours/AddressOwner.h"
 #include "cli/session/Failure.h"
 #include "cli/session/Session.h"
 #include "device/HearingAdapter.h"
+#include "inventory/Look.h"
 
 #include <ostream>
+#include <system_error>
 
 namespace cli {
 namespace {
@@ -25,6 +28,54 @@ OwnerQuestion questionFor(base::Ipv4 address, const FoundCamera& found)
         question.otherCameras.insert(each.mac);
     question.otherCameras.erase(question.camera);
     return question;
+}
+
+/// What there is now, and the cameras that answered before, should their answers have got lost now.
+inventory::Inventory lookAround(const FoundCamera& found)
+{
+    inventory::Inventory known;
+    try {
+        known = inventory::Look().once({});
+    } catch (const std::system_error&) {
+        known.adapters = inventory::hostAdapters();
+    }
+    for (const Camera& each : found.all) {
+        if (known.cameraWith(each.mac))
+            continue;
+        inventory::Camera camera;
+        camera.mac = each.mac;
+        camera.model = each.device.m_strModelName.toStdString();
+        camera.ip = each.settings;
+        known.cameras.push_back(std::move(camera));
+    }
+    // Of neighbours that it remembers the kernel tells more when it is asked.
+    known.neighbours.clear();
+    return known;
+}
+
+/// The camera with its conflicts, if it had that address.
+inventory::Camera withAddress(inventory::Inventory known, const FoundCamera& found, base::Ipv4 address)
+{
+    std::erase_if(known.cameras, [&found](const auto& each) { return each.mac == found.camera.mac; });
+    inventory::Camera& camera = known.cameras.emplace_back();
+    camera.mac = found.camera.mac;
+    camera.ip.address = address;
+    camera.adapterIndex = static_cast<unsigned>(HearingAdapterIndex(found.camera.device));
+    findConflicts(known);
+    return known.cameras.back();
+}
+
+std::string ownerOf(const inventory::Conflict& conflict, const inventory::Inventory& known)
+{
+    switch (conflict.with) {
+    case inventory::Conflict::With::Camera:
+        return "the camera " + describe(*known.cameraWith(conflict.mac)) + " has it";
+    case inventory::Conflict::With::Machine:
+        return "the device " + conflict.mac.toText() + " says by ARP that it has it";
+    case inventory::Conflict::With::ThisComputer:
+        break;
+    }
+    return "an adapter of this computer has it";
 }
 
 std::string describeOwner(const AddressOwner& owner, const std::vector<Camera>& cameras)
@@ -63,12 +114,13 @@ void requireUnusedAddress(const FoundCamera& found, base::Ipv4 address, const Se
 {
     if (found.camera.settings.address == address)
         return;
-    for (const Camera& other : found.all)
-        if (other.settings.address == address)
-            refuse(address, "the camera " + describe(other) + " has it");
     for (const _NETWORK_INFO& adapter : found.camera.device.m_vecHostAdapter)
         if (adapter.nIpAddress == address.number())
             refuse(address, "an adapter of this computer has it");
+    const inventory::Inventory known = lookAround(found);
+    const inventory::Camera there = withAddress(known, found, address);
+    if (!there.conflicts.empty())
+        refuse(address, ownerOf(there.conflicts.front(), known));
 
     if (session.interactive)
         session.err << "Asking whether anybody has " << address

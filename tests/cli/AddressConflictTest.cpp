@@ -3,6 +3,7 @@
 
 #include "cli/cameras/Cameras.h"
 #include "cli/session/Failure.h"
+#include "device/HearingAdapter.h"
 #include "tests/cli/ProgramFixture.h"
 
 #include <gmock/gmock.h>
@@ -74,6 +75,40 @@ TEST_F(AddressConflictTest, IsSeenWithEveryAdapterOfTheComputer)
         EXPECT_THAT(refusal(address), HasSubstr("an adapter of this computer has it"));
     EXPECT_NO_THROW(require(Wanted));
     EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(AddressConflictTest, IsSeenWithACameraOfALookOrOneThatAnsweredBefore)
+{
+    sdk.listed = {sdk.record({.mac = "00:00:00:00:00:01", .ip = "192.168.1.6", .model = "Itself"}),
+                  sdk.record({.mac = "00:00:00:00:00:03", .ip = "192.168.1.8", .model = "FC-2"})};
+    EXPECT_THAT(refusal("192.168.1.8"_ip), HasSubstr("the camera FC-2 (00:00:00:00:00:03) has it"));
+    EXPECT_THAT(refusal("192.168.1.7"_ip), HasSubstr("the camera FC-1 (00:00:00:00:00:02) has it"));
+    EXPECT_NO_THROW(require(Wanted)) << "the address may be the camera's own by now";
+    EXPECT_EQ(questions.size(), 1u);
+}
+
+TEST_F(AddressConflictTest, IsSeenWithADeviceThatSaysByArpThatItHasTheAddress)
+{
+    sdk.look = [this](unsigned, unsigned, const RZ_CC_LOOK_SINK& sink) {
+        const auto adapter = static_cast<unsigned>(HearingAdapterIndex(camera));
+        const RZ_CC_ARRIVAL said[] = {{RZ_ARRIVAL_SPEECH, adapter, 0xAA00, 9, Wanted.number()},
+                                      {RZ_ARRIVAL_PROBE, adapter, 0xAA00, 9, Wanted.plus(1).number()},
+                                      {RZ_ARRIVAL_SPEECH, adapter + 1, 0xAA00, 9, Wanted.plus(2).number()}};
+        for (const RZ_CC_ARRIVAL& each : said)
+            sink.pOnArrival(sink.pContext, &each);
+        return RZ_OK;
+    };
+    EXPECT_THAT(refusal(Wanted), HasSubstr("the device AA:00:00:00:00:09 says by ARP that it has it"));
+    EXPECT_TRUE(questions.empty());
+    EXPECT_NO_THROW(require("192.168.1.9"_ip)) << "of another adapter";
+}
+
+TEST_F(AddressConflictTest, IsAskedForThoughNothingCanBeLookedAt)
+{
+    sdk.openLook = [] { return RZ_ERROR_NETWORK; };
+    EXPECT_NO_THROW(require(Wanted));
+    EXPECT_EQ(questions.size(), 1u);
+    EXPECT_THAT(refusal("192.168.1.7"_ip), HasSubstr("the camera FC-1"));
 }
 
 TEST_F(AddressConflictTest, IsAskedForWithTheMacAddressesOfAllCameras)

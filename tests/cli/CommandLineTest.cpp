@@ -193,6 +193,23 @@ TEST_F(CommandLine, SendsNothingToACameraWhoseNewAddressIsTaken)
     EXPECT_EQ(forced(Unreachable), 0);
 }
 
+TEST_F(CommandLine, SendsNothingToACameraWhoseNewAddressAMachineHasThatAnswersNoPing)
+{
+    const lab::Farm machine(*lan, R"({"cameras": [{"mac": "02:00:00:00:05:01", "address": "192.168.1.90"}],
+                                      "neighbours": [{"mac": "02:00:00:00:09:09", "address": "192.168.1.91"}]})");
+    const auto outputs = runAtOnce(
+        site.host(), {{PROGRAM, "force", Free, "--ip", "192.168.1.91", "--mask", "255.255.255.0"},
+                      {PROGRAM, "set", Free, "--static", "--ip", "192.168.1.91", "--mask", "255.255.255.0"},
+                      {PROGRAM, "force", Free, "--ip", "192.168.1.90", "--mask", "255.255.255.0"}});
+    for (const lab::Output& output : outputs)
+        EXPECT_EQ(output.status, 1);
+    for (const int i : {0, 1})
+        EXPECT_THAT(outputs[static_cast<std::size_t>(i)].standardError,
+                    HasSubstr("192.168.1.91 is in use: the device 02:00:00:00:09:09 "));
+    EXPECT_THAT(outputs[2].standardError, HasSubstr("(02:00:00:00:05:01) has it"));
+    EXPECT_EQ(json::parse(farm->control(std::string("show ") + Free))["received"]["FORCEIP"], 0);
+}
+
 TEST_F(CommandLine, TakesACameraBackToWhereTheKernelRemembersIt)
 {
     site.host().run("ping -c 1 -W 2 192.168.1.20");
