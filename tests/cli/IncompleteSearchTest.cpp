@@ -65,18 +65,18 @@ TEST(IncompleteSearch, TellsWhichAdaptersWereNotSearchedAndWhy)
 TEST(ManyCameras, AreAllListedAndFoundByTheirMac)
 {
     Site site;
-    lab::Switch& lan = site.addAdapter("eth0", "192.168.1.5/16");
+    // By broadcast, from outside: the kernel has room for a thousand neighbours, in all networks together.
+    lab::Switch& lan = site.addAdapter("eth0", "192.168.1.5/24");
     for (int i = 1; i <= 4; ++i)
-        site.addCameras(lan, R"({"mac": "02:00:00:00:0)" + std::to_string(i) +
-                                 R"(:00", "address": "192.168.)" + std::to_string(10 + i) +
-                                 R"(.1", "repeat": 250})");
+        site.addCameras(lan, R"({"mac": "02:00:00:00:0)" + std::to_string(i) + R"(:00", "address": "10.0.)" +
+                                 std::to_string(10 + i) + R"(.1", "repeat": 250, "answer": "broadcast"})");
     const lab::Output list = site.host().execute({PROGRAM, "list", "--json"});
     EXPECT_EQ(list.status, 0);
     EXPECT_EQ(list.standardError, "");
     std::set<std::string> macs;
     for (const json& camera : json::parse(list.standardOutput)) {
         macs.insert(camera["GevMACAddress"]);
-        EXPECT_EQ(camera["Status"], "Free");
+        EXPECT_EQ(camera["Status"], "Unreachable");
         EXPECT_EQ(camera["Conflicts"], json::array());
     }
     EXPECT_EQ(macs.size(), 1000u);

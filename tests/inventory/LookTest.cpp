@@ -233,24 +233,20 @@ TEST(Look, CountsQuestionsThatGetLost)
 
 TEST(Look, OfManyCamerasTellsAllThatItTellsOfOne)
 {
-    constexpr int farms = 4;
     Site site;
     lab::Switch& line = site.addAdapter("line0", "10.1.0.1/16");
-    for (int farm = 0; farm < farms; ++farm) {
-        char first[200];
-        std::snprintf(first, sizeof first,
-                      R"({"mac": "02:00:00:00:%02X:00", "address": "10.1.%d.1", "mask": "255.255.0.0",
-                          "repeat": 250})",
-                      16 + farm, 1 + farm);
-        site.addCameras(line, first);
+    site.addCameras(line, camera(0, R"("address": "10.1.1.1", "mask": "255.255.0.0", "repeat": 250)"));
+    // The kernel has room for a thousand neighbours, in all networks together: the others are out of reach.
+    for (int farm = 1; farm < 4; ++farm) {
+        const std::string number = std::to_string(farm);
+        site.addCameras(line, R"({"mac": "02:00:00:0)" + number + R"(:00:00", "address": "10.2.)" + number +
+                                  R"(.1", "answer": "broadcast", "repeat": 250})");
     }
     const Inventory found = lookOn(site);
     EXPECT_THAT(found.cameras, SizeIs(1000));
     EXPECT_EQ(found.unlisted, 0u);
-    EXPECT_EQ(std::ranges::count(found.cameras, Status::Free, &Camera::status), 1000);
-    EXPECT_EQ(
-        std::ranges::count_if(found.cameras, [](const Camera& each) { return each.linkSpeed == 1000u; }),
-        1000);
+    EXPECT_EQ(std::ranges::count(found.cameras, Status::Free, &Camera::status), 250);
+    EXPECT_EQ(std::ranges::count(found.cameras, 1000u, &Camera::linkSpeed), 250);
 }
 
 TEST(Look, OfAComputerWithoutAdaptersFindsNothing)
