@@ -230,6 +230,9 @@ const Trouble Troubles[] = {
     {"LossyNetworkWithManyQuestions", "lossy-network", Severity::Warning,
      [](Situation& at) { at.camera().hearing.questions = 200, at.camera().hearing.replies = 180; },
      [](Situation& at) { at.camera().hearing.questions = 200, at.camera().hearing.replies = 181; }},
+    {"LossThatIsNotChance", "lossy-network", Severity::Warning,
+     [](Situation& at) { at.camera().hearing.questions = 5, at.camera().hearing.replies = 3; },
+     [](Situation& at) { at.camera().hearing.questions = 5, at.camera().hearing.replies = 4; }},
     {"LossOfEverything", "lossy-network", Severity::Warning,
      [](Situation& at) {
          at.camera().registers = Registers::Silent;
