@@ -25,6 +25,10 @@ constexpr auto LookingTime = 4200ms;
 constexpr auto TimeToAnswer = 350ms;
 constexpr int Rounds = 2;
 
+/// The kernel has room for a thousand neighbours, and others need it too. Adapters' addresses come first; of
+/// a camera's the command that gives it asks again before it changes anything.
+constexpr std::size_t MaxAsked = 64;
+
 /// To find out who holds a camera, all processes of this computer are gone through.
 constexpr std::size_t MaxHoldings = 32;
 
@@ -67,8 +71,9 @@ Evidence gather()
 }
 
 /// Of the proposed addresses those that somebody has, as far as the kernel finds out by ARP now.
-std::set<base::Ipv4> askForOwners(const std::vector<Proposal>& proposals)
+std::set<base::Ipv4> askForOwners(std::vector<Proposal> proposals)
 {
+    proposals.resize(std::min(proposals.size(), MaxAsked));
     for (const Proposal& each : proposals) {
         try {
             inventory::askForOwner(each.adapterIndex, each.address);

@@ -258,6 +258,20 @@ TEST_F(Doctor, TellsOfLinksHoldersAndLosses)
     EXPECT_THAT(Visit(site).found(), UnorderedElementsAre(about("slow-link", "eth0", 2)));
 }
 
+TEST_F(Doctor, NamesTheProcessOfThisComputerThatHoldsACamera)
+{
+    site.addCameras(site.addAdapter("eth0", "192.168.1.5/24"),
+                    camera(1, "192.168.1.20", R"("heartbeatTimeout": 60000)"));
+    lab::Process holder = site.host().start({HOLDER, "192.168.1.20", "2"});
+    ASSERT_EQ(holder.readLine(), "held");
+    const Visit visit(site);
+    EXPECT_EQ(visit.status(), 0) << "it is no fault";
+    EXPECT_THAT(visit.found(), UnorderedElementsAre(about("in-use", "eth0", 1)));
+    EXPECT_THAT(visit.finding("in-use")["Text"].get<std::string>(),
+                HasSubstr(" by hold_camera on this computer, process " + std::to_string(holder.id()) +
+                          " of the user "));
+}
+
 TEST_F(Doctor, TellsOfDevicesThatAreNoCameras)
 {
     lab::Switch& network = site.addAdapter("eth0", "192.168.1.5/24");
