@@ -47,14 +47,16 @@ void addInUse(const Camera& camera, const Holding& holding, std::vector<Finding>
     Finding finding = newFinding("in-use", Severity::Note, camera);
     finding.text = {whatHolds(camera, holding),
                     {TRANSLATABLE("Sentence", "To change it, close that application first."), {}}};
-    finding.reason = {camera.privilege == Privilege::Exclusive
-                          ? Sentence{TRANSLATABLE("Sentence", "An application has exclusive control of it, "
-                                                              "as the camera says."),
-                                     {}}
-                          : Sentence{TRANSLATABLE("Sentence", "An application has control of it, as the "
-                                                              "camera says; others may read."),
-                                     {}}};
-    finding.reason.insert(finding.reason.end(), holding.reason.begin(), holding.reason.end());
+    finding.reason = holding.reason;
+    if (finding.reason.empty())
+        finding.reason = {
+            camera.privilege == Privilege::Exclusive
+                ? Sentence{TRANSLATABLE("Sentence", "An application has exclusive control of it, "
+                                                    "as the camera says."),
+                           {}}
+                : Sentence{TRANSLATABLE("Sentence", "An application has control of it, as the "
+                                                    "camera says; others may read."),
+                           {}}};
     findings.push_back(std::move(finding));
 }
 
