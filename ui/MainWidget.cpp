@@ -7,12 +7,16 @@
 #include "ui/Placement.h"
 #include "ui/QDetailPanel.h"
 #include "ui/QDeviceTable.h"
+#include "ui/QDiagnosisWindow.h"
 #include "ui/QEditPanel.h"
+#include "ui/QNarrator.h"
 #include "ui/QPictureButton.h"
 #include "ui/QSetIpAddrDlg.h"
+#include "ui/QStatusLine.h"
 #include "widgets/QMessageBoxDlg.h"
 #include "widgets/QPushButtonExColor.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 
 #include <algorithm>
@@ -21,6 +25,7 @@ namespace {
 
 constexpr int TableMargin = 5;          // Leaves the last column room for a mask beside a scroll bar.
 constexpr int Margin = TableMargin + 3; // In line with the texts in the table.
+constexpr int SizeGripWidth = 20;
 
 } // namespace
 
@@ -31,6 +36,8 @@ MainWidget::MainWidget(QWidget* pParent) : QCameraWindow(pParent)
     setWindowFlags(Qt::FramelessWindowHint);
     m_pDeviceTable->setFocus(); // New flags take the keyboard away from where the first refresh has put it.
 }
+
+MainWidget::~MainWidget() = default;
 
 bool MainWidget::InitWidget()
 {
@@ -47,7 +54,11 @@ bool MainWidget::InitWidget()
 bool MainWidget::CreatCtrls()
 {
     m_pRefreshBtn = new QPictureButton("refresh", QSize(90, 26), this);
+    m_pDiagnoseBtn = new QPictureButton("diagnose", QSize(100, 26), this);
     setTabOrder(m_pModifyIpBtn, m_pRefreshBtn);
+    setTabOrder(m_pRefreshBtn, m_pDiagnoseBtn);
+    m_pStatusLine = new QStatusLine(this);
+    m_pNarrator = new QNarrator(m_pStatusLine, m_pDeviceTable, this);
     m_pSaveThread = new QSaveThread;
     m_pRefreshThread = new QRefreshThread;
     m_pSetIpAddrDlg = new QSetIpAddrDlg(this);
@@ -62,6 +73,10 @@ bool MainWidget::InitSlots()
         if (m_bRefreshAgain)
             StartRefresh();
     });
+    connect(m_pDiagnoseBtn, &QPushButton::clicked, this, &MainWidget::OnDiagnoseBtn);
+    connect(m_pNarrator, &QNarrator::SigHeardAgain, this, &MainWidget::OnHeardAgain);
+    // Before the search that this begins.
+    connect(m_pSaveThread, &QSaveThread::SigRefresh, m_pNarrator, &QNarrator::OnCameraChanged);
     return connect(m_pRefreshBtn, SIGNAL(clicked()), SLOT(OnBtnRefresh())) &&
            connect(m_pEditPanel->m_pSaveBtn, SIGNAL(clicked()), SLOT(OnBtnSave())) &&
            connect(m_pModifyIpBtn, SIGNAL(clicked()), SLOT(OnForceIpBtn())) &&
@@ -80,6 +95,7 @@ bool MainWidget::InitLayout()
     pTools->setSpacing(16);
     pTools->addWidget(m_pModifyIpBtn);
     pTools->addWidget(m_pRefreshBtn);
+    pTools->addWidget(m_pDiagnoseBtn);
     pTools->addStretch();
 
     QBoxLayout* const pTable = createLayout(Qt::Horizontal);
@@ -87,16 +103,21 @@ bool MainWidget::InitLayout()
     pTable->addWidget(m_pDeviceTable);
 
     QBoxLayout* const pDevice = createLayout(Qt::Horizontal);
-    pDevice->setContentsMargins(Margin, 8, Margin, 16);
+    pDevice->setContentsMargins(Margin, 8, Margin, 8);
     pDevice->setSpacing(24);
     pDevice->addWidget(m_pEditPanel);
     pDevice->addWidget(m_pDetailPanel, 1);
+
+    QBoxLayout* const pStatus = createLayout(Qt::Horizontal);
+    pStatus->setContentsMargins(Margin, 0, SizeGripWidth, 6);
+    pStatus->addWidget(m_pStatusLine);
 
     QBoxLayout* const pMain = createLayout(Qt::Vertical);
     pMain->setSpacing(0);
     pMain->addLayout(pTools);
     pMain->addLayout(pTable, 1);
     pMain->addLayout(pDevice);
+    pMain->addLayout(pStatus);
     SetLayoutEx(pMain);
     return true;
 }
@@ -119,12 +140,18 @@ void MainWidget::RefreshWidgetInfo()
     m_pModifyIpBtn->setText(tr("Modify IP"));
     m_pRefreshBtn->setText(tr("Refresh"));
     m_pRefreshBtn->setShortcut(Qt::Key_F5); // A new text takes a button's shortcut away.
+    m_pDiagnoseBtn->setText(tr("Diagnose"));
+    m_pStatusLine->RefreshTexts();
     m_pDeviceTable->RefreshTexts();
     m_pDetailPanel->RefreshTexts();
 }
 
 void MainWidget::Release()
 {
+    delete std::exchange(m_pNarrator, nullptr);
+    delete std::exchange(m_pStatusLine, nullptr);
+    m_pDiagnosisWindow.reset();
+    delete std::exchange(m_pDiagnoseBtn, nullptr);
     delete std::exchange(m_pDeviceTable, nullptr);
     delete std::exchange(m_pEditPanel, nullptr);
     delete std::exchange(m_pDetailPanel, nullptr);
@@ -150,6 +177,7 @@ void MainWidget::StartRefresh()
     if (m_bRefreshAgain)
         return;
     ++m_nRefreshes;
+    m_pNarrator->OnSearch();
     m_pRefreshThread->SetThreadInfo(m_pDeviceManager);
     m_pRefreshThread->start(QThread::InheritPriority);
 }
@@ -159,6 +187,20 @@ void MainWidget::OnEndRefreshThread()
     m_nRefreshes = std::max(0, m_nRefreshes - 1);
     UpdateListShow();
     EnabledRefreshBtn(true);
+    if (!m_pNarrator)
+        return;
+    QVector<QDevice> devices;
+    m_pDeviceManager->GetAllDevices(devices);
+    m_pNarrator->OnList(devices);
+}
+
+void MainWidget::OnHeardAgain()
+{
+    const bool bTypeChosen = CurrentDevice().ConfigType() != m_pEditPanel->ChosenType();
+    if (m_bSaving || m_pEditPanel->IsBeingTypedIn() || bTypeChosen || QApplication::activeModalWidget())
+        m_pNarrator->OnHeardUnlisted();
+    else
+        StartRefresh();
 }
 
 void MainWidget::OnBtnSave()
@@ -180,6 +222,7 @@ void MainWidget::StartSave(const QDevice& current, const QDevice& modified)
     EnabledRefreshBtn(false);
     EnabledEditIPBtn(false);
     m_bSaving = true;
+    m_pNarrator->OnSave(current, modified);
     m_pSaveThread->SetThreadInfo(m_pDeviceManager, current, modified);
     if (m_pSaveThread->isRunning())
         m_pSaveThread->terminate();
@@ -193,6 +236,8 @@ void MainWidget::OnEndSaveThread()
     EnabledEditIPBtn(true);
     EnabledRefreshBtn(true);
     m_bIdle = true;
+    if (m_pNarrator)
+        m_pNarrator->OnSaved();
 }
 
 void MainWidget::OnForceIpBtn()
@@ -221,6 +266,8 @@ void MainWidget::OnSetIpDlgBtnOk()
 
 void MainWidget::OnShowMsg(const QString& strTitle, const QString& strText)
 {
+    if (m_pNarrator && m_pSaveThread->LatestMessage() == SaveMessage::Restarting)
+        m_pNarrator->OnRestarting();
     QMessageBoxDlg box(this, strTitle, strText, false);
     MoveToDesktopCentre(box);
     box.exec(false);
@@ -241,6 +288,33 @@ void MainWidget::changeEvent(QEvent* pEvent)
     QCameraWindow::changeEvent(pEvent);
     if (pEvent->type() == QEvent::LanguageChange)
         RefreshWidgetInfo();
+}
+
+void MainWidget::closeEvent(QCloseEvent* pEvent)
+{
+    QCameraWindow::closeEvent(pEvent);
+    if (m_pDiagnosisWindow && pEvent->isAccepted())
+        m_pDiagnosisWindow->close(); // Else the program would not end.
+}
+
+void MainWidget::SetExaminer(const Examiner& examiner)
+{
+    m_Examiner = examiner;
+    m_pNarrator->SetExaminer(examiner);
+}
+
+bool MainWidget::IsLooking() const
+{
+    return m_pNarrator->IsLooking() || (m_pDiagnosisWindow && m_pDiagnosisWindow->IsLooking());
+}
+
+void MainWidget::OnDiagnoseBtn()
+{
+    if (!m_pDiagnosisWindow) {
+        m_pDiagnosisWindow = std::make_unique<QDiagnosisWindow>(this, m_Examiner);
+        MoveToDesktopCentre(*m_pDiagnosisWindow);
+    }
+    m_pDiagnosisWindow->Open();
 }
 
 void MainWidget::EnabledSaveBtn(bool bEnable)

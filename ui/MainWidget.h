@@ -2,14 +2,19 @@
 #pragma once
 
 #include "ui/QCameraWindow.h"
+#include "ui/QDiagnosisThread.h"
 
 #include <QBoxLayout>
 
+#include <memory>
 #include <optional>
 
+class QDiagnosisWindow;
+class QNarrator;
 class QRefreshThread;
 class QSaveThread;
 class QSetIpAddrDlg;
+class QStatusLine;
 
 /// The program's window: the cameras that were found, the selected one in detail, and the controls that
 /// change its address and name. The first search begins with construction.
@@ -23,11 +28,17 @@ class MainWidget : public QCameraWindow
 
 public:
     explicit MainWidget(QWidget* pParent = nullptr);
+    ~MainWidget() override;
 
     // While a save runs the three buttons stay disabled, whoever enables them; Refresh also during a refresh.
     void EnabledSaveBtn(bool bEnable) override;
     void EnabledEditIPBtn(bool bEnable) override;
     void EnabledRefreshBtn(bool bEnable);
+
+    /// Who finds out what is wrong, from the next time on.
+    void SetExaminer(const Examiner& examiner);
+    /// Whether something beyond the list of cameras is being found out.
+    bool IsLooking() const;
 
     /// Sets every fixed text again, in the language of now.
     void RefreshWidgetInfo();
@@ -42,12 +53,14 @@ public slots:
     void OnEndSaveThread();
     void OnForceIpBtn();
     void OnSetIpDlgBtnOk();
+    void OnDiagnoseBtn();
     /// Returns when the user has closed the message.
     void OnShowMsg(const QString& strTitle, const QString& strText);
 
 protected:
     void keyPressEvent(QKeyEvent* pEvent) override;
     void changeEvent(QEvent* pEvent) override;
+    void closeEvent(QCloseEvent* pEvent) override;
 
 private:
     bool InitWidget();
@@ -57,9 +70,16 @@ private:
     static QBoxLayout* createLayout(Qt::Orientation orientation);
 
     void StartRefresh();
+    /// Lists a camera that is heard again, unless that would take away what somebody is about to do.
+    void OnHeardAgain();
     void StartSave(const QDevice& current, const QDevice& modified);
 
     QPictureButton* m_pRefreshBtn = nullptr;
+    QPictureButton* m_pDiagnoseBtn = nullptr;
+    QStatusLine* m_pStatusLine = nullptr;
+    QNarrator* m_pNarrator = nullptr;
+    std::unique_ptr<QDiagnosisWindow> m_pDiagnosisWindow; ///< From the first time that it is asked for.
+    Examiner m_Examiner = DoctorsExaminer();
     QSaveThread* m_pSaveThread = nullptr;
     QRefreshThread* m_pRefreshThread = nullptr;
     QSetIpAddrDlg* m_pSetIpAddrDlg = nullptr;

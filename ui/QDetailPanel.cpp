@@ -2,12 +2,12 @@
 #include "ui/QDetailPanel.h"
 
 #include "device/QDevice.h"
+#include "ui/QElidedLabel.h"
 #include "ui/ShownText.h"
 #include "widgets/QStaticLabel.h"
 #include "widgets/StyleRules.h"
 
 #include <QGridLayout>
-#include <QHelpEvent>
 #include <QPainter>
 #include <QStyleOptionGroupBox>
 #include <QStylePainter>
@@ -18,39 +18,6 @@ namespace {
 
 constexpr int SmallestWidth = 280; // The widest captions and an address.
 constexpr int TitleMargin = 16;    // The title's distance from both sides of the frame, its padding included.
-
-/// A label for a text of any length from the network: takes one line and no more width than there is, shows
-/// what fits with an ellipsis, and the whole text as a tool tip.
-class ValueLabel : public QStaticLabel
-{
-public:
-    explicit ValueLabel(QWidget* pParent) : QStaticLabel(pParent)
-    {
-        setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    }
-
-    QSize sizeHint() const override { return {0, fontMetrics().height()}; }
-    QSize minimumSizeHint() const override { return sizeHint(); }
-
-protected:
-    bool event(QEvent* pEvent) override
-    {
-        if (pEvent->type() != QEvent::ToolTip)
-            return QStaticLabel::event(pEvent);
-        const bool bCut = fontMetrics().horizontalAdvance(InOneLine(text())) > contentsRect().width();
-        ShowToolTipOfCutText(*static_cast<QHelpEvent*>(pEvent), *this, text(), bCut);
-        return true;
-    }
-
-    void paintEvent(QPaintEvent* /*pEvent*/) override
-    {
-        QPainter painter(this);
-        const QRect area = contentsRect();
-        style()->drawItemText(
-            &painter, area, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine, palette(), isEnabled(),
-            fontMetrics().elidedText(InOneLine(text()), Qt::ElideRight, area.width()), foregroundRole());
-    }
-};
 
 } // namespace
 
@@ -71,8 +38,7 @@ QDetailPanel::QDetailPanel(QWidget* pParent) : QGroupBox(pParent)
     int nRow = 0;
     for (auto& pCaption : m_captions) {
         pCaption = new QStaticLabel(this);
-        auto* const pValue = new ValueLabel(this);
-        pValue->setStyleSheet(QStringLiteral("QLabel{%1}").arg(TextLook(DarkTextColor)) + ToolTipSheet());
+        auto* const pValue = new QElidedLabel(this);
         m_values[static_cast<std::size_t>(nRow)] = pValue;
         m_pGrid->addWidget(pCaption, nRow, 0);
         m_pGrid->addWidget(pValue, nRow, 1);

@@ -3,6 +3,7 @@
 
 #include "device/QDevice.h"
 #include "ui/ShownText.h"
+#include "ui/Spoken.h"
 #include "widgets/FocusRing.h"
 #include "widgets/StyleRules.h"
 
@@ -37,6 +38,7 @@ constexpr int HeaderHeight = 34;
 constexpr int RowHeight = 37;
 constexpr int ScrollBarHeight = 10;
 constexpr int FewestRows = 3;
+constexpr int EmptyTextMargin = 40;
 
 QString Sheet()
 {
@@ -91,12 +93,12 @@ private:
     QPixmap m_fine;
 };
 
-/// Shows each text in one line, as a whole in a tool tip if it was cut, and draws the ring of the focus round
-/// the selected row.
+/// Shows each text in one line, as a whole in a tool tip if it was cut, where the remarks on the row are too,
+/// and draws the ring of the focus round the selected row.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit RowDelegate(QDeviceTable* pTable) : QStyledItemDelegate(pTable), m_pTable(pTable) {}
 
     void paint(QPainter* pPainter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override
@@ -123,7 +125,12 @@ public:
                                ->subElementRect(QStyle::SE_ItemViewItemText, &cell, pView)
                                .adjusted(TextMargin, 0, -TextMargin, 0);
         const bool bCut = QFontMetrics(cell.font).horizontalAdvance(cell.text) > room.width();
-        ShowToolTipOfCutText(*pEvent, *pView->viewport(), index.data().toString(), bCut);
+        QStringList texts;
+        if (bCut)
+            texts << index.data().toString();
+        if (const QString strRemark = m_pTable->RemarkAt(index.row()); !strRemark.isEmpty())
+            texts << strRemark;
+        ShowToolTip(*pEvent, *pView->viewport(), texts.join(QStringLiteral("\n\n")));
         return true;
     }
 
@@ -143,6 +150,7 @@ protected:
 
 private:
     static constexpr int TextMargin = 3;
+    const QDeviceTable* const m_pTable;
 };
 
 } // namespace
@@ -186,6 +194,37 @@ void QDeviceTable::RefreshTexts()
     setHorizontalHeaderLabels({tr("Model Name"), tr("Device User ID"), tr("Serial Number"), tr("MAC Address"),
                                tr("Status"), tr("IP Configuration"), tr("IP Address"), tr("Subnet Mask")});
     setAccessibleName(tr("Cameras"));
+    setAccessibleDescription(rowCount() == 0 ? Spoken(m_emptyText) : QString());
+    viewport()->update();
+}
+
+void QDeviceTable::SetEmptyText(std::vector<base::Sentence> text)
+{
+    m_emptyText = std::move(text);
+    RefreshTexts();
+}
+
+void QDeviceTable::SetRemarks(std::map<std::string, std::vector<base::Sentence>> remarks)
+{
+    m_remarks = std::move(remarks);
+}
+
+QString QDeviceTable::RemarkAt(int nRow) const
+{
+    const auto found = m_remarks.find(MacAddressAt(nRow).toStdString());
+    return found == m_remarks.end() ? QString() : Spoken(found->second);
+}
+
+void QDeviceTable::paintEvent(QPaintEvent* pEvent)
+{
+    QTableWidget::paintEvent(pEvent);
+    if (rowCount() > 0)
+        return;
+    QPainter painter(viewport());
+    painter.setPen(QColor(TextColor));
+    painter.drawText(
+        viewport()->rect().adjusted(EmptyTextMargin, EmptyTextMargin, -EmptyTextMargin, -EmptyTextMargin),
+        Qt::AlignCenter | Qt::TextWordWrap, Spoken(m_emptyText));
 }
 
 void QDeviceTable::ShowDevices(const QVector<QDevice>& devices, int nSelectedRow)

@@ -1,10 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "base/Sentence.h"
+
 #include <QCoreApplication>
 #include <QIcon>
 #include <QTableWidget>
 #include <QVector>
+
+#include <map>
+#include <string>
+#include <vector>
 
 class QDevice;
 
@@ -30,10 +36,24 @@ public:
     /// identity.
     QString MacAddressAt(int nRow) const;
 
+    /// What the table says while it has no rows.
+    void SetEmptyText(std::vector<base::Sentence> text);
+
+    /// What there is to say of cameras beyond their cells, by MAC address; it is in the tool tips of their
+    /// rows.
+    void SetRemarks(std::map<std::string, std::vector<base::Sentence>> remarks);
+    /// In the language of now; empty when there is none, or no such row.
+    QString RemarkAt(int nRow) const;
+
+protected:
+    void paintEvent(QPaintEvent* pEvent) override;
+
 private:
     QIcon StatusIcon(const QDevice& device) const;
 
     QIcon m_freeIcon;
     QIcon m_inUseIcon;
     QIcon m_unreachableIcon;
+    std::vector<base::Sentence> m_emptyText;
+    std::map<std::string, std::vector<base::Sentence>> m_remarks;
 };

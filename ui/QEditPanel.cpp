@@ -9,6 +9,8 @@
 
 #include <QGridLayout>
 
+#include <algorithm>
+
 // In the order in which Tab goes through them.
 QEditPanel::QEditPanel(QWidget* pParent)
     : QWidget(pParent),
@@ -89,6 +91,13 @@ QString QEditPanel::CutUserName(const QString& strName)
 bool QEditPanel::HasFocusInAddress() const
 {
     return m_Gateway.Edit()->hasFocus() || m_IpAddr.Edit()->hasFocus() || m_SubnetMask.Edit()->hasFocus();
+}
+
+bool QEditPanel::IsBeingTypedIn() const
+{
+    const auto fields = {m_IpAddr.Edit(), m_SubnetMask.Edit(), m_Gateway.Edit(), m_UserId.Edit()};
+    return std::any_of(fields.begin(), fields.end(),
+                       [](const QLineEdit* pEdit) { return pEdit->hasFocus() || pEdit->isModified(); });
 }
 
 void QEditPanel::CreateLayout()

@@ -35,6 +35,8 @@ public:
     static QString CutUserName(const QString& strName);
 
     bool HasFocusInAddress() const;
+    /// Whether somebody types, or has typed what is not saved.
+    bool IsBeingTypedIn() const;
 
     QRadioButtonEx* const m_pStaticIpRadio;
     QCaptionedEdit m_IpAddr;

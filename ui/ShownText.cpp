@@ -25,9 +25,10 @@ QString ToolTipSheet()
         .arg(TextLook(DarkTextColor), QLatin1String(HeaderColor));
 }
 
-void ShowToolTipOfCutText(const QHelpEvent& event, QWidget& widget, const QString& strText, bool bCut)
+void ShowToolTip(const QHelpEvent& event, QWidget& widget, const QString& strText)
 {
     // Qt would take a camera's text for markup if it looks like that.
-    const QString strShown = bCut ? Qt::convertFromPlainText(strText, Qt::WhiteSpaceNormal) : QString();
+    const QString strShown =
+        strText.isEmpty() ? QString() : Qt::convertFromPlainText(strText, Qt::WhiteSpaceNormal);
     QToolTip::showText(event.globalPos(), strShown, &widget);
 }

@@ -14,6 +14,5 @@ QString InOneLine(QString strText);
 /// The style sheet rule for a widget's tool tips.
 QString ToolTipSheet();
 
-/// Shows the text as it is in the widget's tool tip if it was cut; takes away the tool tip that there is if
-/// not.
-void ShowToolTipOfCutText(const QHelpEvent& event, QWidget& widget, const QString& strText, bool bCut);
+/// Shows the text as it is in the widget's tool tip; takes away the tool tip that there is if it is empty.
+void ShowToolTip(const QHelpEvent& event, QWidget& widget, const QString& strText);

@@ -99,6 +99,10 @@
         <source>Save</source>
         <translation>保存</translation>
     </message>
+    <message>
+        <source>Diagnose</source>
+        <translation>诊断</translation>
+    </message>
 </context>
 <context>
     <name>QDialogEx</name>
@@ -240,6 +244,663 @@
     <message>
         <source>Close</source>
         <translation>关闭</translation>
+    </message>
+</context>
+<context>
+    <name>QDiagnosisWindow</name>
+    <message>
+        <source>Diagnosis</source>
+        <translation>诊断结果</translation>
+    </message>
+    <message>
+        <source>Look again</source>
+        <translation>重新查看</translation>
+    </message>
+    <message>
+        <source>Copy all</source>
+        <translation>全部复制</translation>
+    </message>
+    <message>
+        <source>As text for a mail, in English</source>
+        <translation>作为邮件文本（英文）</translation>
+    </message>
+    <message>
+        <source>Looking ... This takes a few seconds.</source>
+        <translation>正在查看……需要几秒钟。</translation>
+    </message>
+    <message>
+        <source>Nothing could be looked at: %1</source>
+        <translation>无法查看：%1</translation>
+    </message>
+    <message>
+        <source>Nothing wrong was found on this computer&apos;s networks.</source>
+        <translation>未发现本机网络有任何问题。</translation>
+    </message>
+    <message>
+        <source>1 finding</source>
+        <translation>1 项结果</translation>
+    </message>
+    <message>
+        <source>%1 findings, the worst first</source>
+        <translation>%1 项结果，最严重的在前</translation>
+    </message>
+    <message>
+        <source>Copied</source>
+        <translation>已复制</translation>
+    </message>
+</context>
+<context>
+    <name>QFindingView</name>
+    <message>
+        <source>Error</source>
+        <translation>错误</translation>
+    </message>
+    <message>
+        <source>Warning</source>
+        <translation>警告</translation>
+    </message>
+    <message>
+        <source>Note</source>
+        <translation>提示</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>复制</translation>
+    </message>
+</context>
+<context>
+    <name>Sentence</name>
+    <message>
+        <source>Two cameras have the address %1: %2</source>
+        <translation>两台相机使用同一地址 %1：%2</translation>
+    </message>
+    <message>
+        <source>%1 cameras have the address %2: %3</source>
+        <translation>%1 台相机使用同一地址 %2：%3</translation>
+    </message>
+    <message>
+        <source>Another camera has the same address: %1 (%2).</source>
+        <translation>另一台相机使用相同的地址：%1（%2）。</translation>
+    </message>
+    <message>
+        <source>Another device has the same address: %1.</source>
+        <translation>另一台设备使用相同的地址：%1。</translation>
+    </message>
+    <message>
+        <source>This computer has the same address.</source>
+        <translation>本机使用相同的地址。</translation>
+    </message>
+    <message>
+        <source>%1 and another device (%2) have the address %3</source>
+        <translation>%1 与另一台设备（%2）使用同一地址 %3</translation>
+    </message>
+    <message>
+        <source>%1 and this computer have the address %2</source>
+        <translation>%1 与本机使用同一地址 %2</translation>
+    </message>
+    <message>
+        <source>Searching ...</source>
+        <translation>正在搜索……</translation>
+    </message>
+    <message>
+        <source>Changing %1 ...</source>
+        <translation>正在更改 %1……</translation>
+    </message>
+    <message>
+        <source>%1 restarts; this can take a minute</source>
+        <translation>%1 正在重启，可能需要一分钟</translation>
+    </message>
+    <message>
+        <source>The change of %1 was not completed</source>
+        <translation>对 %1 的更改未完成</translation>
+    </message>
+    <message>
+        <source>F5 shows it as it is now</source>
+        <translation>按 F5 显示其当前状态</translation>
+    </message>
+    <message>
+        <source>%1 is heard again</source>
+        <translation>已重新收到 %1 的应答</translation>
+    </message>
+    <message>
+        <source>%1 was not heard again after its restart</source>
+        <translation>%1 重启后再无应答</translation>
+    </message>
+    <message>
+        <source>No camera has answered. Looking for the reason ...</source>
+        <translation>没有相机应答。正在查找原因……</translation>
+    </message>
+    <message>
+        <source>No camera has answered.</source>
+        <translation>没有相机应答。</translation>
+    </message>
+    <message>
+        <source>Nothing could be looked at: %1.</source>
+        <translation>无法查看：%1。</translation>
+    </message>
+    <message>
+        <source>Nothing wrong is seen on this computer: look whether the cameras have power and their cables are plugged in.</source>
+        <translation>本机未发现任何问题：请检查相机是否通电、网线是否插好。</translation>
+    </message>
+    <message>
+        <source>&quot;Diagnose&quot; tells more.</source>
+        <translation>“诊断”可查看详情。</translation>
+    </message>
+    <message>
+        <source>No camera</source>
+        <translation>没有相机</translation>
+    </message>
+    <message>
+        <source>1 camera</source>
+        <translation>1 台相机</translation>
+    </message>
+    <message>
+        <source>%1 cameras on 1 adapter</source>
+        <translation>%1 台相机，1 个网卡</translation>
+    </message>
+    <message>
+        <source>%1 cameras on %2 adapters</source>
+        <translation>%1 台相机，%2 个网卡</translation>
+    </message>
+    <message>
+        <source>%1 was not heard after the change</source>
+        <translation>更改之后没有收到 %1 的应答</translation>
+    </message>
+    <message>
+        <source>%1 is set to %2</source>
+        <translation>%1 已设为 %2</translation>
+    </message>
+    <message>
+        <source>%1 is not set to %2</source>
+        <translation>%1 未设为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has the address %2</source>
+        <translation>%1 的地址为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not taken the address %2</source>
+        <translation>%1 未采用地址 %2</translation>
+    </message>
+    <message>
+        <source>%1 has the subnet mask %2</source>
+        <translation>%1 的子网掩码为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not taken the subnet mask %2</source>
+        <translation>%1 未采用子网掩码 %2</translation>
+    </message>
+    <message>
+        <source>%1 has the default gateway %2</source>
+        <translation>%1 的默认网关为 %2</translation>
+    </message>
+    <message>
+        <source>%1 has not taken the default gateway %2</source>
+        <translation>%1 未采用默认网关 %2</translation>
+    </message>
+    <message>
+        <source>%1 has its new name</source>
+        <translation>%1 已使用新名称</translation>
+    </message>
+    <message>
+        <source>%1 has not taken the name %2</source>
+        <translation>%1 未采用名称 %2</translation>
+    </message>
+    <message>
+        <source>%1 is as it was</source>
+        <translation>%1 没有变化</translation>
+    </message>
+    <message>
+        <source>What the command does holds until this computer restarts; to make it last, change its network settings.</source>
+        <translation>该命令的效果保持到本机重启为止；若要长期有效，请更改本机的网络设置。</translation>
+    </message>
+    <message>
+        <source>It has no IPv4 address.</source>
+        <translation>它没有 IPv4 地址。</translation>
+    </message>
+    <message>
+        <source>It has the address %1, so it is meant to be used.</source>
+        <translation>它有地址 %1，可见是要使用的。</translation>
+    </message>
+    <message>
+        <source>This program sees no network adapter of hardware: it runs in a container or in a network made by software, and hears only cameras on what is passed on to it.</source>
+        <translation>本程序看不到任何硬件网卡：它运行在容器中或由软件构成的网络中，只能收到转发给它的相机的应答。</translation>
+    </message>
+    <message>
+        <source>Should cameras be missing, run it on the computer itself, or in a container that has the computer&apos;s own network (docker run --network host).</source>
+        <translation>如果缺少相机，请直接在本机上运行，或在使用本机网络的容器中运行（docker run --network host）。</translation>
+    </message>
+    <message>
+        <source>It sees no network adapter at all.</source>
+        <translation>它根本看不到网卡。</translation>
+    </message>
+    <message>
+        <source>The kernel says that what it sees is made by software: %1.</source>
+        <translation>内核表明它看到的网卡由软件构成：%1。</translation>
+    </message>
+    <message>
+        <source>The network adapter %1 is switched off, so nothing behind it is heard.</source>
+        <translation>网卡 %1 已关闭，因此收不到其后任何设备的应答。</translation>
+    </message>
+    <message>
+        <source>The kernel says that it is not up.</source>
+        <translation>内核表明它未启用。</translation>
+    </message>
+    <message>
+        <source>The network adapter %1 has no link: its cable is out or broken, or what is at the cable&apos;s other end is switched off.</source>
+        <translation>网卡 %1 没有连接：网线未插或损坏，或网线另一端的设备已关闭。</translation>
+    </message>
+    <message>
+        <source>Check the plugs at both ends, the cable, and the power of the camera or switch at its other end.</source>
+        <translation>请检查两端的插头、网线以及另一端相机或交换机的电源。</translation>
+    </message>
+    <message>
+        <source>It is switched on, and the kernel says that it has no carrier.</source>
+        <translation>它已启用，但内核表明没有载波。</translation>
+    </message>
+    <message>
+        <source>The network adapter %1 has no IPv4 address, so programs cannot talk to cameras behind it.</source>
+        <translation>网卡 %1 没有 IPv4 地址，因此程序无法与其后的相机通信。</translation>
+    </message>
+    <message>
+        <source>It is switched on and has a link; no camera was heard there, though it was asked all the same.</source>
+        <translation>它已启用并已连接；虽然也作了询问，但那里没有相机应答。</translation>
+    </message>
+    <message>
+        <source>It is switched on and has a link, and these cameras were heard there: %1.</source>
+        <translation>它已启用并已连接，并且那里有这些相机应答：%1。</translation>
+    </message>
+    <message>
+        <source>Give it one, in this computer&apos;s network settings.</source>
+        <translation>请在本机的网络设置中给它一个地址。</translation>
+    </message>
+    <message>
+        <source>The network adapters %1 and %2 of this computer are in one subnet, so it may look for a camera behind the wrong one of them.</source>
+        <translation>本机的网卡 %1 和 %2 在同一子网中，因此本机可能在错误的网卡后寻找相机。</translation>
+    </message>
+    <message>
+        <source>%1 has %2 and %3 has %4; behind %1 %5 cameras were heard, behind %3 %6.</source>
+        <translation>%1 有 %2，%3 有 %4；%1 之后有 %5 台相机应答，%3 之后有 %6 台。</translation>
+    </message>
+    <message>
+        <source>The commands move %1, behind which no camera was heard; whatever reaches this computer over it loses its connection.</source>
+        <translation>这些命令会移动其后没有相机应答的 %1；经由它访问本机的连接都会中断。</translation>
+    </message>
+    <message>
+        <source>In this computer&apos;s network settings, give one of them an address in another subnet, and then addresses of that subnet to its cameras.</source>
+        <translation>请在本机的网络设置中给其中一个网卡另一子网的地址，再给它的相机该子网的地址。</translation>
+    </message>
+    <message>
+        <source>As long as an application holds it, it takes no other address: close that application, then ask again.</source>
+        <translation>只要有应用程序占用它，它就不会接受其他地址：请关闭该程序后重新诊断。</translation>
+    </message>
+    <message>
+        <source>Give the network adapter %1 an address first, then ask again.</source>
+        <translation>请先给网卡 %1 一个地址，然后重新诊断。</translation>
+    </message>
+    <message>
+        <source>The camera obtains its address from the network: the one that the command gives it holds until its next restart.</source>
+        <translation>该相机从网络获取地址：命令给它的地址只保持到它下次重启。</translation>
+    </message>
+    <message>
+        <source>No address is free in the subnet of %1, %2: give that adapter a larger one, or an address in another subnet besides.</source>
+        <translation>%1 的子网 %2 中没有空闲地址：请给该网卡更大的子网，或再给它一个另一子网的地址。</translation>
+    </message>
+    <message>
+        <source>The camera %1 has the address %2, which is this computer&apos;s own, so no program can reach it.</source>
+        <translation>相机 %1 的地址 %2 就是本机自己的地址，因此没有程序能访问它。</translation>
+    </message>
+    <message>
+        <source>The camera answered on %1 with that address, which the network adapter %2 of this computer has.</source>
+        <translation>该相机在 %1 上以此地址应答，而本机的网卡 %2 正使用此地址。</translation>
+    </message>
+    <message>
+        <source>The cameras %1 and %2 have the same address, %3: which of them a program reaches is chance.</source>
+        <translation>相机 %1 和 %2 使用同一地址 %3：程序访问到哪一台全凭偶然。</translation>
+    </message>
+    <message>
+        <source>Both answered with it, %1 on %2 and %3 on %4.</source>
+        <translation>两台都以此地址应答：%1 在 %2 上，%3 在 %4 上。</translation>
+    </message>
+    <message>
+        <source>The camera %1 and another device have the same address, %2: which of them a program reaches is chance.</source>
+        <translation>相机 %1 与另一台设备使用同一地址 %2：程序访问到哪一台全凭偶然。</translation>
+    </message>
+    <message>
+        <source>By ARP, a device that is no camera has that address on %1 too: its MAC address is %2.</source>
+        <translation>根据 ARP，%1 上有一台不是相机的设备也使用该地址，其 MAC 地址为 %2。</translation>
+    </message>
+    <message>
+        <source>That MAC address belongs to the maker %1.</source>
+        <translation>该 MAC 地址属于厂商 %1。</translation>
+    </message>
+    <message>
+        <source>The camera %1 has the address %2, which lies outside the subnet of the network adapter %3, so programs cannot reach it.</source>
+        <translation>相机 %1 的地址 %2 在网卡 %3 的子网之外，因此程序无法访问它。</translation>
+    </message>
+    <message>
+        <source>The camera was heard on %1, which has %2; it says of itself: %3.</source>
+        <translation>在有 %2 的 %1 上收到了该相机的应答；它自称：%3。</translation>
+    </message>
+    <message>
+        <source>The camera %1 asks a DHCP server for its address, and none answers it.</source>
+        <translation>相机 %1 向 DHCP 服务器请求地址，但没有服务器应答。</translation>
+    </message>
+    <message>
+        <source>Either switch the DHCP server on, look after the cable to it and restart the camera; or give the camera a static address.</source>
+        <translation>请打开 DHCP 服务器、检查通向它的网线并重启相机；或者给相机一个静态地址。</translation>
+    </message>
+    <message>
+        <source>It is set to DHCP and has the link-local address %1, which a camera takes when no server answers.</source>
+        <translation>它设为 DHCP，却使用链路本地地址 %1；没有服务器应答时相机就会这样。</translation>
+    </message>
+    <message>
+        <source>The camera %1 has its present settings, address %2, only until it restarts: it has stored others.</source>
+        <translation>相机 %1 当前的设置（地址 %2）只保持到它重启：它保存的是另外的设置。</translation>
+    </message>
+    <message>
+        <source>It is static, so it starts with what it has stored. Now it has: %1. Stored is: %2.</source>
+        <translation>它是静态的，启动时使用所保存的设置。现在是：%1。所保存的是：%2。</translation>
+    </message>
+    <message>
+        <source>Its present address is somebody else&apos;s too; repair that first, and it stores the new one.</source>
+        <translation>它当前的地址也被别的设备使用；请先解决该问题，之后它会保存新的地址。</translation>
+    </message>
+    <message>
+        <source>The command has it store its present address; if the stored one is right, switch the camera off and on instead.</source>
+        <translation>该命令让它保存当前地址；如果所保存的才是对的，请改为给相机断电再通电。</translation>
+    </message>
+    <message>
+        <source>What the commands do holds until this computer restarts, or its firewall does; to make it last, change its settings.</source>
+        <translation>这些命令的效果保持到本机或其防火墙重启为止；若要长期有效，请更改相应的设置。</translation>
+    </message>
+    <message>
+        <source>Check the cables and plugs on the way to it, and the switch; and whether images of other cameras fill the network.</source>
+        <translation>请检查通向它的网线、插头和交换机，以及网络是否被其他相机的图像占满。</translation>
+    </message>
+    <message>
+        <source>Cameras outside this computer&apos;s subnets may be missing, as the program that hears them all, the listener, does not work.</source>
+        <translation>本机子网之外的相机可能会缺少，因为能收到所有相机应答的监听程序不工作。</translation>
+    </message>
+    <message>
+        <source>Run this as root; if that does not help, install the program again.</source>
+        <translation>请以 root 身份运行；如果无效，请重新安装本程序。</translation>
+    </message>
+    <message>
+        <source>What the command does holds from the user&apos;s next login on.</source>
+        <translation>该命令的效果从该用户下次登录时开始。</translation>
+    </message>
+    <message>
+        <source>Other programs on this computer do not hear these cameras on %1, as its reverse-path filter drops their answers: %2.</source>
+        <translation>本机的其他程序在 %1 上收不到这些相机的应答，因为其反向路径过滤丢弃了应答：%2。</translation>
+    </message>
+    <message>
+        <source>Only the listener heard them; the reverse-path filter dropped %1 packets meanwhile.</source>
+        <translation>只有监听程序收到了应答；其间反向路径过滤丢弃了 %1 个数据包。</translation>
+    </message>
+    <message>
+        <source>On %1 it is %2 (1 strict, 2 loose): it drops what comes from where this computer would send no answer to by that adapter, or by any.</source>
+        <translation>在 %1 上它为 %2（1 严格，2 宽松）：凡是本机不会经该网卡（或任何网卡）回复的来源，其数据包都会被丢弃。</translation>
+    </message>
+    <message>
+        <source>It is also switched on for all adapters, and the larger number counts.</source>
+        <translation>它对所有网卡也已打开，以较大的数值为准。</translation>
+    </message>
+    <message>
+        <source>Other programs on this computer do not hear these cameras on %1, as something on it drops their answers, such as its firewall: %2.</source>
+        <translation>本机的其他程序在 %1 上收不到这些相机的应答，因为有东西（例如防火墙）丢弃了应答：%2。</translation>
+    </message>
+    <message>
+        <source>Only the listener heard them, which hears before any firewall; the reverse-path filter did not drop them.</source>
+        <translation>只有在防火墙之前接收的监听程序收到了应答；反向路径过滤没有丢弃它们。</translation>
+    </message>
+    <message>
+        <source>These chains of nftables can drop what comes in: %1.</source>
+        <translation>nftables 的这些链可能丢弃收到的数据包：%1。</translation>
+    </message>
+    <message>
+        <source>Run this as root to be told which rules of the firewall do it, and how to let cameras through.</source>
+        <translation>请以 root 身份运行，以得知是防火墙的哪些规则造成的，以及如何放行相机。</translation>
+    </message>
+    <message>
+        <source>The rules cannot be read, as nft is not installed or does not work: let UDP packets from port 3956 through in the firewall&apos;s own settings.</source>
+        <translation>无法读取规则，因为 nft 未安装或不工作：请在防火墙自己的设置中放行来自端口 3956 的 UDP 数据包。</translation>
+    </message>
+    <message>
+        <source>nft shows no rule that could do it; perhaps it is one of iptables-legacy or of a security program: let UDP packets from port 3956 through in its own settings.</source>
+        <translation>nft 中没有可能造成此问题的规则；也许是 iptables-legacy 或某个安全程序的规则：请在其设置中放行来自端口 3956 的 UDP 数据包。</translation>
+    </message>
+    <message>
+        <source>The link of the camera %1 is slow: %2 Mbit/s.</source>
+        <translation>相机 %1 的连接速度慢：%2 Mbit/s。</translation>
+    </message>
+    <message>
+        <source>Check its cable, in which all eight wires have to be sound (Cat 5e or better), both plugs, and whether the port at its other end can do %1 Mbit/s.</source>
+        <translation>请检查其网线（八根线都必须完好，Cat 5e 或更好）、两端插头，以及另一端的端口能否达到 %1 Mbit/s。</translation>
+    </message>
+    <message>
+        <source>The camera itself says that its link runs at %1 Mbit/s; cameras of this kind can do %2, as a rule.</source>
+        <translation>相机自称其连接速度为 %1 Mbit/s；这类相机通常可达 %2。</translation>
+    </message>
+    <message>
+        <source>The network adapter %1 is slower than cameras behind it, so that images may get lost: %2.</source>
+        <translation>网卡 %1 比其后的相机慢，因此图像可能丢失：%2。</translation>
+    </message>
+    <message>
+        <source>Check the cable at the adapter, in which all eight wires have to be sound, and whether adapter and switch can do %1 Mbit/s.</source>
+        <translation>请检查网卡处的网线（八根线都必须完好），以及网卡和交换机能否达到 %1 Mbit/s。</translation>
+    </message>
+    <message>
+        <source>%1 runs at %2 Mbit/s, and of these cameras the fastest says of itself %3 Mbit/s.</source>
+        <translation>%1 的速度为 %2 Mbit/s，而其中最快的相机自称 %3 Mbit/s。</translation>
+    </message>
+    <message>
+        <source>Packets get lost between this computer and the camera %1: it answered %2 of %3 questions.</source>
+        <translation>本机与相机 %1 之间有数据包丢失：它回答了 %3 个询问中的 %2 个。</translation>
+    </message>
+    <message>
+        <source>%1 of %2 questions for its registers had no answer on %3; on a sound network nearly all have one.</source>
+        <translation>在 %3 上，对其寄存器的 %2 个询问中有 %1 个没有回答；网络完好时几乎都有回答。</translation>
+    </message>
+    <message>
+        <source>The camera %1 answers searches for cameras, but no other question of this computer.</source>
+        <translation>相机 %1 应答对相机的搜索，但不回答本机的其他询问。</translation>
+    </message>
+    <message>
+        <source>It answered %1 of %2 searches on %3, and none of the questions whether it is free, which were asked several times.</source>
+        <translation>在 %3 上它应答了 %2 次搜索中的 %1 次，但多次询问它是否空闲都没有回答。</translation>
+    </message>
+    <message>
+        <source>By its settings, %1, this computer&apos;s address %2 lies outside the camera&apos;s subnet: with the adapter&apos;s mask it could answer.</source>
+        <translation>按照它的设置 %1，本机的地址 %2 在相机的子网之外：若使用网卡的掩码，它就能回答。</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, is out of this user&apos;s reach.</source>
+        <translation>能收到所有相机应答的 %1 不在该用户可及之处。</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, may not be run.</source>
+        <translation>能收到所有相机应答的 %1 不可运行。</translation>
+    </message>
+    <message>
+        <source>To change it</source>
+        <translation>若要更改</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, is not for this user to run.</source>
+        <translation>能收到所有相机应答的 %1 不允许该用户运行。</translation>
+    </message>
+    <message>
+        <source>Only the group %1 may run %2, which hears them all.</source>
+        <translation>只有组 %1 可以运行能收到所有相机应答的 %2。</translation>
+    </message>
+    <message>
+        <source>To join it, from the next login on</source>
+        <translation>若要加入该组（下次登录时生效）</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, has the privilege for it and may not use it here: in a container without CAP_NET_RAW, on a file system that is mounted with nosuid, or under no_new_privs.</source>
+        <translation>能收到所有相机应答的 %1 拥有所需的特权，但在此处不能使用：位于没有 CAP_NET_RAW 的容器中、以 nosuid 挂载的文件系统上，或处于 no_new_privs 之下。</translation>
+    </message>
+    <message>
+        <source>The program lacks the privilege to hear them all.</source>
+        <translation>该程序缺少接收所有相机应答的特权。</translation>
+    </message>
+    <message>
+        <source>To give it</source>
+        <translation>若要授予</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, is not there. Install or build it again.</source>
+        <translation>能收到所有相机应答的 %1 不存在。请重新安装或编译。</translation>
+    </message>
+    <message>
+        <source>%1, which hears them all, did not start, or did not go on.</source>
+        <translation>能收到所有相机应答的 %1 未能启动，或未能继续运行。</translation>
+    </message>
+    <message>
+        <source>In %1 seconds it asked a DHCP server for an address %2 times.</source>
+        <translation>它在 %1 秒内向 DHCP 服务器请求地址 %2 次。</translation>
+    </message>
+    <message>
+        <source>In %1 seconds it asked %2 times by ARP whether somebody has the address that it would like: %3.</source>
+        <translation>它在 %1 秒内用 ARP 询问了 %2 次是否有人使用它想要的地址：%3。</translation>
+    </message>
+    <message>
+        <source>By ARP it says that it has the address %1.</source>
+        <translation>它通过 ARP 表明自己的地址为 %1。</translation>
+    </message>
+    <message>
+        <source>The device %1 on %2 asks for an address again and again, and does not answer searches for cameras.</source>
+        <translation>%2 上的设备 %1 一再请求地址，并且不应答对相机的搜索。</translation>
+    </message>
+    <message>
+        <source>The device %1 on %2 tells of itself, and does not answer searches for cameras.</source>
+        <translation>%2 上的设备 %1 表明了自己的存在，但不应答对相机的搜索。</translation>
+    </message>
+    <message>
+        <source>Its maker is %1.</source>
+        <translation>其厂商为 %1。</translation>
+    </message>
+    <message>
+        <source>If that is the camera you miss (its label shows the MAC address), give it a minute to start; then switch it off and on, and check that its power supply is strong enough.</source>
+        <translation>如果那就是您缺少的相机（其标签上有 MAC 地址），请给它一分钟启动；然后断电再通电，并检查其电源功率是否足够。</translation>
+    </message>
+    <message>
+        <source>%1 more devices tell of themselves and do not answer searches for cameras; to look at them, unplug the others meanwhile.</source>
+        <translation>另有 %1 台设备表明了自己的存在，但不应答对相机的搜索；若要查看它们，请暂时拔掉其他设备。</translation>
+    </message>
+    <message>
+        <source>They were heard by ARP, or as they asked a DHCP server.</source>
+        <translation>是通过 ARP 或其 DHCP 请求得知的。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use by %2 on this computer, process %3 of the user %4.</source>
+        <translation>相机 %1 正被本机上的 %2 使用，即用户 %4 的进程 %3。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use, perhaps by %2 on this computer, process %3 of the user %4.</source>
+        <translation>相机 %1 正被使用，可能是本机上的 %2，即用户 %4 的进程 %3。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use by an application at %2.</source>
+        <translation>相机 %1 正被 %2 处的应用程序使用。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use by some application.</source>
+        <translation>相机 %1 正被某个应用程序使用。</translation>
+    </message>
+    <message>
+        <source>It may never become free by itself: end that application in an orderly way; if it is gone already, switch the camera off and on.</source>
+        <translation>它可能永远不会自行变为空闲：请正常结束该应用程序；如果它已不在，请给相机断电再通电。</translation>
+    </message>
+    <message>
+        <source>The camera says that its heartbeat is switched off, so it does not notice when the application dies.</source>
+        <translation>相机表明其心跳已关闭，因此应用程序异常终止时它不会察觉。</translation>
+    </message>
+    <message>
+        <source>To change it, close that application first.</source>
+        <translation>若要更改，请先关闭该应用程序。</translation>
+    </message>
+    <message>
+        <source>An application has exclusive control of it, as the camera says.</source>
+        <translation>相机表明有应用程序独占控制它。</translation>
+    </message>
+    <message>
+        <source>An application has control of it, as the camera says; others may read.</source>
+        <translation>相机表明有应用程序控制它；其他程序可以读取。</translation>
+    </message>
+    <message>
+        <source>No application controls the camera.</source>
+        <translation>没有应用程序控制该相机。</translation>
+    </message>
+    <message>
+        <source>The camera cannot be asked whether an application holds it, as its address is outside the subnet of the adapter that hears it.</source>
+        <translation>无法询问相机是否被应用程序占用，因为它的地址在收到其应答的网卡的子网之外。</translation>
+    </message>
+    <message>
+        <source>The camera cannot be asked whether an application holds it, as another camera answers at its address; give one of the two another address first.</source>
+        <translation>无法询问相机是否被应用程序占用，因为另一台相机在其地址上应答；请先给其中一台另外的地址。</translation>
+    </message>
+    <message>
+        <source>The camera did not tell, when it was asked, whether an application holds it.</source>
+        <translation>询问相机是否被应用程序占用时，它没有回答。</translation>
+    </message>
+    <message>
+        <source>A socket of this computer is connected to the camera, which proves that somebody talks with it and not that it is held: %1.</source>
+        <translation>本机有套接字与该相机连接，这只证明有程序与它通信，并不证明它被占用：%1。</translation>
+    </message>
+    <message>
+        <source>The camera is held exclusively: others may not even read from it.</source>
+        <translation>该相机被独占：其他程序甚至不能读取。</translation>
+    </message>
+    <message>
+        <source>The camera&apos;s heartbeat is switched off: should the application end without giving it back, it stays held for ever. End the application properly; if it is gone, cut the camera&apos;s power.</source>
+        <translation>该相机的心跳已关闭：如果应用程序结束时没有归还相机，它将永远被占用。请正常结束该应用程序；如果它已不在，请切断相机的电源。</translation>
+    </message>
+    <message>
+        <source>It is held by an application on another computer, %1, port %2; which program that is, can be seen there only.</source>
+        <translation>它被另一台计算机 %1（端口 %2）上的应用程序占用；是哪个程序只能在那里看到。</translation>
+    </message>
+    <message>
+        <source>It is held by an application on another computer, %1 (MAC address %3), port %2; which program that is, can be seen there only.</source>
+        <translation>它被另一台计算机 %1（MAC 地址 %3，端口 %2）上的应用程序占用；是哪个程序只能在那里看到。</translation>
+    </message>
+    <message>
+        <source>The camera names this computer&apos;s %1, port %2, as its holder, and that is a socket of: %3.</source>
+        <translation>相机称占用者为本机的 %1（端口 %2），该套接字属于：%3。</translation>
+    </message>
+    <message>
+        <source>The camera names this computer&apos;s %1, port %2, as its holder, but no program has that socket now: it has ended without giving the camera back, or runs in a container or virtual machine of this computer.</source>
+        <translation>相机称占用者为本机的 %1（端口 %2），但现在没有程序拥有该套接字：它结束时没有归还相机，或运行在本机的容器或虚拟机中。</translation>
+    </message>
+    <message>
+        <source>If it has ended, the camera lets go %1 ms after it was last heard.</source>
+        <translation>如果它已结束，相机会在最后一次收到它的消息 %1 毫秒之后释放。</translation>
+    </message>
+    <message>
+        <source>By whom it is held, the camera does not tell.</source>
+        <translation>被谁占用，相机没有说明。</translation>
+    </message>
+    <message>
+        <source>No program of this computer has a socket that could be for it, so it is probably held by another computer.</source>
+        <translation>本机没有程序拥有可能用于它的套接字，因此它可能被另一台计算机占用。</translation>
+    </message>
+    <message>
+        <source>A guess: it may be %1, as that alone has a socket that could be for it; or a program of another computer.</source>
+        <translation>推测：可能是 %1，因为只有它拥有可能用于相机的套接字；也可能是另一台计算机的程序。</translation>
+    </message>
+    <message>
+        <source>These have sockets that could be for it: %1; or it is a program of another computer.</source>
+        <translation>这些程序拥有可能用于它的套接字：%1；也可能是另一台计算机的程序。</translation>
+    </message>
+    <message>
+        <source>A socket of this computer is connected to the camera: %1.</source>
+        <translation>本机有套接字与该相机连接：%1。</translation>
+    </message>
+    <message>
+        <source>Which program of another user that is, only root may see.</source>
+        <translation>那是其他用户的哪个程序，只有 root 能看到。</translation>
     </message>
 </context>
 </TS>

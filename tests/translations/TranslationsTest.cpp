@@ -54,7 +54,8 @@ TEST(Translations, AreOfExactlyTheTextsThatTheSourcesAskFor)
     const QString found = scratch.filePath(QStringLiteral("found.ts"));
     QProcess lupdate;
     lupdate.setWorkingDirectory(QStringLiteral(SOURCE_FOLDER));
-    QStringList arguments = {"-silent", "-locations", "none", "-I", "."};
+    QStringList arguments = {
+        "-silent", "-locations", "none", "-I", ".", "-tr-function-alias", "QT_TRANSLATE_NOOP+=TRANSLATABLE"};
     arguments += QStringLiteral(SOURCE_FOLDERS).split(':');
     arguments += {"-ts", found};
     lupdate.start(QStringLiteral(LUPDATE), arguments);

@@ -166,7 +166,10 @@ TEST_F(DesktopTest, OnlyATextThatIsCutHasAToolTip)
                .serial = "1234",
                .userName = "Left",
                .ipConfig = StaticIp});
-    addCamera({.mac = "00:1A:2B:00:00:02", .model = "RZ-1300GM", .serial = "0123456789ABCDE"});
+    addCamera({.mac = "00:1A:2B:00:00:02",
+               .ip = "192.0.2.21",
+               .model = "RZ-1300GM",
+               .serial = "0123456789ABCDE"});
     open();
     EXPECT_EQ(toolTipOfCell(0, 0), "A model with too long a name");
     EXPECT_EQ(toolTipOfCell(1, 2), "0123456789ABCDE");

@@ -96,6 +96,7 @@ RZ_CC_DEVICE_INFO* WindowFixture::addHeldCamera(const SdkDouble::Camera& camera)
 void WindowFixture::open()
 {
     window = s_windows.emplace_back(new MainWidget);
+    window->SetExaminer([this] { return std::make_shared<const doctor::Diagnosis>(examine()); });
     ASSERT_TRUE(showActive(*window));
     ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
 }
@@ -115,7 +116,7 @@ std::ptrdiff_t WindowFixture::enumerationCount() const
 
 bool WindowFixture::jobsAreOver() const
 {
-    return button("Refresh")->isEnabled();
+    return button("Refresh")->isEnabled() && !window->IsLooking();
 }
 
 QAbstractButton* WindowFixture::button(const char* text) const

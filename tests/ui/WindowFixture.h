@@ -2,6 +2,7 @@
 #pragma once
 
 #include "device/QDevice.h"
+#include "doctor/Doctor.h"
 #include "tests/save/NodeMapDouble.h"
 #include "tests/support/ScriptedProgram.h"
 #include "tests/support/SdkDouble.h"
@@ -88,6 +89,9 @@ protected:
     void confirmNextMessage();
 
     static void saveScreenshot(QWidget& window, const QString& name);
+
+    /// What the doctor finds out, on a worker's thread; at first nothing. None of it comes from this machine.
+    std::function<doctor::Diagnosis()> examine = [] { return doctor::Diagnosis(); };
 
     ScriptedProgram ping{"ping"};
     ScriptedProgram cmd{"cmd"};
