@@ -101,9 +101,6 @@ QFindingView::QFindingView(const doctor::Finding& finding, QWidget* pParent) : Q
     pCopy->setFixedSize(82, 27);
     pCopy->setAutoDefault(false);
     connect(pCopy, &QPushButtonEx::clicked, this, [this, strCommands] { emit SigCopy(strCommands); });
-    auto* const pRepair = new QHBoxLayout;
-    pRepair->setSpacing(10);
-    pRepair->addWidget(pCommands, 1);
-    pRepair->addWidget(pCopy, 0, Qt::AlignTop);
-    pColumn->addLayout(pRepair);
+    pHead->addWidget(pCopy); // Not beside the commands, which had better not be broken.
+    pColumn->addWidget(pCommands);
 }

@@ -16,7 +16,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSizeGrip>
-#include <QTextDocument>
 #include <QToolTip>
 #include <QWindow>
 
@@ -71,23 +70,6 @@ protected:
     static bool isToolTip(const QWidget* widget)
     {
         return widget->inherits("QTipLabel") && widget->isVisible();
-    }
-
-    /// The plain text of the tool tip that comes up over the place in the widget.
-    static QString toolTipOf(QWidget& widget, const QPoint& place)
-    {
-        QToolTip::hideText();
-        EXPECT_TRUE(eventually([] { return !QToolTip::isVisible(); }));
-        QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
-        QCoreApplication::sendEvent(&widget, &event);
-        QTextDocument text;
-        text.setHtml(QToolTip::text());
-        return text.toPlainText();
-    }
-
-    QString toolTipOfCell(int row, int column) const
-    {
-        return toolTipOf(*table()->viewport(), table()->visualItemRect(table()->item(row, column)).center());
     }
 
 private:
@@ -166,10 +148,8 @@ TEST_F(DesktopTest, OnlyATextThatIsCutHasAToolTip)
                .serial = "1234",
                .userName = "Left",
                .ipConfig = StaticIp});
-    addCamera({.mac = "00:1A:2B:00:00:02",
-               .ip = "192.0.2.21",
-               .model = "RZ-1300GM",
-               .serial = "0123456789ABCDE"});
+    addCamera(
+        {.mac = "00:1A:2B:00:00:02", .ip = "192.0.2.21", .model = "RZ-1300GM", .serial = "0123456789ABCDE"});
     open();
     EXPECT_EQ(toolTipOfCell(0, 0), "A model with too long a name");
     EXPECT_EQ(toolTipOfCell(1, 2), "0123456789ABCDE");

@@ -2,9 +2,11 @@
 #include "tests/support/WindowActions.h"
 #include "tests/ui/Chinese.h"
 #include "tests/ui/WindowFixture.h"
+#include "ui/QDiagnosisWindow.h"
 #include "ui/QSetIpAddrDlg.h"
 
 #include <QApplication>
+#include <QSemaphore>
 #include <QTest>
 
 namespace {
@@ -112,6 +114,77 @@ protected:
         ASSERT_TRUE(showActive(dialog));
         saveScreenshot(dialog, language + "-15-dialog-dhcp");
     }
+
+    /// One of each kind, in whatever language they are told.
+    static doctor::Diagnosis manyFindings()
+    {
+        doctor::Finding error;
+        error.severity = doctor::Severity::Error;
+        error.adapterName = "enp3s0";
+        error.camera = base::MacAddress::parse("00:1A:2B:00:00:04");
+        error.text = {
+            {"The camera %1 has the address %2, which lies outside the subnet of the network adapter "
+             "%3, so programs cannot reach it.",
+             {"Spare", "192.168.100.100", "enp3s0"}}};
+        error.reason = {{"The camera was heard on %1, which has %2; it says of itself: %3.",
+                         {"enp3s0", "192.0.2.5/24", "192.168.100.100/25"}}};
+        error.repair = {"ip-configurator-cli force 00:1A:2B:00:00:04 --ip 192.0.2.33 --mask 255.255.255.0"};
+        doctor::Finding warning;
+        warning.severity = doctor::Severity::Warning;
+        warning.adapterName = "enp4s0";
+        warning.text = {{"The network adapter %1 has no link: its cable is out or broken, or what is at the "
+                         "cable's other end is switched off.",
+                         {"enp4s0"}},
+                        {"Check the plugs at both ends, the cable, and the power of the camera or switch at "
+                         "its other end.",
+                         {}}};
+        warning.reason = {{"It is switched on, and the kernel says that it has no carrier.", {}}};
+        doctor::Finding note;
+        note.camera = base::MacAddress::parse("00:1A:2B:00:00:03");
+        note.text = {{"The camera %1 is in use by an application at %2.", {"Roof", "192.0.2.77:4711"}}};
+        note.reason = {{"An application has control of it, as the camera says; others may read.", {}}};
+        return {{}, {error, warning, note}};
+    }
+
+    void takeDiagnosis(const QString& language)
+    {
+        QSemaphore go;
+        const auto examineLater = [&go](doctor::Diagnosis diagnosis) {
+            return [&go, diagnosis] {
+                go.acquire();
+                return diagnosis;
+            };
+        };
+        examine = [] { return manyFindings(); };
+        open();
+        saveScreenshot(*window, language + "-16-no-camera-why");
+        addCameras();
+        addCamera({.mac = "00:1A:2B:00:00:06", .ip = "192.0.2.31", .userName = "Copy of right"});
+        refresh();
+        saveScreenshot(*window, language + "-17-conflict");
+
+        examine = examineLater(manyFindings());
+        click("Diagnose");
+        auto* diagnosis = static_cast<QDiagnosisWindow*>(nullptr);
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const found = qobject_cast<QDiagnosisWindow*>(widget); found && found->isVisible())
+                diagnosis = found;
+        ASSERT_NE(diagnosis, nullptr);
+        ASSERT_TRUE(showActive(*diagnosis));
+        saveScreenshot(*diagnosis, language + "-18-diagnosis-looking");
+        go.release();
+        ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
+        saveScreenshot(*diagnosis, language + "-19-diagnosis");
+        examine = [] { return doctor::Diagnosis(); };
+        QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
+        ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
+        saveScreenshot(*diagnosis, language + "-20-diagnosis-nothing");
+        examine = []() -> doctor::Diagnosis { throw std::runtime_error("the network adapters"); };
+        QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
+        ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
+        saveScreenshot(*diagnosis, language + "-21-diagnosis-failed");
+        diagnosis->close();
+    }
 };
 
 } // namespace
@@ -125,4 +198,15 @@ TEST_F(ScreenshotTest, EveryStateInChinese)
 {
     const Chinese language;
     takeAll("zh");
+}
+
+TEST_F(ScreenshotTest, EveryStateOfADiagnosisInEnglish)
+{
+    takeDiagnosis("en");
+}
+
+TEST_F(ScreenshotTest, EveryStateOfADiagnosisInChinese)
+{
+    const Chinese language;
+    takeDiagnosis("zh");
 }

@@ -9,8 +9,11 @@
 #include <QDir>
 #include <QFontDatabase>
 #include <QGroupBox>
+#include <QHelpEvent>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -179,6 +182,22 @@ QStringList WindowFixture::panelTexts() const
     for (const auto* label : window->findChild<QGroupBox*>()->findChildren<QLabel*>())
         texts << label->text();
     return texts;
+}
+
+QString WindowFixture::toolTipOf(QWidget& widget, const QPoint& place)
+{
+    QToolTip::hideText();
+    EXPECT_TRUE(eventually([] { return !QToolTip::isVisible(); }));
+    QHelpEvent event(QEvent::ToolTip, place, widget.mapToGlobal(place));
+    QCoreApplication::sendEvent(&widget, &event);
+    QTextDocument text;
+    text.setHtml(QToolTip::text());
+    return text.toPlainText();
+}
+
+QString WindowFixture::toolTipOfCell(int row, int column) const
+{
+    return toolTipOf(*table()->viewport(), table()->visualItemRect(table()->item(row, column)).center());
 }
 
 void WindowFixture::clickRow(int row) const

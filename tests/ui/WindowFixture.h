@@ -77,6 +77,10 @@ protected:
     bool isEnabled(const char* caption) const;
     static bool isRed(const QLineEdit* field);
 
+    /// The plain text of the tool tip that comes up over the place in the widget.
+    static QString toolTipOf(QWidget& widget, const QPoint& place);
+    QString toolTipOfCell(int row, int column) const;
+
     void clickRow(int row) const;
     void click(const char* buttonText) const;
     /// Replaces the field's text by typing.
