@@ -88,7 +88,7 @@ struct Conflict
 /// it has that register; the texts are UTF-8, and hostile.
 struct Camera
 {
-    /// The SDK's, valid as long as the process runs.
+    /// The SDK's, valid as long as the process runs. What else stands here is newer, maybe.
     RZ_CC_DEVICE_INFO* record = nullptr;
 
     base::MacAddress mac;

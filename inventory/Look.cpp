@@ -65,21 +65,9 @@ std::optional<Privilege> privilegeOf(const RZ_CC_SIGHTING& sighting)
                                                   : Privilege::None;
 }
 
-/// Another thread may be updating the record, word by word.
-RZ_CC_DEVICE_INFO copyOf(const RZ_CC_DEVICE_INFO& record)
-{
-    using Word [[gnu::may_alias]] = std::uint32_t;
-    RZ_CC_DEVICE_INFO copy;
-    const auto* from = reinterpret_cast<const Word*>(&record);
-    auto* to = reinterpret_cast<Word*>(&copy);
-    for (std::size_t i = 0; i < sizeof copy / sizeof(Word); ++i)
-        to[i] = __atomic_load_n(from + i, __ATOMIC_RELAXED);
-    return copy;
-}
-
 Camera cameraOf(const RZ_CC_SIGHTING& sighting, const std::vector<Adapter>& adapters)
 {
-    const RZ_CC_DEVICE_INFO record = copyOf(*sighting.pInfo);
+    const RZ_CC_DEVICE_INFO& record = sighting.stInfo;
     const RZ_GIGE_DEVICE_INFO& info = record.stGigEInfo;
     Camera camera;
     camera.record = sighting.pInfo;

@@ -38,6 +38,7 @@ private:
     void tell(const FoundCamera& camera, RZ_CC_DEVICE_INFO* record, int isLast, const RZ_CC_LOOK_SINK& sink)
     {
         RZ_CC_SIGHTING sighting = camera.sighting;
+        sighting.stInfo = sdk::recordOf(camera, m_network.adapters()[camera.adapter]);
         sighting.pInfo = record;
         sink.pOnCamera(sink.pContext, &sighting, isLast);
     }

@@ -143,7 +143,9 @@ enum RZ_TOLD
 /** One camera as one adapter heard it, in one look. */
 typedef struct RZ_CC_SIGHTING
 {
-    RZ_CC_DEVICE_INFO* pInfo; /**< Its record, as of RZ_CC_EnumDevices. */
+    RZ_CC_DEVICE_INFO stInfo; /**< As it was heard in this look. */
+    RZ_CC_DEVICE_INFO* pInfo; /**< Its record, as of RZ_CC_EnumDevices. A look makes one for a camera that has
+                                   none yet, and changes none: others work with it. */
     uint32_t nReachable;      /**< 1: in the subnet of the adapter. */
     uint32_t nAccessible;     /**< 1: nobody controls it. */
     uint32_t nHeard;          /**< RZ_HEARD bits, of all its answers to DISCOVERY. */
@@ -357,6 +359,6 @@ static_assert(sizeof(RZ_CC_DEVICE_INFO_LIST) == 2056);
 static_assert(offsetof(RZ_CC_DEVICE_INFO_LIST, nDeviceCount) == 0);
 static_assert(offsetof(RZ_CC_DEVICE_INFO_LIST, apDeviceInfo) == 8);
 
-static_assert(sizeof(RZ_CC_SIGHTING) == 88);
+static_assert(sizeof(RZ_CC_SIGHTING) == 336);
 static_assert(sizeof(RZ_CC_ARRIVAL) == 20);
 #endif

@@ -22,7 +22,7 @@ struct FoundCamera
     bool isAccessible = false;   ///< Reachable, and its control channel is free.
     bool isProven = false;       ///< Somebody answered commands at its address.
     bool isConsistent = false;   ///< The answer came from the address that it names.
-    RZ_CC_SIGHTING sighting{};   ///< What only a look finds out; its pInfo is null.
+    RZ_CC_SIGHTING sighting{};   ///< What only a look finds out; without the record.
 };
 
 struct FoundCameras

@@ -158,7 +158,8 @@ RZ_CC_DEVICE_INFO* RecordTable::record(const FoundCamera& camera, const Adapter&
                                        Clock::time_point now)
 {
     const std::lock_guard lock(m_mutex);
-    return update(camera, adapter, now);
+    const auto known = m_entries.find({camera.identity.mac, adapter.index});
+    return known != m_entries.end() ? &known->second.record : update(camera, adapter, now);
 }
 
 RZ_CC_DEVICE_INFO RecordTable::copyOf(const RZ_CC_DEVICE_INFO& info) const

@@ -33,7 +33,8 @@ public:
     unsigned publish(const std::vector<FoundCamera>& cameras, const std::vector<Adapter>& adapters,
                      Clock::time_point now, RZ_CC_DEVICE_INFO_LIST& list);
 
-    /// Brings the one camera's record up to date; null when the table has no room for it.
+    /// The camera's record: a new one when it has none, else as it is, whatever is heard of the camera now.
+    /// Null when the table has no room for it.
     RZ_CC_DEVICE_INFO* record(const FoundCamera& camera, const Adapter& adapter, Clock::time_point now);
 
     /// The record as the latest enumeration left it, while another may be running.

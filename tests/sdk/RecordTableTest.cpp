@@ -168,6 +168,22 @@ TEST_F(RecordTableTest, RecordsStayWhereTheyAreAndAreBroughtUpToDate)
     EXPECT_EQ(base::Ipv4(second->stGigEInfo.nDeviceIp), "1.1.1.1"_ip);
 }
 
+TEST_F(RecordTableTest, ALookMakesARecordAndChangesNone)
+{
+    const FoundCamera camera = found(cameraAt(1, "1.1.1.1"_ip), 0, true, false);
+    RZ_CC_DEVICE_INFO* const made = table.record(camera, adapters[0], now);
+    ASSERT_NE(made, nullptr);
+    EXPECT_EQ(addressOf(*made), "1.1.1.1"_ip);
+    EXPECT_EQ(table.recentAccess(*made, now), false);
+
+    // A list is newer than what a look heard before, and may be worked with.
+    publish({found(cameraAt(1, "1.1.1.2"_ip))});
+    EXPECT_EQ(list.apDeviceInfo[0], made);
+    EXPECT_EQ(table.record(camera, adapters[0], now + 1s), made);
+    EXPECT_EQ(addressOf(*made), "1.1.1.2"_ip);
+    EXPECT_EQ(table.recentAccess(*made, now), true);
+}
+
 TEST_F(RecordTableTest, AChangedTextLeavesNothingOfTheOldOne)
 {
     gvcp::DiscoveryAck camera = cameraAt(1, "10.0.0.1"_ip);

@@ -132,6 +132,7 @@ RZ_CC_SIGHTING SdkDouble::sighting(RZ_CC_DEVICE_INFO* info) const
 {
     constexpr uint32_t mask = 0xFFFFFF00;
     RZ_CC_SIGHTING seen{};
+    seen.stInfo = *info;
     seen.pInfo = info;
     seen.nReachable = (info->stGigEInfo.nDeviceIp & mask) == (info->stGigEInfo.nNetExportIp & mask);
     seen.nAccessible = seen.nReachable != 0 && isDeviceAccessible(info);
