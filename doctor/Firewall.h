@@ -31,8 +31,8 @@ struct Firewall
 };
 
 /// The chains, of `nft -j list ruleset`: those of type filter through which a datagram passes on its way from
-/// where the listener hears it to another program of this computer, and that drop or reject something, by their policy, by a rule or by a chain
-/// that they jump to. Nothing when that is no such text.
+/// where the listener hears it to another program of this computer, and that drop or reject something, by
+/// their policy, by a rule or by a chain that they jump to. Nothing when that is no such text.
 std::optional<std::vector<FilterChain>> droppingChains(const std::string& ruleset);
 
 /// Asks nft(8), in the calling thread's network.

@@ -64,10 +64,10 @@ void repair(const Site& site, const std::vector<json>& findings)
         for (const json& line : finding["Repair"])
             scripts[subjectOf(finding)] += line.get<std::string>() + " || exit 1\n";
     }
+    const std::string path = std::string("PATH=") + PROGRAM_FOLDER + ":/usr/sbin:/usr/bin:/sbin:/bin";
     std::vector<std::vector<std::string>> commands;
     for (const auto& [subject, script] : scripts)
-        commands.push_back(
-            {"env", "PATH=" PROGRAM_FOLDER ":/usr/sbin:/usr/bin:/sbin:/bin", "sh", "-c", script});
+        commands.push_back({"env", path, "sh", "-c", script});
     const auto outputs = runAtOnce(site.host(), commands);
     for (std::size_t i = 0; i < outputs.size(); ++i)
         EXPECT_EQ(outputs[i].status, 0) << commands[i].back() << outputs[i].standardError;
