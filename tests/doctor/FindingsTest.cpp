@@ -9,7 +9,6 @@
 
 using doctor::Severity;
 using inventory::Arrival;
-using inventory::Conflict;
 using inventory::IpMethod;
 using inventory::Listener;
 using inventory::Privilege;

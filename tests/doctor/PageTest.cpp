@@ -9,11 +9,9 @@
 #include <sstream>
 
 using testing::AllOf;
-using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-using testing::SizeIs;
 
 namespace {
 
