@@ -197,10 +197,12 @@ void MainWidget::OnEndRefreshThread()
 void MainWidget::OnHeardAgain()
 {
     const bool bTypeChosen = CurrentDevice().ConfigType() != m_pEditPanel->ChosenType();
-    if (m_bSaving || m_pEditPanel->IsBeingTypedIn() || bTypeChosen || QApplication::activeModalWidget())
+    if (m_bSaving || m_pEditPanel->IsBeingTypedIn() || bTypeChosen || QApplication::activeModalWidget()) {
         m_pNarrator->OnHeardUnlisted();
-    else
-        StartRefresh();
+        return;
+    }
+    EnabledRefreshBtn(false);
+    StartRefresh();
 }
 
 void MainWidget::OnBtnSave()
