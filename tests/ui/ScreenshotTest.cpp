@@ -175,14 +175,19 @@ protected:
         go.release();
         ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
         saveScreenshot(*diagnosis, language + "-19-diagnosis");
-        examine = [] { return doctor::Diagnosis(); };
-        QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
-        ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
-        saveScreenshot(*diagnosis, language + "-20-diagnosis-nothing");
-        examine = []() -> doctor::Diagnosis { throw std::runtime_error("the network adapters"); };
-        QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
-        ASSERT_TRUE(eventually([diagnosis] { return !diagnosis->IsLooking(); }));
-        saveScreenshot(*diagnosis, language + "-21-diagnosis-failed");
+        const auto lookAgain = [&](const char* state, const std::function<doctor::Diagnosis()>& find) {
+            QSemaphore begun;
+            examine = [&] {
+                begun.release();
+                return find();
+            };
+            QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
+            ASSERT_TRUE(eventually([&] { return begun.available() > 0 && !diagnosis->IsLooking(); }));
+            saveScreenshot(*diagnosis, language + state);
+        };
+        lookAgain("-20-diagnosis-nothing", [] { return doctor::Diagnosis(); });
+        lookAgain("-21-diagnosis-failed",
+                  []() -> doctor::Diagnosis { throw std::runtime_error("the network adapters"); });
         diagnosis->close();
     }
 };
