@@ -77,7 +77,7 @@ QFindingView::QFindingView(const doctor::Finding& finding, QWidget* pParent) : Q
             .arg(TextLook("white", 12), QLatin1String(look.color)));
     auto* const pHead = new QHBoxLayout;
     pHead->setSpacing(10);
-    pHead->addWidget(pSeverity);
+    pHead->addWidget(pSeverity, 0, Qt::AlignVCenter);
     pHead->addWidget(new QStaticLabel(PlaceOf(finding)));
     pHead->addStretch();
     pColumn->addLayout(pHead);

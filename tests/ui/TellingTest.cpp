@@ -9,6 +9,8 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
+
 namespace {
 
 /// What the window says beside its list.
@@ -216,10 +218,11 @@ TEST_F(TellingTest, AnEmptyTableSaysWhyInBothLanguages)
 
 TEST_F(TellingTest, AReasonForAListOfBeforeIsDropped)
 {
-    examine = [this] {
-        hold();
+    std::atomic<int> examinations = 0;
+    examine = [this, &examinations] {
         doctor::Diagnosis diagnosis;
-        diagnosis.findings = {finding(NoLink)};
+        diagnosis.findings = {finding(++examinations == 2 ? "Old." : "New.")};
+        hold();
         return diagnosis;
     };
     go.release();
@@ -230,10 +233,16 @@ TEST_F(TellingTest, AReasonForAListOfBeforeIsDropped)
     addCamera({});
     QTest::keyClick(window->windowHandle(), Qt::Key_F5);
     ASSERT_TRUE(eventually([this] { return table()->rowCount() == 1; }));
+    EXPECT_EQ(emptyText(), "");
+    listNothing();
+    QTest::keyClick(window->windowHandle(), Qt::Key_F5);
+    ASSERT_TRUE(eventually([this] { return table()->rowCount() == 0; }));
+    go.release();
+    ASSERT_TRUE(jobIsHeld()) << "The reason for the list of now is looked for.";
+    EXPECT_EQ(emptyText(), "No camera has answered. Looking for the reason ...");
     go.release(100);
     ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
-    EXPECT_EQ(emptyText(), "");
-    EXPECT_EQ(held.available(), 0) << "Nobody asks why a list is empty that is not.";
+    EXPECT_EQ(emptyText(), "No camera has answered. New. \"Diagnose\" tells more.");
 }
 
 TEST_F(TellingTest, AConflictIsToldInTheStatusLineAndInTheToolTipsOfBothRows)
