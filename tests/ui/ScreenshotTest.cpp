@@ -4,6 +4,7 @@
 #include "tests/ui/WindowFixture.h"
 #include "ui/QDiagnosisWindow.h"
 #include "ui/QSetIpAddrDlg.h"
+#include "widgets/QPushButtonExColor.h"
 
 #include <QApplication>
 #include <QSemaphore>
@@ -181,7 +182,8 @@ protected:
                 begun.release();
                 return find();
             };
-            QTest::keyClick(diagnosis->windowHandle(), Qt::Key_F5);
+            ASSERT_TRUE(showActive(*diagnosis));
+            QTest::mouseClick(diagnosis->findChild<QPushButtonExColor*>(), Qt::LeftButton);
             ASSERT_TRUE(eventually([&] { return begun.available() > 0 && !diagnosis->IsLooking(); }));
             saveScreenshot(*diagnosis, language + state);
         };
