@@ -56,7 +56,6 @@ inventory::Inventory lookAround(const FoundCamera& found)
 /// The camera with its conflicts, if it had that address.
 inventory::Camera withAddress(inventory::Inventory known, const FoundCamera& found, base::Ipv4 address)
 {
-    std::erase_if(known.cameras, [&found](const auto& each) { return each.mac == found.camera.mac; });
     inventory::Camera& camera = known.cameras.emplace_back();
     camera.mac = found.camera.mac;
     camera.ip.address = address;
