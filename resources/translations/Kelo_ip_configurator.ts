@@ -519,8 +519,8 @@
         <translation>本机的网卡 %1 和 %2 在同一子网中，因此本机可能在错误的网卡后寻找相机。</translation>
     </message>
     <message>
-        <source>%1 has %2 and %3 has %4; behind %1 %5 cameras were heard, behind %3 %6.</source>
-        <translation>%1 有 %2，%3 有 %4；%1 之后有 %5 台相机应答，%3 之后有 %6 台。</translation>
+        <source>%1 has %2 and %3 has %4. Cameras heard behind %1: %5; behind %3: %6.</source>
+        <translation>%1 的地址是 %2，%3 的地址是 %4。在 %1 后面听到的相机数：%5；在 %3 后面：%6。</translation>
     </message>
     <message>
         <source>The commands move %1, behind which no camera was heard; whatever reaches this computer over it loses its connection.</source>
@@ -611,8 +611,12 @@
         <translation>该命令让它保存当前地址；如果所保存的才是对的，请改为给相机断电再通电。</translation>
     </message>
     <message>
-        <source>What the commands do holds until this computer restarts, or its firewall does; to make it last, change its settings.</source>
-        <translation>这些命令的效果保持到本机或其防火墙重启为止；若要长期有效，请更改相应的设置。</translation>
+        <source>What the commands do holds until this computer restarts; to make it last, put the same settings into a file in /etc/sysctl.d.</source>
+        <translation>这些命令的效果保持到本机重新启动为止；要长期有效，请把同样的设置写入 /etc/sysctl.d 中的文件。</translation>
+    </message>
+    <message>
+        <source>What the commands do holds until this computer or its firewall restarts; to make it last, put the same rules into the firewall&apos;s own settings.</source>
+        <translation>这些命令的效果保持到本机或其防火墙重新启动为止；要长期有效，请在防火墙自己的设置中加入同样的规则。</translation>
     </message>
     <message>
         <source>Check the cables and plugs on the way to it, and the switch; and whether images of other cameras fill the network.</source>
@@ -639,8 +643,8 @@
         <translation>只有监听程序收到了应答；其间反向路径过滤丢弃了 %1 个数据包。</translation>
     </message>
     <message>
-        <source>On %1 it is %2 (1 strict, 2 loose): it drops what comes from where this computer would send no answer to by that adapter, or by any.</source>
-        <translation>在 %1 上它为 %2（1 严格，2 宽松）：凡是本机不会经该网卡（或任何网卡）回复的来源，其数据包都会被丢弃。</translation>
+        <source>On %1 it is set to %2; 1, strict, drops what does not come by the way by which this computer would answer it, and 2, loose, what it could not answer at all.</source>
+        <translation>在 %1 上它设为 %2；1（严格）丢弃不是从本机回复时所走的路径到来的数据包，2（宽松）丢弃本机根本无法回复的数据包。</translation>
     </message>
     <message>
         <source>It is also switched on for all adapters, and the larger number counts.</source>

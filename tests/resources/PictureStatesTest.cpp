@@ -70,8 +70,8 @@ TEST(PictureStates, EveryControlHasPicturesOfItsStates)
     }
     EXPECT_THAT(Readable(withStates),
                 testing::UnorderedElementsAre(
-                    "btn/btn", "btn/btn1", "btn/forceip", "btn/refresh", "checkbox/checkbox", "dialog/max",
-                    "dialog/min", "dialog/recovery", "dialog/title_close", "inputbox/inputbox",
+                    "btn/btn", "btn/btn1", "btn/diagnose", "btn/forceip", "btn/refresh", "checkbox/checkbox",
+                    "dialog/max", "dialog/min", "dialog/recovery", "dialog/title_close", "inputbox/inputbox",
                     "radiobox/radiobox", "scrollbar/scrollbar", "scrollbar/scrollbar2"));
 }
 
@@ -130,9 +130,9 @@ TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
             ++count;
         }
     }
-    // Check box, radio button, input field, the two buttons with a sign in front, a camera's status, and the
-    // title bar's buttons.
-    EXPECT_EQ(count, 41);
+    // Check box, radio button, input field, the three buttons with a sign in front, a camera's status, and
+    // the title bar's buttons.
+    EXPECT_EQ(count, 45);
 }
 
 TEST(PictureStates, TheIconHasThePicturesForEachPlaceThatADesktopShowsItIn)
