@@ -90,6 +90,7 @@ TEST(OurPackets, AreAllGvcpToOthersAndNoneIsMalformed)
     Capture capture(site, "eth0");
     const auto records = enumerate(site);
     ASSERT_THAT(records, testing::SizeIs(4));
+    EXPECT_THAT(look(site), testing::SizeIs(4));
     EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:02"), "192.168.1.50"_ip), RZ_OK);
     EXPECT_EQ(force(site, *recordOf(records, "02:00:00:00:01:03"), "192.168.1.51"_ip), RZ_OK);
     EXPECT_NE(force(site, *recordOf(records, "02:00:00:00:01:04"), "192.168.1.52"_ip), RZ_OK);

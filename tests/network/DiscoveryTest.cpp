@@ -146,6 +146,15 @@ TEST(DiscoveryOfOthers, FindsTheFieldsOwnFakeCamera)
     ASSERT_THAT(records, SizeIs(1));
     EXPECT_STREQ(records[0]->stGigEInfo.szSerialNumber, "FAKE1");
     EXPECT_EQ(addressIn(*records[0]), "192.168.1.20"_ip);
-    const lab::Visit visit(site.host());
-    EXPECT_TRUE(RZ_CC_IsDeviceAccessible(records[0], RZ_ACCESS_EXCLUSIVE));
+    {
+        const lab::Visit visit(site.host());
+        EXPECT_TRUE(RZ_CC_IsDeviceAccessible(records[0], RZ_ACCESS_EXCLUSIVE));
+    }
+
+    const auto seen = look(site);
+    ASSERT_THAT(seen, SizeIs(1));
+    EXPECT_EQ(seen[0].nRegisters, unsigned{RZ_REGISTERS_TOLD});
+    EXPECT_EQ(seen[0].nAccessible, 1u);
+    EXPECT_TRUE(seen[0].nTold & RZ_TOLD_HEARTBEAT_TIMEOUT);
+    EXPECT_EQ(seen[0].nHeartbeatTimeout, 3000u);
 }

@@ -51,6 +51,24 @@ std::vector<const RZ_CC_DEVICE_INFO*> enumerateUnprivileged(const Site& site)
     return records;
 }
 
+std::vector<RZ_CC_SIGHTING> look(const Site& site)
+{
+    const lab::Visit visit(site.host());
+    std::vector<RZ_CC_SIGHTING> seen;
+    void* look = nullptr;
+    EXPECT_EQ(RZ_CC_OpenLook(&look, nullptr, 0), RZ_OK);
+    const RZ_CC_LOOK_SINK sink{&seen,
+                               [](void* context, const RZ_CC_SIGHTING* camera, int isLast) {
+                                   if (isLast != 0)
+                                       static_cast<std::vector<RZ_CC_SIGHTING>*>(context)->push_back(*camera);
+                               },
+                               [](void*, const RZ_CC_ARRIVAL*) {}, [](void*, const RZ_CC_LOOK_REPORT*) {},
+                               nullptr};
+    EXPECT_EQ(RZ_CC_Look(look, 0, 0, &sink), RZ_OK);
+    EXPECT_EQ(RZ_CC_CloseLook(look), RZ_OK);
+    return seen;
+}
+
 std::string macText(const RZ_CC_DEVICE_INFO& info)
 {
     char text[18];

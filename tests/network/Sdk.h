@@ -19,6 +19,9 @@ std::vector<const RZ_CC_DEVICE_INFO*> enumerate(const Site& site);
 /// The same by a program without CAP_NET_RAW.
 std::vector<const RZ_CC_DEVICE_INFO*> enumerateUnprivileged(const Site& site);
 
+/// What one look tells at its end, by the order in which it does.
+std::vector<RZ_CC_SIGHTING> look(const Site& site);
+
 std::string macText(const RZ_CC_DEVICE_INFO& info);
 std::set<std::string> macTexts(const std::vector<const RZ_CC_DEVICE_INFO*>& records);
 
