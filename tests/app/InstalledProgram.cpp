@@ -105,7 +105,10 @@ std::string InstalledProgram::askWindow(const std::vector<std::string>& argument
 {
     std::vector<std::string> words = {"xdotool"};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    const lab::Output output = m_host.execute(words);
+    lab::Output output = m_host.execute(words);
+    // While all windows are looked through, that of a program which has just ended may go.
+    while (arguments.front() == "search" && output.standardError.find("BadWindow") != std::string::npos)
+        output = m_host.execute(words);
     if (output.status != 0)
         throw std::runtime_error("xdotool " + arguments.front() + ": " + output.standardError);
     return output.standardOutput.substr(0, output.standardOutput.find_last_not_of('\n') + 1);
