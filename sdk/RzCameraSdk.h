@@ -111,7 +111,9 @@ typedef struct RZ_CC_DEVICE_INFO_LIST
 /** How an answer was heard. */
 enum RZ_HEARD
 {
-    RZ_HEARD_SOCKET = 1,   /**< By an ordinary socket, as any program hears. */
+    /** By an ordinary socket, as any program hears. Of a look's answers those before its first question for a
+     * register, which opens the way through a firewall. */
+    RZ_HEARD_SOCKET = 1,
     RZ_HEARD_LISTENER = 2, /**< By the listener. */
     RZ_HEARD_UNICAST = 4,  /**< It was sent to this computer. */
     RZ_HEARD_BROADCAST = 8 /**< It was sent to all. */
