@@ -36,6 +36,11 @@ QDiagnosisWindow::QDiagnosisWindow(QWidget* pOwner, Examiner examiner)
     connect(m_pThread, &QThread::finished, this, &QDiagnosisWindow::OnLookEnd);
 }
 
+QDiagnosisWindow::~QDiagnosisWindow()
+{
+    m_pThread->DeleteWhenDone();
+}
+
 void QDiagnosisWindow::CreateCtrls()
 {
     m_pHeadline = new QStaticLabel(this);

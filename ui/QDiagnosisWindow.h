@@ -15,14 +15,15 @@ class QVBoxLayout;
 /// What is wrong on the networks, one finding below the other. It stands beside its owner, which stays in
 /// use. It looks when it is opened and when it is asked to; nothing is repaired by it.
 ///
-/// Used on the user-interface thread alone. Its worker is neither stopped nor destroyed with it: it lives
-/// until the process ends.
+/// Used on the user-interface thread alone. A worker that looks when this is destroyed is neither stopped nor
+/// waited for.
 class QDiagnosisWindow : public QMainWindowEx
 {
     Q_OBJECT
 
 public:
     QDiagnosisWindow(QWidget* pOwner, Examiner examiner);
+    ~QDiagnosisWindow() override;
 
     /// Shows it and looks, unless it is already there; then it comes to the front.
     void Open();

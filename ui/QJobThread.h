@@ -37,6 +37,14 @@ public:
     /// Why it could not.
     const QString& GetErrorText() const { return m_strError; }
 
+    /// In place of delete: at once, or when the job under way is done, for which nobody waits.
+    void DeleteWhenDone()
+    {
+        connect(this, &QThread::finished, this, &QObject::deleteLater);
+        if (!isRunning())
+            delete this;
+    }
+
 private:
     Job m_Job;
     std::shared_ptr<const Result> m_pResult;

@@ -44,6 +44,12 @@ QNarrator::QNarrator(QStatusLine* pStatusLine, QDeviceTable* pTable, QObject* pP
     connect(m_pDiagnosisThread, &QThread::finished, this, &QNarrator::OnDiagnosisEnd);
 }
 
+QNarrator::~QNarrator()
+{
+    m_pLookThread->DeleteWhenDone();
+    m_pDiagnosisThread->DeleteWhenDone();
+}
+
 void QNarrator::SetExaminer(Examiner examiner)
 {
     m_Examiner = std::move(examiner);

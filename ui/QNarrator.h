@@ -19,8 +19,8 @@ struct Observation;
 /// the tool tips of its rows. It is told what the window does; what else it wants to know, two workers of its
 /// own find out after each search. They look at the networks and change nothing.
 ///
-/// Used on the user-interface thread alone. The workers are neither stopped nor destroyed with it: they live
-/// until the process ends, as the window's own do.
+/// Used on the user-interface thread alone. A worker that looks when this is destroyed is neither stopped nor
+/// waited for.
 class QNarrator : public QObject
 {
     Q_OBJECT
@@ -28,6 +28,7 @@ class QNarrator : public QObject
 public:
     /// Line and table belong to the window and outlive this.
     QNarrator(QStatusLine* pStatusLine, QDeviceTable* pTable, QObject* pParent);
+    ~QNarrator() override;
 
     /// Who finds out why no camera is heard, from the next time on.
     void SetExaminer(Examiner examiner);
