@@ -3,6 +3,7 @@
 
 #include "doctor/Evidence.h"
 #include "doctor/Makers.h"
+#include "inventory/LocalSockets.h"
 #include "inventory/Look.h"
 #include "inventory/Neighbours.h"
 
@@ -29,7 +30,7 @@ constexpr int Rounds = 2;
 /// a camera's the command that gives it asks again before it changes anything.
 constexpr std::size_t MaxAsked = 64;
 
-/// To find out who holds a camera, all processes of this computer are gone through.
+/// Of more cameras it is told that they are held, and not by whom.
 constexpr std::size_t MaxHoldings = 32;
 
 /// By the calling thread's own network.
@@ -57,9 +58,13 @@ Evidence gather()
             return isKeptFromPrograms(inventory, camera);
         }))
         evidence.firewall = lookAtFirewall();
-    for (const Camera& camera : inventory.cameras)
-        if (isHeld(camera) && evidence.holdings.size() < MaxHoldings)
-            evidence.holdings[camera.mac] = inventory::whoHolds(camera, inventory.adapters);
+    // All processes of this computer are gone through: once, and only when there is somebody to look for.
+    if (std::ranges::any_of(inventory.cameras, isHeld)) {
+        const inventory::LocalSockets local = inventory::localSockets();
+        for (const Camera& camera : inventory.cameras)
+            if (isHeld(camera) && evidence.holdings.size() < MaxHoldings)
+                evidence.holdings[camera.mac] = inventory::whoHolds(camera, inventory.adapters, local);
+    }
 
     std::vector<base::MacAddress> others = silentDevices(inventory);
     for (const Camera& camera : inventory.cameras)

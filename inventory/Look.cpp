@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "inventory/Look.h"
 
+#include "base/Bytes.h"
 #include "inventory/Neighbours.h"
 #include "sdk/RzCameraSdk.h"
 
@@ -19,8 +20,8 @@ constexpr std::size_t MaxArrivals = 4096;
 base::MacAddress macOf(std::uint32_t high, std::uint32_t low)
 {
     base::MacAddress mac;
-    for (std::size_t i = 0; i < mac.bytes.size(); ++i)
-        mac.bytes[i] = static_cast<std::uint8_t>(i < 2 ? high >> (8 * (1 - i)) : low >> (8 * (5 - i)));
+    base::writeU16(mac.bytes, 0, static_cast<std::uint16_t>(high));
+    base::writeU32(mac.bytes, 2, low);
     return mac;
 }
 

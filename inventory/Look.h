@@ -39,6 +39,9 @@ public:
     /// Once more. Throws std::system_error when nothing could be asked, though there are adapters.
     Inventory once(const Plan& plan);
 
+    /// Those of this computer when this was made.
+    const std::vector<Adapter>& adapters() const { return m_adapters; }
+
     /// Whether the computer has still the adapters, in the same state, as when this was made; else it is time
     /// for another one.
     bool isCurrent() const;

@@ -86,13 +86,12 @@ private:
     /// Until other ones are there.
     void lookOnTheseAdapters()
     {
-        const std::vector<inventory::Adapter> adapters = inventory::hostAdapters();
         inventory::Look look;
         inventory::Look::Plan plan;
         plan.time = TimeOfLook;
         plan.onCamera = [this](const inventory::Camera& camera) { m_watch.see(camera, Clock::now()); };
-        plan.onArrival = [this, &adapters](const inventory::Arrival& arrival) {
-            m_watch.hear(arrival, adapters, Clock::now());
+        plan.onArrival = [this, &look](const inventory::Arrival& arrival) {
+            m_watch.hear(arrival, look.adapters(), Clock::now());
         };
         plan.isOver = [this] { return isOver(); };
         do {
