@@ -143,8 +143,7 @@ private:
                                                   "computer's own, so no program can reach it."),
                          {nameOf(camera), camera.ip.address.toText()}}};
         for (const Adapter& adapter : m_inventory.adapters)
-            if (std::ranges::find(adapter.addresses, camera.ip.address, &AdapterAddress::address) !=
-                adapter.addresses.end())
+            if (adapter.hasAddress(camera.ip.address))
                 finding.reason.push_back(
                     {TRANSLATABLE("Sentence", "The camera answered on %1 with that address, which the "
                                               "network adapter %2 of this computer has."),

@@ -8,7 +8,6 @@
 #include "inventory/Neighbours.h"
 
 #include <algorithm>
-#include <fstream>
 #include <system_error>
 #include <thread>
 
@@ -33,15 +32,6 @@ constexpr std::size_t MaxAsked = 64;
 /// Of more cameras it is told that they are held, and not by whom.
 constexpr std::size_t MaxHoldings = 32;
 
-/// By the calling thread's own network.
-int reversePathFilterOfAll()
-{
-    std::ifstream file("/proc/sys/net/ipv4/conf/all/rp_filter");
-    int value = 0;
-    file >> value;
-    return value;
-}
-
 Evidence gather()
 {
     Evidence evidence;
@@ -53,7 +43,7 @@ Evidence gather()
     evidence.inventory.adapters = inventory::hostAdapters();
 
     evidence.listener = findListenerFault(inventory.listener, inventory.listenerProgram);
-    evidence.reversePathFilterOfAll = reversePathFilterOfAll();
+    evidence.reversePathFilterOfAll = inventory::reversePathFilterOf("all");
     if (std::ranges::any_of(inventory.cameras, [&inventory](const Camera& camera) {
             return isKeptFromPrograms(inventory, camera);
         }))

@@ -20,15 +20,6 @@
 namespace inventory {
 namespace {
 
-/// 0 when the kernel does not tell. By the calling thread's own network, wherever that is.
-int readSetting(const std::string& adapter)
-{
-    std::ifstream file("/proc/sys/net/ipv4/conf/" + adapter + "/rp_filter");
-    int value = 0;
-    file >> value;
-    return value;
-}
-
 /// Mbit/s; nothing when the driver does not say.
 std::optional<unsigned> linkSpeed(const base::FileDescriptor& socket, const std::string& adapter)
 {
@@ -62,11 +53,24 @@ std::string AdapterAddress::toText() const
     return address.toText() + "/" + std::to_string(prefixLength);
 }
 
+bool Adapter::hasAddress(base::Ipv4 address) const
+{
+    return std::ranges::find(addresses, address, &AdapterAddress::address) != addresses.end();
+}
+
 const AdapterAddress* Adapter::inSubnetOf(base::Ipv4 other) const
 {
     const auto found =
         std::ranges::find_if(addresses, [other](const AdapterAddress& own) { return own.reaches(other); });
     return found == addresses.end() ? nullptr : &*found;
+}
+
+int reversePathFilterOf(const std::string& adapter)
+{
+    std::ifstream file("/proc/sys/net/ipv4/conf/" + adapter + "/rp_filter");
+    int value = 0;
+    file >> value;
+    return value;
 }
 
 std::vector<Adapter> hostAdapters()
@@ -80,7 +84,7 @@ std::vector<Adapter> hostAdapters()
     const Cache addressesOwner(addresses);
 
     const base::FileDescriptor socket(::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
-    const int filterOfAll = readSetting("all");
+    const int filterOfAll = reversePathFilterOf("all");
     std::vector<Adapter> adapters;
     for (nl_object* each = nl_cache_get_first(links); each; each = nl_cache_get_next(each)) {
         auto* const link = reinterpret_cast<rtnl_link*>(each);
@@ -100,7 +104,7 @@ std::vector<Adapter> hostAdapters()
         adapter.master = static_cast<unsigned>(std::max(rtnl_link_get_master(link), 0));
         adapter.mtu = rtnl_link_get_mtu(link);
         adapter.linkSpeed = linkSpeed(socket, adapter.name);
-        adapter.reversePathFilter = std::max(filterOfAll, readSetting(adapter.name));
+        adapter.reversePathFilter = std::max(filterOfAll, reversePathFilterOf(adapter.name));
         adapters.push_back(std::move(adapter));
     }
     for (nl_object* each = nl_cache_get_first(addresses); each; each = nl_cache_get_next(each)) {

@@ -43,9 +43,15 @@ struct Adapter
     bool operator==(const Adapter&) const = default;
 
     bool isPhysical() const { return isEthernet && kind.empty(); }
+    /// Whether that is one of its own.
+    bool hasAddress(base::Ipv4 address) const;
     /// The address in whose subnet the other one lies; null when it lies in none of them.
     const AdapterAddress* inSubnetOf(base::Ipv4 other) const;
 };
+
+/// What the kernel is set to on one adapter, or for "all"; the larger of both is in force. 0 when it does not
+/// tell. Of the calling thread's own network.
+int reversePathFilterOf(const std::string& adapter);
 
 /// In the kernel's order. Throws std::system_error when the kernel does not tell.
 std::vector<Adapter> hostAdapters();

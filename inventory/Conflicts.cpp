@@ -42,8 +42,7 @@ void findConflicts(Inventory& inventory)
             if (other.mac != camera.mac && other.ip.address == camera.ip.address)
                 add(camera, {Conflict::With::Camera, other.mac});
         for (const Adapter& adapter : inventory.adapters)
-            if (std::ranges::find(adapter.addresses, camera.ip.address, &AdapterAddress::address) !=
-                adapter.addresses.end())
+            if (adapter.hasAddress(camera.ip.address))
                 add(camera, {Conflict::With::ThisComputer, {}});
         // Whoever is in the kernel's table gets the commands. One that may be gone is proven by the camera,
         // which answers those to all and none of those to itself.

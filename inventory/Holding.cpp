@@ -67,10 +67,8 @@ bool canHear(const UdpSocket& socket, const Camera& camera)
 
 bool isOwn(base::Ipv4 address, const std::vector<Adapter>& adapters)
 {
-    return std::ranges::any_of(adapters, [address](const Adapter& adapter) {
-        return std::ranges::find(adapter.addresses, address, &AdapterAddress::address) !=
-               adapter.addresses.end();
-    });
+    return std::ranges::any_of(adapters,
+                               [address](const Adapter& adapter) { return adapter.hasAddress(address); });
 }
 
 /// One camera, and what is found out of who holds it.
@@ -233,9 +231,7 @@ private:
     bool isOfAdapter(base::Ipv4 address) const
     {
         const auto adapter = std::ranges::find(m_adapters, m_camera.adapterIndex, &Adapter::index);
-        return adapter != m_adapters.end() &&
-               std::ranges::find(adapter->addresses, address, &AdapterAddress::address) !=
-                   adapter->addresses.end();
+        return adapter != m_adapters.end() && adapter->hasAddress(address);
     }
 
     void proveByConnection(const Suspects& talking)

@@ -10,8 +10,6 @@ namespace sdk {
 
 namespace {
 
-constexpr std::size_t EthernetHeader = 14;
-constexpr std::size_t EtherType = 12; // Where it stands.
 constexpr std::uint16_t EtherTypeArp = 0x0806;
 
 /// Where an ARP packet's fields stand, and how long it is.
@@ -100,8 +98,8 @@ std::optional<Arrival> parseDhcp(base::ByteView message)
 std::optional<Arrival> parseArrivalFrame(base::ByteView frame, std::size_t adapter)
 {
     std::optional<Arrival> arrival;
-    if (frame.size() >= EthernetHeader && base::readU16(frame, EtherType) == EtherTypeArp)
-        arrival = parseArp(frame.subspan(EthernetHeader));
+    if (const auto packet = ethernetPayload(frame, EtherTypeArp))
+        arrival = parseArp(*packet);
     else if (const auto udp = parseUdpFrame(frame); udp && udp->destinationPort == Dhcp::ServerPort)
         arrival = parseDhcp(udp->payload);
     if (!arrival || arrival->mac.isUnspecified() || arrival->mac.isGroup())

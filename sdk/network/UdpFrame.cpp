@@ -63,11 +63,19 @@ bool isChecksumRight(base::ByteView packet, base::ByteView udp)
 
 } // namespace
 
+std::optional<base::ByteView> ethernetPayload(base::ByteView frame, std::uint16_t etherType)
+{
+    if (frame.size() < EthernetHeader || base::readU16(frame, EtherType) != etherType)
+        return std::nullopt;
+    return frame.subspan(EthernetHeader);
+}
+
 std::optional<UdpFrame> parseUdpFrame(base::ByteView frame)
 {
-    if (frame.size() < EthernetHeader || base::readU16(frame, EtherType) != EtherTypeIpv4)
+    const auto payload = ethernetPayload(frame, EtherTypeIpv4);
+    if (!payload)
         return std::nullopt;
-    const base::ByteView packet = frame.subspan(EthernetHeader);
+    const base::ByteView packet = *payload;
     if (packet.size() < MinIpHeader || packet[0] >> 4 != 4)
         return std::nullopt;
     const std::size_t headerSize = (packet[0] & 0xFu) * 4;

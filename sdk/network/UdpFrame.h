@@ -8,6 +8,9 @@
 
 namespace sdk {
 
+/// What an Ethernet frame of that type carries, with the padding behind it; nothing of any other.
+std::optional<base::ByteView> ethernetPayload(base::ByteView frame, std::uint16_t etherType);
+
 /// A UDP datagram taken out of a frame that the kernel's own checks have not seen.
 struct UdpFrame
 {
