@@ -90,7 +90,8 @@ struct Preparation
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         const bool ready = ::getppid() == parent && ::setns(namespaceFd, CLONE_NEWNET) == 0 &&
                            ::dup2(output, STDOUT_FILENO) >= 0 &&
-                           (errors < 0 || ::dup2(errors, STDERR_FILENO) >= 0);
+                           (errors < 0 || ::dup2(errors, STDERR_FILENO) >= 0) &&
+                           ::close_range(STDERR_FILENO + 1, ~0u, CLOSE_RANGE_CLOEXEC) == 0;
         if (ready)
             ::execvp(arguments[0], arguments);
         [[maybe_unused]] const ssize_t said = ::write(STDERR_FILENO, failure.data(), failure.size());

@@ -21,7 +21,8 @@ enum class CaptureErrors
     Yes
 };
 
-/// Starts a program in a network namespace. It is killed when this process ends, however that happens. A
+/// Starts a program in a network namespace, with no files open but the standard ones: what this process was
+/// given by whoever started it is not handed on. It is killed when this process ends, however that happens. A
 /// program that cannot be executed ends with status 127 and says so on its standard error. Any thread.
 Child launchChild(int namespaceFd, const std::vector<std::string>& arguments, CaptureErrors captureErrors);
 
