@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/cameras/CameraJson.h"
 
-#include <nlohmann/json.hpp>
+#include "cli/text/Json.h"
 
 namespace cli {
 namespace {
@@ -18,9 +18,9 @@ const char* statusOf(const Camera& camera)
                                                   : "Unreachable";
 }
 
-nlohmann::ordered_json conflictsOf(const inventory::Camera& camera)
+Json conflictsOf(const inventory::Camera& camera)
 {
-    auto array = nlohmann::ordered_json::array();
+    auto array = Json::array();
     for (const inventory::Conflict& conflict : camera.conflicts)
         array.push_back(conflict.with == inventory::Conflict::With::ThisComputer ? "this computer"
                                                                                  : conflict.mac.toText());
@@ -31,7 +31,7 @@ nlohmann::ordered_json conflictsOf(const inventory::Camera& camera)
 
 std::string cameraJson(const std::vector<ListedCamera>& cameras)
 {
-    auto array = nlohmann::ordered_json::array();
+    auto array = Json::array();
     for (const auto& [camera, seen] : cameras) {
         const QDevice& device = camera.device;
         array.push_back({
@@ -48,12 +48,11 @@ std::string cameraJson(const std::vector<ListedCamera>& cameras)
             {"Status", statusOf(camera)},
             {"AdapterAddress", camera.adapter.toText()},
             {"AdapterName", seen.adapterName},
-            {"GevLinkSpeed", seen.linkSpeed ? nlohmann::ordered_json(*seen.linkSpeed) : nullptr},
+            {"GevLinkSpeed", orNull(seen.linkSpeed)},
             {"Conflicts", conflictsOf(seen)},
         });
     }
-    // Escaped beyond ASCII, and what is no UTF-8 replaced: a terminal that shows it obeys nothing in it.
-    return array.dump(2, ' ', true, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+    return jsonText(array);
 }
 
 } // namespace cli

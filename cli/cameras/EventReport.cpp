@@ -2,8 +2,7 @@
 #include "cli/cameras/EventReport.h"
 
 #include "cli/text/DisplayText.h"
-
-#include <nlohmann/json.hpp>
+#include "cli/text/Json.h"
 
 #include <initializer_list>
 #include <utility>
@@ -11,7 +10,6 @@
 namespace cli {
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Kind = inventory::WatchEvent::Kind;
 
 const char* nameOf(Kind kind)
@@ -72,12 +70,6 @@ std::string line(const std::string& time, const std::string& event, const std::s
                     {adapter, 0}});
 }
 
-template <typename Value>
-Json orNull(const std::optional<Value>& value)
-{
-    return value ? Json(*value) : Json();
-}
-
 } // namespace
 
 std::string eventHeader()
@@ -104,13 +96,13 @@ std::string eventJson(const inventory::WatchEvent& event, const std::string& tim
         {"Time", time},
         {"Event", nameOf(event.kind)},
         {"GevMACAddress", event.mac.toText()},
-        {"GevCurrentIPAddress", event.address ? Json(event.address->toText()) : Json()},
+        {"GevCurrentIPAddress", orNull(event.address)},
         {"Status", event.status ? Json(statusName(*event.status)) : Json()},
-        {"AdapterName", event.adapterName.empty() ? Json() : Json(event.adapterName)},
+        {"AdapterName", orNull(event.adapterName)},
         {"DeviceModelName", orNull(event.model)},
         {"DeviceUserID", orNull(event.userName)},
     };
-    return object.dump(-1, ' ', true, Json::error_handler_t::replace) + '\n';
+    return jsonLine(object);
 }
 
 } // namespace cli

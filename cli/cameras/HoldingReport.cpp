@@ -3,14 +3,11 @@
 
 #include "cli/cameras/SeenCamera.h"
 #include "cli/text/DisplayText.h"
+#include "cli/text/Json.h"
 #include "cli/text/TextTable.h"
-
-#include <nlohmann/json.hpp>
 
 namespace cli {
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 /// An application and not nobody, as far as the camera tells.
 std::optional<inventory::Endpoint> somebody(const std::optional<inventory::Endpoint>& endpoint)
@@ -69,12 +66,6 @@ Json processJson(const inventory::Process& process)
             {"CommandLine", process.commandLine}};
 }
 
-template <typename Value>
-Json orNull(const std::optional<Value>& value)
-{
-    return value ? Json(*value) : Json();
-}
-
 } // namespace
 
 std::string holdingText(const inventory::Camera& camera, const inventory::Holding& holding)
@@ -115,8 +106,7 @@ std::string holdingJson(const inventory::Camera& camera, const inventory::Holdin
         {"Process", holding.process ? processJson(*holding.process) : Json()},
         {"Reason", base::english(holding.reason)},
     };
-    // Escaped beyond ASCII, and what is no UTF-8 replaced: a process may have any name.
-    return object.dump(2, ' ', true, Json::error_handler_t::replace) + '\n';
+    return jsonText(object);
 }
 
 } // namespace cli

@@ -4,11 +4,11 @@
 #include "cli/session/Failure.h"
 #include "cli/session/Session.h"
 #include "cli/text/DisplayText.h"
+#include "cli/text/Json.h"
 #include "doctor/Doctor.h"
 
 #include <algorithm>
 #include <map>
-#include <nlohmann/json.hpp>
 #include <ostream>
 #include <system_error>
 
@@ -18,45 +18,39 @@ namespace {
 using doctor::Diagnosis;
 using doctor::Finding;
 using doctor::Severity;
-using nlohmann::ordered_json;
-
-ordered_json textOrNull(const std::string& text)
-{
-    return text.empty() ? ordered_json() : ordered_json(text);
-}
 
 const char* nameOf(Severity severity)
 {
     return severity == Severity::Error ? "error" : severity == Severity::Warning ? "warning" : "note";
 }
 
-ordered_json adaptersJson(const inventory::Inventory& inventory)
+Json adaptersJson(const inventory::Inventory& inventory)
 {
     std::map<unsigned, int> cameras;
     for (const inventory::Camera& camera : inventory.cameras)
         ++cameras[camera.adapterIndex];
-    auto array = ordered_json::array();
+    auto array = Json::array();
     for (const inventory::Adapter& adapter : inventory.adapters) {
-        auto addresses = ordered_json::array();
+        auto addresses = Json::array();
         for (const inventory::AdapterAddress& each : adapter.addresses)
             addresses.push_back(each.toText());
         array.push_back({{"Name", adapter.name},
                          {"Addresses", addresses},
-                         {"LinkSpeed", adapter.linkSpeed ? ordered_json(*adapter.linkSpeed) : ordered_json()},
+                         {"LinkSpeed", orNull(adapter.linkSpeed)},
                          {"Mtu", adapter.mtu},
                          {"Cameras", cameras[adapter.index]}});
     }
     return array;
 }
 
-ordered_json findingsJson(const std::vector<Finding>& findings)
+Json findingsJson(const std::vector<Finding>& findings)
 {
-    auto array = ordered_json::array();
+    auto array = Json::array();
     for (const Finding& finding : findings)
         array.push_back({{"Id", finding.id},
                          {"Severity", nameOf(finding.severity)},
-                         {"AdapterName", textOrNull(finding.adapterName)},
-                         {"GevMACAddress", textOrNull(finding.camera ? finding.camera->toText() : "")},
+                         {"AdapterName", orNull(finding.adapterName)},
+                         {"GevMACAddress", orNull(finding.camera)},
                          {"Text", base::english(finding.text)},
                          {"Reason", base::english(finding.reason)},
                          {"Repair", finding.repair}});
@@ -65,10 +59,9 @@ ordered_json findingsJson(const std::vector<Finding>& findings)
 
 std::string diagnosisJson(const Diagnosis& diagnosis)
 {
-    const ordered_json object{{"Adapters", adaptersJson(diagnosis.inventory)},
-                              {"Findings", findingsJson(diagnosis.findings)}};
-    // Escaped beyond ASCII: a terminal that shows it obeys nothing in it. Texts of processes may be no UTF-8.
-    return object.dump(2, ' ', true, ordered_json::error_handler_t::replace) + '\n';
+    const Json object{{"Adapters", adaptersJson(diagnosis.inventory)},
+                      {"Findings", findingsJson(diagnosis.findings)}};
+    return jsonText(object);
 }
 
 /// What there is to say of a MAC that no camera has: who else is there, and whether a device has it.
