@@ -29,9 +29,6 @@ constexpr int Rounds = 2;
 /// a camera's the command that gives it asks again before it changes anything.
 constexpr std::size_t MaxAsked = 64;
 
-/// Of more cameras it is told that they are held, and not by whom.
-constexpr std::size_t MaxHoldings = 32;
-
 Evidence gather()
 {
     Evidence evidence;
@@ -52,7 +49,7 @@ Evidence gather()
     if (std::ranges::any_of(inventory.cameras, isHeld)) {
         const inventory::LocalSockets local = inventory::localSockets();
         for (const Camera& camera : inventory.cameras)
-            if (isHeld(camera) && evidence.holdings.size() < MaxHoldings)
+            if (isHeld(camera))
                 evidence.holdings[camera.mac] = inventory::whoHolds(camera, inventory.adapters, local);
     }
 
