@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "simulator/config/ReadFarm.h"
+#include "tests/simulator/ConfigErrorOf.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,16 +17,6 @@ std::string oneCamera(const std::string& members)
 {
     return R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "address": "192.168.1.20")" +
            (members.empty() ? "" : ", " + members) + "}]}";
-}
-
-std::string errorOf(const std::string& json)
-{
-    try {
-        readFarm(json);
-    } catch (const ConfigError& error) {
-        return error.what();
-    }
-    return "no error";
 }
 
 TEST(FarmConfig, NeedsNoMoreThanAMacAndAnAddress)
