@@ -260,9 +260,9 @@ void Enumeration::proceedWithSurveys()
         return;
     m_nextSurveyStep = now + Step;
     for (auto& [key, sighting] : m_found) {
-        if (sighting.isReported || !isSettled(sighting))
+        // Also of one that was reported as silent: it may have answered since.
+        if (!isSettled(sighting) || std::exchange(sighting.isReported, true))
             continue;
-        sighting.isReported = true;
         complete(sighting);
         m_plan->onCamera(sighting.camera);
     }

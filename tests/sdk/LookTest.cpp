@@ -5,6 +5,7 @@
 #include "sdk/discovery/Enumeration.h"
 #include "tests/sdk/FakeNetwork.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -85,7 +86,8 @@ protected:
             return;
         base::Bytes values;
         const Status status = camera.read(*gvcp::parseWords(command.payload), values);
-        network.deliver(1ms, adapter, camera.identity.ip.address,
+        network.deliver(std::max<Clock::duration>(1ms, busyUntil - network.elapsed()), adapter,
+                        camera.identity.ip.address,
                         gvcp::encodeAcknowledge(Command::ReadRegister, status, command.id, values));
     }
 
@@ -122,6 +124,7 @@ protected:
     std::vector<Camera> cameras{Camera(1)};
     LookPlan plan;
     std::function<bool(std::size_t)> isLost = [](std::size_t) { return false; };
+    Clock::duration busyUntil{};                   ///< No register is told before.
     std::vector<std::vector<std::uint32_t>> asked; ///< The registers, question by question.
     std::vector<base::MacAddress> told;            ///< Before the end.
     Clock::duration toldAfter{};
@@ -193,6 +196,14 @@ TEST_F(LookTest, ASilentCameraCostsNoMoreThanTheSearch)
     cameras[0].answersRegisters = false;
     EXPECT_EQ(sighting().nRegisters, unsigned{RZ_REGISTERS_SILENT});
     EXPECT_LT(network.elapsed(), 1400ms);
+}
+
+TEST_F(LookTest, ACameraThatWasGivenUpAndAnswersAfterAllTellsAllTheSame)
+{
+    busyUntil = 800ms;
+    EXPECT_EQ(sighting().nTold, 127u);
+    EXPECT_EQ(told, std::vector{cameras[0].identity.mac});
+    EXPECT_LT(toldAfter, busyUntil);
 }
 
 TEST_F(LookTest, ACameraThatFallsSilentIsNotAskedForAllTheRest)
