@@ -3,7 +3,6 @@
 
 #include "doctor/Evidence.h"
 #include "doctor/Makers.h"
-#include "inventory/LocalSockets.h"
 #include "inventory/Look.h"
 #include "inventory/Neighbours.h"
 
@@ -45,13 +44,7 @@ Evidence gather()
             return isKeptFromPrograms(inventory, camera);
         }))
         evidence.firewall = lookAtFirewall();
-    // All processes of this computer are gone through: once, and only when there is somebody to look for.
-    if (std::ranges::any_of(inventory.cameras, isHeld)) {
-        const inventory::LocalSockets local = inventory::localSockets();
-        for (const Camera& camera : inventory.cameras)
-            if (isHeld(camera))
-                evidence.holdings[camera.mac] = inventory::whoHolds(camera, inventory.adapters, local);
-    }
+    evidence.holdings = holdingsOf(inventory, isHeld);
 
     std::vector<base::MacAddress> others = silentDevices(inventory);
     for (const Camera& camera : inventory.cameras)

@@ -4,6 +4,8 @@
 #include "base/Sentence.h"
 #include "inventory/Inventory.h"
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,5 +33,10 @@ struct Holding
 /// Looks among the sockets of this computer, in the calling thread's network: root sees whose they all are,
 /// others their own. Asks the camera nothing. Any thread.
 Holding whoHolds(const Camera& camera, const std::vector<Adapter>& adapters);
+
+/// The same of all cameras that are meant: this computer is looked at once, and not at all when there is
+/// none.
+std::map<base::MacAddress, Holding> holdingsOf(const Inventory& inventory,
+                                               const std::function<bool(const Camera&)>& isMeant);
 
 } // namespace inventory

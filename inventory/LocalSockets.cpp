@@ -64,4 +64,19 @@ Holding whoHolds(const Camera& camera, const std::vector<Adapter>& adapters)
     return whoHolds(camera, adapters, localSockets());
 }
 
+std::map<base::MacAddress, Holding> holdingsOf(const Inventory& inventory,
+                                               const std::function<bool(const Camera&)>& isMeant)
+{
+    std::map<base::MacAddress, Holding> holdings;
+    std::optional<LocalSockets> local;
+    for (const Camera& camera : inventory.cameras) {
+        if (!isMeant(camera))
+            continue;
+        if (!local)
+            local = localSockets();
+        holdings[camera.mac] = whoHolds(camera, inventory.adapters, *local);
+    }
+    return holdings;
+}
+
 } // namespace inventory

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "ui/Observation.h"
 
-#include "inventory/LocalSockets.h"
+#include "inventory/Holding.h"
 #include "inventory/Look.h"
 
 #include <algorithm>
@@ -114,13 +114,7 @@ std::shared_ptr<const Observation> Observe(std::chrono::milliseconds time)
     pObservation->inventory = look.once(plan);
     const inventory::Inventory& inventory = pObservation->inventory;
     const auto isInUse = [](const Camera& camera) { return camera.status == inventory::Status::InUse; };
-    if (std::any_of(inventory.cameras.begin(), inventory.cameras.end(), isInUse)) {
-        // All processes of this computer are gone through, once for all cameras.
-        const inventory::LocalSockets local = inventory::localSockets();
-        for (const Camera& camera : inventory.cameras)
-            if (isInUse(camera))
-                pObservation->holders[camera.mac] =
-                    inventory::whoHolds(camera, inventory.adapters, local).reason;
-    }
+    for (const auto& [mac, holding] : holdingsOf(inventory, isInUse))
+        pObservation->holders[mac] = holding.reason;
     return pObservation;
 }
