@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cli/commands/SetRequest.h"
 
+#include "base/UserName.h"
 #include "cli/arguments/AddressArguments.h"
 #include "cli/arguments/Arguments.h"
 #include "cli/text/DisplayText.h"
 
 namespace cli {
 namespace {
-
-constexpr int MaxNameBytes = 15;
 
 std::optional<IpConfigType> parseType(const Arguments& arguments)
 {
@@ -36,14 +35,9 @@ base::IpSettings parseStaticSettings(const Arguments& arguments)
 
 QString parseUserName(const std::string& text)
 {
-    const std::string option = "--user-id \"" + displayText(text) + "\" ";
-    QString name = QString::fromStdString(text);
-    if (name.toStdString() != text)
-        refuseArguments(option + "is not UTF-8");
-    if (text.size() > MaxNameBytes)
-        refuseArguments(option + "is too long with " + std::to_string(text.size()) + " bytes of UTF-8; " +
-                        std::to_string(MaxNameBytes) + " are allowed");
-    return name;
+    if (const auto why = base::whyNoUserName("--user-id", text))
+        refuseArguments(displayText(why->english()));
+    return QString::fromStdString(text);
 }
 
 bool hasAddressAsAsked(const Camera& camera, const SetRequest& request)
