@@ -31,7 +31,7 @@ bool canHaveCameras(const Adapter& adapter)
 class AdapterFamily
 {
 public:
-    AdapterFamily(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings)
+    AdapterFamily(const Evidence& evidence, inventory::FreeAddresses& free, std::vector<Finding>& findings)
         : m_inventory(evidence.inventory),
           m_free(free),
           m_findings(findings)
@@ -151,7 +151,7 @@ private:
         std::optional<AdapterAddress> best;
         int most = 0;
         for (const Camera* const camera : camerasOf(adapter)) {
-            const auto prefix = prefixOf(camera->ip.mask);
+            const auto prefix = inventory::prefixOf(camera->ip.mask);
             const AdapterAddress subnet{camera->ip.address, prefix.value_or(24)};
             if (!camera->ip.address.canBeHost() || m_free.overlaps(subnet))
                 continue;
@@ -263,14 +263,14 @@ private:
     }
 
     const inventory::Inventory& m_inventory;
-    FreeAddresses& m_free;
+    inventory::FreeAddresses& m_free;
     std::vector<Finding>& m_findings;
     std::map<unsigned, std::vector<const Camera*>> m_cameras; ///< By the adapters that hear them.
 };
 
 } // namespace
 
-void findInAdapters(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings)
+void findInAdapters(const Evidence& evidence, inventory::FreeAddresses& free, std::vector<Finding>& findings)
 {
     AdapterFamily(evidence, free, findings).find();
 }

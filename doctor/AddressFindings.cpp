@@ -47,7 +47,7 @@ Sentence firstTheAdapter(const Camera& camera)
 class AddressFamily
 {
 public:
-    AddressFamily(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings)
+    AddressFamily(const Evidence& evidence, inventory::FreeAddresses& free, std::vector<Finding>& findings)
         : m_evidence(evidence),
           m_inventory(evidence.inventory),
           m_free(free),
@@ -266,7 +266,7 @@ private:
 
     const Evidence& m_evidence;
     const inventory::Inventory& m_inventory;
-    FreeAddresses& m_free;
+    inventory::FreeAddresses& m_free;
     std::vector<Finding>& m_findings;
     std::vector<const Camera*> m_cameras;
     std::map<base::Ipv4, std::vector<const Camera*>> m_byAddress;
@@ -274,7 +274,7 @@ private:
 
 } // namespace
 
-void findInAddresses(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings)
+void findInAddresses(const Evidence& evidence, inventory::FreeAddresses& free, std::vector<Finding>& findings)
 {
     AddressFamily(evidence, free, findings).find();
 }

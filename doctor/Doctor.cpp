@@ -56,10 +56,10 @@ Evidence gather()
 }
 
 /// Of the proposed addresses those that somebody has, as far as the kernel finds out by ARP now.
-std::set<base::Ipv4> askForOwners(std::vector<Proposal> proposals)
+std::set<base::Ipv4> askForOwners(std::vector<inventory::Proposal> proposals)
 {
     proposals.resize(std::min(proposals.size(), MaxAsked));
-    for (const Proposal& each : proposals) {
+    for (const inventory::Proposal& each : proposals) {
         try {
             inventory::askForOwner(each.adapterIndex, each.address);
         } catch (const std::system_error&) {
@@ -67,14 +67,14 @@ std::set<base::Ipv4> askForOwners(std::vector<Proposal> proposals)
         }
     }
     std::this_thread::sleep_for(TimeToAnswer);
-    std::set<Proposal, decltype([](const Proposal& a, const Proposal& b) {
+    std::set<inventory::Proposal, decltype([](const inventory::Proposal& a, const inventory::Proposal& b) {
                  return std::tie(a.adapterIndex, a.address) < std::tie(b.adapterIndex, b.address);
              })>
         known;
     for (const inventory::Neighbour& each : inventory::neighbours())
         known.insert({each.adapterIndex, each.address});
     std::set<base::Ipv4> taken;
-    for (const Proposal& each : proposals)
+    for (const inventory::Proposal& each : proposals)
         if (known.contains(each))
             taken.insert(each.address);
     return taken;

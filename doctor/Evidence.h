@@ -4,6 +4,7 @@
 #include "doctor/Finding.h"
 #include "doctor/Firewall.h"
 #include "doctor/ListenerFault.h"
+#include "inventory/FreeAddresses.h"
 #include "inventory/Holding.h"
 #include "inventory/Inventory.h"
 
@@ -29,19 +30,10 @@ struct Evidence
     std::set<base::Ipv4> taken; ///< Addresses for which somebody answered, beyond the inventory's.
 };
 
-/// An address that a repair gives to somebody who is heard on that adapter.
-struct Proposal
-{
-    unsigned adapterIndex = 0;
-    base::Ipv4 address;
-
-    bool operator==(const Proposal&) const = default;
-};
-
 struct Judgement
 {
-    std::vector<Finding> findings;   ///< The worst first.
-    std::vector<Proposal> proposals; ///< Nobody is known to have one of them.
+    std::vector<Finding> findings;              ///< The worst first.
+    std::vector<inventory::Proposal> proposals; ///< Nobody is known to have one of them.
 };
 
 /// A pure function; its time grows with the number of cameras and of arrivals, not with its square.

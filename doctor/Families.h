@@ -2,7 +2,7 @@
 #pragma once
 
 #include "doctor/Evidence.h"
-#include "doctor/FreeAddresses.h"
+#include "inventory/FreeAddresses.h"
 
 #include <vector>
 
@@ -22,8 +22,9 @@ inline Finding newFinding(const char* id, Severity severity, const inventory::Ca
 
 // What is found, by its subject; each adds to the findings, in an order in which one would repair them.
 
-void findInAdapters(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings);
-void findInAddresses(const Evidence& evidence, FreeAddresses& free, std::vector<Finding>& findings);
+void findInAdapters(const Evidence& evidence, inventory::FreeAddresses& free, std::vector<Finding>& findings);
+void findInAddresses(const Evidence& evidence, inventory::FreeAddresses& free,
+                     std::vector<Finding>& findings);
 void findInHearing(const Evidence& evidence, std::vector<Finding>& findings);
 void findInUse(const Evidence& evidence, std::vector<Finding>& findings);
 void findSilentDevices(const Evidence& evidence, std::vector<Finding>& findings);

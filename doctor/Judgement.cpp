@@ -8,7 +8,7 @@ namespace doctor {
 Judgement judge(const Evidence& evidence)
 {
     // In the order in which one would repair: what is wrong further down shows in what comes behind it.
-    FreeAddresses free(evidence);
+    inventory::FreeAddresses free(evidence.inventory, evidence.taken);
     Judgement judgement;
     findInAdapters(evidence, free, judgement.findings);
     findInAddresses(evidence, free, judgement.findings);

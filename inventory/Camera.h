@@ -112,8 +112,10 @@ struct Camera
     std::optional<bool> isHeartbeatOff;     ///< Then a holder that dies keeps the camera until power is cut.
     std::optional<unsigned> linkSpeed;      ///< Mbit/s.
     std::optional<base::IpSettings> stored; ///< What it starts with next time, if it is static.
-    std::optional<Endpoint> stream;         ///< Where its images go; 0.0.0.0 for nowhere.
-    std::vector<Conflict> conflicts;        ///< Each only once.
+    bool canBeStatic = true; ///< It can store an address; so it is taken when it does not say what it can.
+    bool canUseDhcp = true;
+    std::optional<Endpoint> stream;  ///< Where its images go; 0.0.0.0 for nowhere.
+    std::vector<Conflict> conflicts; ///< Each only once.
 };
 
 } // namespace inventory

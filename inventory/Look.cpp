@@ -43,12 +43,15 @@ Endpoint endpoint(std::uint32_t address, std::uint32_t port)
     return {base::Ipv4(address), static_cast<std::uint16_t>(port)};
 }
 
+// Bits of nIpConfigOptions and nIpConfigCurrent.
+constexpr std::uint32_t Persistent = 1;
+constexpr std::uint32_t Dhcp = 2;
+constexpr std::uint32_t AllMethods = 7;
+
 IpMethod methodOf(std::uint32_t configuration)
 {
-    constexpr std::uint32_t persistent = 1;
-    constexpr std::uint32_t dhcp = 2;
-    return (configuration & persistent) != 0 ? IpMethod::Static
-           : (configuration & dhcp) != 0     ? IpMethod::Dhcp
+    return (configuration & Persistent) != 0 ? IpMethod::Static
+           : (configuration & Dhcp) != 0     ? IpMethod::Dhcp
                                              : IpMethod::LinkLocal;
 }
 
@@ -81,6 +84,9 @@ Camera cameraOf(const RZ_CC_SIGHTING& sighting, const std::vector<Adapter>& adap
     camera.ip = {base::Ipv4(info.nDeviceIp), base::Ipv4(info.nDeviceSubnetMask),
                  base::Ipv4(info.nDeviceGateway)};
     camera.method = methodOf(info.nIpConfigCurrent);
+    const bool tellsOptions = (info.nIpConfigOptions & AllMethods) != 0;
+    camera.canBeStatic = !tellsOptions || (info.nIpConfigOptions & Persistent) != 0;
+    camera.canUseDhcp = !tellsOptions || (info.nIpConfigOptions & Dhcp) != 0;
     camera.adapterIndex = info.nNetExportIndex;
     const auto adapter = std::ranges::find(adapters, info.nNetExportIndex, &Adapter::index);
     if (adapter != adapters.end())

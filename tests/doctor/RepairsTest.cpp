@@ -43,7 +43,7 @@ TEST(Repairs, GiveACameraOutsideAnAddressOfTheAdaptersSubnet)
     at.addCamera("eth0", Other, "10.0.0.9");
     EXPECT_THAT(at.only("outside-subnet").repair, ElementsAre(force(Other, "192.168.1.10")));
     EXPECT_THAT(at.judged().proposals,
-                ElementsAre(doctor::Proposal{at.adapter().index, Situation::ip("192.168.1.10")}));
+                ElementsAre(inventory::Proposal{at.adapter().index, Situation::ip("192.168.1.10")}));
     at.adapter().addresses = {{Situation::ip("169.254.0.9"), 16}, {Situation::ip("172.16.4.1"), 20}};
     EXPECT_THAT(at.only("outside-subnet").repair, ElementsAre(force(Other, "172.16.0.10", "255.255.240.0")))
         << "a link-local address is the worse home";
@@ -87,7 +87,7 @@ TEST(Repairs, NeverProposeOneAddressTwice)
     }
     const doctor::Judgement judgement = at.judged();
     std::set<base::Ipv4> proposed;
-    for (const doctor::Proposal& each : judgement.proposals)
+    for (const inventory::Proposal& each : judgement.proposals)
         proposed.insert(each.address);
     EXPECT_EQ(proposed.size(), cameras);
     EXPECT_EQ(judgement.proposals.size(), proposed.size());

@@ -1,15 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "doctor/FreeAddresses.h"
+#include "inventory/FreeAddresses.h"
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
-namespace doctor {
+namespace inventory {
 namespace {
-
-using inventory::Adapter;
-using inventory::AdapterAddress;
-using inventory::Camera;
 
 /// A longer prefix leaves no room for two hosts beside the subnet's own two addresses.
 constexpr unsigned LongestPrefix = 30;
@@ -58,9 +55,9 @@ std::optional<unsigned> prefixOf(base::Ipv4 mask)
     return mask.isMask() && prefix >= 1 && prefix <= LongestPrefix ? std::optional(prefix) : std::nullopt;
 }
 
-FreeAddresses::FreeAddresses(const Evidence& evidence)
-    : m_inventory(evidence.inventory),
-      m_used(evidence.taken)
+FreeAddresses::FreeAddresses(const Inventory& inventory, std::set<base::Ipv4> taken)
+    : m_inventory(inventory),
+      m_used(std::move(taken))
 {
     for (const Adapter& adapter : m_inventory.adapters)
         for (const AdapterAddress& own : adapter.addresses)
@@ -74,9 +71,9 @@ FreeAddresses::FreeAddresses(const Evidence& evidence)
         if (camera.stream)
             m_used.insert(camera.stream->address);
     }
-    for (const inventory::Neighbour& neighbour : m_inventory.neighbours)
+    for (const Neighbour& neighbour : m_inventory.neighbours)
         m_used.insert(neighbour.address);
-    for (const inventory::Arrival& arrival : m_inventory.arrivals)
+    for (const Arrival& arrival : m_inventory.arrivals)
         m_used.insert(arrival.address);
 }
 
@@ -130,4 +127,4 @@ bool FreeAddresses::overlaps(const AdapterAddress& subnet) const
            });
 }
 
-} // namespace doctor
+} // namespace inventory
