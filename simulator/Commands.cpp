@@ -8,7 +8,6 @@
 #include <charconv>
 #include <iterator>
 #include <nlohmann/json.hpp>
-#include <span>
 #include <sstream>
 
 namespace simulator {
@@ -74,8 +73,10 @@ std::string release(Station& station, const Words&)
     return {};
 }
 
+using Names = std::vector<std::string_view>;
+
 /// Which of the names this is; throws with all of them when it is none.
-std::size_t indexIn(std::span<const std::string_view> names, const std::string& word)
+std::size_t indexIn(const Names& names, const std::string& word)
 {
     std::string all;
     for (std::size_t i = 0; i < names.size(); ++i) {
@@ -84,6 +85,17 @@ std::size_t indexIn(std::span<const std::string_view> names, const std::string& 
         all += (all.empty() ? "" : ", ") + std::string(names[i]);
     }
     throw CommandError("\"" + word + "\" is none of " + all);
+}
+
+Fault faultOf(const std::string& request, const std::string& action)
+{
+    Names requests;
+    for (const auto& [name, fault] : faultsByName())
+        requests.emplace_back(name);
+    Fault fault = faultsByName()[indexIn(requests, request)].second;
+    const Names actions(FaultActionNames.begin(), FaultActionNames.end());
+    fault.action = FaultAction{static_cast<int>(indexIn(actions, action))};
+    return fault;
 }
 
 unsigned parseNumber(const std::string& text, const std::string& what)
@@ -97,10 +109,7 @@ unsigned parseNumber(const std::string& text, const std::string& what)
 
 std::string fault(Station& station, const Words& options)
 {
-    Fault fault;
-    if (options[0] != AnyRequest)
-        fault.request = Request{static_cast<int>(indexIn(RequestNames, options[0]))};
-    fault.action = FaultAction{static_cast<int>(indexIn(FaultActionNames, options[1]))};
+    Fault fault = faultOf(options[0], options[1]);
     std::size_t next = 2;
     if (next < options.size() && options.size() % 2 != 0)
         fault.times = parseNumber(options[next++], "number of times");

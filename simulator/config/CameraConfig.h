@@ -100,6 +100,7 @@ struct CameraConfig
     Description description;
 
     // How it comes by its address.
+    bool isPlugged = true; ///< At the start.
     /// The one that it has at the start. A camera by DHCP has it again after each reset, as if a server
     /// leased it the same one every time, unless it is a link-local one. A camera without one boots when the
     /// farm starts, and asks on the network.

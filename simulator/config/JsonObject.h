@@ -49,8 +49,7 @@ public:
     std::optional<T> choice(const char* member, Choices<T> allowed)
     {
         const nlohmann::json* const value = any(member);
-        // With the type spelt out, because T may itself be an optional.
-        return value ? std::optional<T>(chosen(member, *value, allowed)) : std::optional<T>();
+        return value ? std::optional(chosen(member, *value, allowed)) : std::nullopt;
     }
 
     /// Of a list of such texts; empty when the member is not there.

@@ -54,6 +54,7 @@ void readIpConfiguration(JsonObject& object, const std::string& name, Config& ca
 {
     camera.ipMethod = object.choice<Config::IpMethod>("ipConfiguration", IpMethods).value_or(camera.ipMethod);
     camera.hasPersistentIp = object.flag("hasPersistentIp").value_or(true);
+    camera.isPlugged = object.flag("plugged").value_or(true);
     const bool isPersistent = camera.ipMethod == Config::IpMethod::Persistent;
     const nlohmann::json* const persistent = object.any("persistent");
     if (persistent) {

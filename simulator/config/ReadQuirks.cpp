@@ -55,22 +55,16 @@ std::vector<Choice<Enum>> choicesOf(const std::array<std::string_view, Count>& n
 Fault readFault(const nlohmann::json& value, const std::string& name)
 {
     JsonObject object(value, name + ", faults");
-    std::vector<Choice<std::optional<Request>>> requests;
-    for (const auto& [text, request] : choicesOf<Request>(RequestNames))
-        requests.emplace_back(text, request);
-    requests.emplace_back(AnyRequest.data(), std::nullopt);
-
-    Fault fault;
-    const auto request = object.choice<std::optional<Request>>("command", requests);
+    const auto byCommand = object.choice<Fault>("command", faultsByName());
+    Fault fault = byCommand.value_or(Fault{});
     const auto action = object.choice<FaultAction>("action", choicesOf<FaultAction>(FaultActionNames));
     fault.times = object.number("times", 1, UINT32_MAX);
     fault.after = object.number("after", 0, UINT32_MAX).value_or(fault.after);
     fault.every = object.number("every", 1, UINT32_MAX).value_or(fault.every);
     fault.time = object.milliseconds("time", 1, UINT32_MAX).value_or(fault.time);
     object.rejectOthers();
-    if (!request || !action)
-        object.fail(request ? "action" : "command", "is missing");
-    fault.request = *request;
+    if (!byCommand || !action)
+        object.fail(byCommand ? "action" : "command", "is missing");
     fault.action = *action;
     if (const auto why = whyImpossible(fault))
         object.fail("action", "is impossible: " + *why);

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace simulator {
@@ -60,33 +61,34 @@ enum class FaultAction
     BadAlignment, ///< Likewise.
     Twice,        ///< It is carried out, and acknowledged twice.
     Seize,        ///< It is carried out, and then an application elsewhere takes control.
+    Hold,         ///< Such an application takes control, and then it is carried out as that allows.
+    Reset,        ///< It is ignored, and the camera is switched off and on.
     Vanish        ///< It is ignored, and the camera has lost its cable.
 };
 
 /// What configuration files and commands call them, in the enumerators' order.
-inline constexpr std::array<std::string_view, 9> FaultActionNames{
-    "drop", "mute", "delay", "pending", "busy", "badAlignment", "twice", "seize", "vanish"};
+inline constexpr std::array<std::string_view, 11> FaultActionNames{
+    "drop", "mute", "delay", "pending", "busy", "badAlignment", "twice", "seize", "hold", "reset", "vanish"};
 
-/// In place of a request's name: every command of the control protocol.
-inline constexpr std::string_view AnyRequest = "ANY";
 /// The longest time that a PENDING_ACK can announce.
 inline constexpr std::chrono::milliseconds MaxFaultTime{65535};
 
 /// Which requests go wrong, and how.
 struct Fault
 {
-    std::optional<Request> request; ///< Nothing stands for every command of the control protocol.
+    std::optional<Request> request{}; ///< Nothing stands for every command of the control protocol.
+    /// Only without a request: every one but DISCOVERY, from the first on that is to change the camera.
+    bool isOfChange = false;
     FaultAction action = FaultAction::Drop;
-    std::optional<unsigned> times;     ///< Until further notice without a number; Vanish once.
+    std::optional<unsigned> times{};   ///< Until further notice without a number; Hold, Reset, Vanish once.
     unsigned after = 0;                ///< So many of the requests that it concerns pass unharmed;
     unsigned every = 1;                ///< of those that follow 1 hits all, 2 every second.
     std::chrono::milliseconds time{0}; ///< For Delay and Pending.
-
-    bool concerns(Request other) const
-    {
-        return request ? *request == other : other != Request::Arp && other != Request::Ping;
-    }
 };
+
+/// Each way to say which requests a fault concerns: what configuration files and commands call it, and a
+/// fault that concerns these and is else as by default.
+const std::vector<std::pair<const char*, Fault>>& faultsByName();
 
 /// Why there can be no such fault; nothing when there can.
 std::optional<std::string> whyImpossible(const Fault& fault);
@@ -108,6 +110,7 @@ private:
         unsigned seen = 0; ///< Requests that it concerns.
     };
 
+    static bool concerns(const Entry& entry, Request request);
     static bool isDue(const Entry& entry);
 
     std::vector<Entry> m_entries;

@@ -48,7 +48,9 @@ void CommandHandler::take(const UdpDatagram& datagram, const gvcp::CommandPacket
                           const std::optional<Fault>& fault)
 {
     const auto action = fault ? std::optional(fault->action) : std::nullopt;
-    if (action == FaultAction::Drop || action == FaultAction::Vanish || isRepeated(datagram, command))
+    const bool isIgnored =
+        action == FaultAction::Drop || action == FaultAction::Vanish || action == FaultAction::Reset;
+    if (isIgnored || isRepeated(datagram, command))
         return;
     if (action == FaultAction::Busy || action == FaultAction::BadAlignment) {
         const auto status = action == FaultAction::Busy ? gvcp::Status::Busy : gvcp::Status::BadAlignment;

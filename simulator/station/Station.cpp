@@ -28,11 +28,18 @@ Station::Station(const CameraConfig& config, std::uint32_t seed, TimerQueue& tim
               announceAddress();
           }),
       m_commands(m_camera, m_route, timers, m_random,
-                 [this](Camera::Effect effect, const base::IpSettings& before) { followUp(effect, before); })
+                 [this](Camera::Effect effect, const base::IpSettings& before) { followUp(effect, before); }),
+      m_hasBooted(m_boot.isOn())
 {
     for (const Fault& fault : config.faults)
         m_faults.add(fault);
-    if (!m_boot.isOn())
+    setPlugged(config.isPlugged);
+}
+
+void Station::setPlugged(bool isPlugged)
+{
+    m_isPlugged = isPlugged;
+    if (isPlugged && !m_hasBooted)
         restartIp(std::chrono::milliseconds{0});
 }
 
@@ -126,8 +133,13 @@ std::optional<Fault> Station::meetFault(Request request)
 {
     ++m_counters[static_cast<std::size_t>(request)];
     const auto fault = m_faults.hit(request);
-    if (fault && fault->action == FaultAction::Vanish)
+    const auto action = fault ? std::optional(fault->action) : std::nullopt;
+    if (action == FaultAction::Vanish)
         m_isPlugged = false;
+    else if (action == FaultAction::Reset)
+        reset();
+    else if (action == FaultAction::Hold)
+        hold({});
     return fault;
 }
 
@@ -150,6 +162,7 @@ void Station::reset()
 
 void Station::restartIp(std::chrono::milliseconds off)
 {
+    m_hasBooted = true;
     dropAll();
     m_camera.setIp({});
     m_boot.run(off, m_camera.registers().storedIp());

@@ -30,7 +30,8 @@ public:
     /// A frame for its MAC, or for all.
     void receive(const Frame& frame);
 
-    void setPlugged(bool isPlugged) { m_isPlugged = isPlugged; }
+    /// One that was not plugged at the start boots when it is for the first time, unless it has an address.
+    void setPlugged(bool isPlugged);
     void hold(const CameraConfig::Holder& holder) { m_camera.hold(holder); }
     void release() { m_camera.release(); }
     void addFault(const Fault& fault) { m_faults.add(fault); }
@@ -64,7 +65,8 @@ private:
     CommandHandler m_commands;
     FaultPlan m_faults;
     std::array<unsigned, RequestNames.size()> m_counters{};
-    bool m_isPlugged = true;
+    bool m_isPlugged = false;
+    bool m_hasBooted;
     unsigned m_resets = 0;
 };
 

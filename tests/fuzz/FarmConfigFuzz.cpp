@@ -70,8 +70,10 @@ void judgeQuirks(const CameraConfig& camera)
     require(!camera.heldBy || !camera.heldBy->stream ||
             (camera.streams > 0 && camera.heldBy->stream->port > 0));
     require(camera.hasPendingAck || !camera.pendingAckOn);
-    for (const Fault& fault : camera.faults)
+    for (const Fault& fault : camera.faults) {
         require(!whyImpossible(fault) && fault.times != 0u && fault.every >= 1);
+        require(!fault.isOfChange || !fault.request);
+    }
 }
 
 void judge(const FarmConfig& config)

@@ -54,6 +54,10 @@ constexpr const char* Configs[] = {
                        {"mac": "02A000000002", "asks": "dhcp", "every": 500},
                        {"mac": "02A000000003", "asks": "arp", "address": "192.168.1.20", "every": 700},
                        {"mac": "02A000000004", "asks": "announce", "address": "192.168.1.30"}]})",
+    R"({"cameras": [{"mac": "001A2B000001", "address": "192.168.1.20", "rebootTime": 10,
+        "faults": [{"command": "CHANGE", "action": "reset", "after": 2, "every": 3, "times": 9},
+                   {"command": "CHANGE", "action": "hold", "after": 1, "every": 2, "times": 9}]},
+        {"mac": "001A2B000002", "plugged": false, "ipConfiguration": "lla", "probeInterval": 1}]})",
 };
 
 const FarmConfig& configOf(unsigned number)

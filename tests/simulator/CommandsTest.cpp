@@ -192,6 +192,50 @@ TEST_F(CommandsTest, PlanFaultsOfAnyCommandThatTakeTime)
     EXPECT_EQ(sent, 2);
 }
 
+TEST_F(CommandsTest, PlanFaultsOfAChange)
+{
+    runCommand(farm, "fault 00:1A:2B:00:00:01 CHANGE hold after 1");
+    askByArp();
+    const auto write = [this](const std::string& id) {
+        farm.receive(UdpDatagram{{},
+                                 camera().mac(),
+                                 "192.168.1.5"_ip,
+                                 "192.168.1.20"_ip,
+                                 5000,
+                                 3956,
+                                 hex("42 01 0082 0008 " + id + " 00000A00 00000002")});
+    };
+    write("0001");
+    EXPECT_EQ(camera().camera().control().application()->address, "192.168.1.5"_ip);
+    write("0002");
+    EXPECT_EQ(camera().camera().control().application()->address, "192.0.2.1"_ip);
+}
+
+TEST_F(CommandsTest, PlugACameraInThatWasNotThereAtTheStart)
+{
+    Farm other{readFarm(R"({"cameras": [{"mac": "00:1A:2B:00:00:01", "plugged": false, "probeInterval": 10,
+                                                "ipConfiguration": "lla", "rebootTime": 1000}]})"),
+               timers, [this](const Frame&) { ++sent; }};
+    const auto pass = [this] { timers.advance(timers.now() + std::chrono::seconds(3)); };
+    Station& newcomer = *other.stations()[0];
+    for (int i = 0; i < 5; ++i)
+        pass();
+    EXPECT_EQ(sent, 0);
+    EXPECT_THAT(runCommand(other, "show 00:1A:2B:00:00:01"), HasSubstr(R"("plugged": false,
+    "state": "off",)"));
+    runCommand(other, "plug 00:1A:2B:00:00:01");
+    for (int i = 0; i < 5; ++i)
+        pass();
+    EXPECT_EQ(newcomer.phase(), BootSequence::Phase::Running);
+    EXPECT_TRUE(newcomer.camera().ip().address.isLinkLocal());
+    sent = 0;
+    runCommand(other, "unplug 00:1A:2B:00:00:01");
+    runCommand(other, "plug 00:1A:2B:00:00:01");
+    EXPECT_EQ(newcomer.phase(), BootSequence::Phase::Running) << "only its cable was out";
+    pass();
+    EXPECT_EQ(sent, 0);
+}
+
 TEST_F(CommandsTest, HoldACameraForGood)
 {
     runCommand(farm, "hold 00:1A:2B:00:00:01 192.168.1.77:50010 control forever");
@@ -257,8 +301,9 @@ TEST_F(CommandsTest, SayWhatIsAllowedWhenTheyAreRefused)
             << wrong;
     EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 ARP"),
               "the command is: fault MAC REQUEST ACTION [TIMES] [after N] [every N] [time MS]");
-    EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 arp drop"),
-                HasSubstr("none of DISCOVERY, FORCEIP, READREG"));
+    EXPECT_EQ(refusal("fault 00:1A:2B:00:00:01 arp drop"),
+              "\"arp\" is none of DISCOVERY, FORCEIP, READREG, WRITEREG, READMEM, WRITEMEM, ARP, PING, ANY, "
+              "CHANGE");
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP burn"), HasSubstr("none of drop, mute, delay, pending"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ARP twice"), HasSubstr("only be met with drop and vanish"));
     EXPECT_THAT(refusal("fault 00:1A:2B:00:00:01 ANY delay"), HasSubstr("delay and pending need a time"));

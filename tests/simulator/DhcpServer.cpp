@@ -3,7 +3,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace simulator_tests {
@@ -22,7 +21,7 @@ std::string commandLine(const std::string& range, const std::string& leaseFile)
 } // namespace
 
 DhcpServer::DhcpServer(const lab::Namespace& host, const std::string& range)
-    : m_leaseFile(testing::TempDir() + "leases-" + std::to_string(::getpid())),
+    : m_leaseFile(std::filesystem::temp_directory_path() / ("leases-" + std::to_string(::getpid()))),
       m_process(host.start({"sh", "-c", commandLine(range, m_leaseFile)}))
 {
     while (m_process.readLine().find("sockets bound exclusively to interface eth0") == std::string::npos) {

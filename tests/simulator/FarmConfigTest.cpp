@@ -62,7 +62,9 @@ TEST(FarmConfig, ReadsEveryMember)
         "interface": 1,
         "interfaces": 3, "interfaceMacs": ["00:1A:2B:00:00:11", "00:1A:2B:00:00:01", "00:1A:2B:00:00:13"],
         "faults": [{"command": "READREG", "action": "drop"}, {"command": "PING", "action": "drop", "times": 3},
-                   {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5}],
+                   {"command": "ANY", "action": "pending", "time": 900, "after": 4, "every": 5},
+                   {"command": "CHANGE", "action": "hold"}],
+        "plugged": false,
         "noise": ["truncated", "wrongId"]}]})");
     const CameraConfig& camera = farm.cameras.at(0);
     EXPECT_EQ(farm.seed, 7u);
@@ -102,7 +104,12 @@ TEST(FarmConfig, ReadsEveryMember)
     EXPECT_EQ(camera.linkSpeed, 100u);
     EXPECT_EQ(camera.arpLifetime.count(), 700);
     EXPECT_EQ(camera.forceIpOffTime.count(), 800);
-    ASSERT_EQ(camera.faults.size(), 3u);
+    EXPECT_FALSE(camera.isPlugged);
+    ASSERT_EQ(camera.faults.size(), 4u);
+    EXPECT_FALSE(camera.faults[3].request);
+    EXPECT_TRUE(camera.faults[3].isOfChange);
+    EXPECT_EQ(camera.faults[3].action, FaultAction::Hold);
+    EXPECT_FALSE(camera.faults[2].isOfChange);
     EXPECT_FALSE(camera.faults[2].request);
     EXPECT_EQ(camera.faults[2].action, FaultAction::Pending);
     EXPECT_EQ(camera.faults[2].time.count(), 900);
@@ -238,6 +245,8 @@ TEST(FarmConfig, SaysWhichCameraAndMemberIsWrongAndWhatIsAllowed)
         {R"("resetRegister": "0x10001")", R"("resetRegister" must be the address)"},
         {R"("heartbeatTimeout": 0)", R"("heartbeatTimeout" must be a whole number from 1)"},
         {R"("faults": [{"command": "READ", "action": "drop"}])", R"("command" must be one of "DISCOVERY")"},
+        {R"("faults": [{"command": "PING", "action": "reset"}])", "can only be met with drop and vanish"},
+        {R"("plugged": 0)", R"("plugged" must be true or false)"},
         {R"("faults": [{"command": "ARP", "action": "drop", "times": 0}])",
          R"("times" must be a whole number)"},
     };

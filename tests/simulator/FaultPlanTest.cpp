@@ -65,6 +65,36 @@ TEST(FaultPlan, PullsACableOnceUnlessMoreIsAskedFor)
     EXPECT_EQ(hits(twice, Request::Discovery, 6), "..xx..");
 }
 
+TEST(FaultPlan, HappensOnceUnlessMoreIsAskedFor)
+{
+    for (const FaultAction action : {FaultAction::Hold, FaultAction::Reset}) {
+        Fault fault = dropOf(std::nullopt);
+        fault.action = action;
+        FaultPlan plan;
+        plan.add(fault);
+        EXPECT_EQ(hits(plan, Request::ReadRegister, 3), "x..");
+    }
+}
+
+TEST(FaultPlan, CountsTheCommandsOfAChangeFromTheFirstThatIsToChangeTheCamera)
+{
+    for (const Request first : {Request::ForceIp, Request::WriteRegister, Request::WriteMemory}) {
+        Fault fault;
+        fault.isOfChange = true;
+        fault.after = 1;
+        FaultPlan plan;
+        plan.add(fault);
+        EXPECT_EQ(hits(plan, Request::ReadRegister, 3), "...");
+        EXPECT_EQ(hits(plan, Request::ReadMemory, 3), "...");
+        EXPECT_EQ(hits(plan, first, 1), ".");
+        for (const Request other : {Request::Discovery, Request::Arp, Request::Ping})
+            EXPECT_EQ(hits(plan, other, 2), "..");
+        EXPECT_EQ(hits(plan, Request::ReadRegister, 2), "xx");
+        EXPECT_EQ(hits(plan, Request::ReadMemory, 1), "x");
+        EXPECT_EQ(hits(plan, first, 1), "x");
+    }
+}
+
 TEST(FaultPlan, CountsOnlyTheRequestsThatAFaultConcerns)
 {
     Fault fault = dropOf(Request::ReadRegister);

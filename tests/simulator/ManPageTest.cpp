@@ -60,6 +60,8 @@ TEST(ManPage, NamesEveryMemberOfTheConfiguration)
         for (const std::string& member : members)
             EXPECT_TRUE(std::regex_search(page, std::regex("\\n\\.BR? [^\\n]*\\b" + member + "\\b")))
                 << member;
+    for (const auto& [name, fault] : simulator::faultsByName())
+        EXPECT_TRUE(std::regex_search(page, std::regex("\\b" + std::string(name) + "\\b"))) << name;
     for (const std::string_view action : simulator::FaultActionNames)
         EXPECT_THAT(page, HasSubstr("\\(dq" + std::string(action) + "\\(dq"));
 }

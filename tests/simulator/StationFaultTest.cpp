@@ -234,6 +234,40 @@ TEST_F(StationFaults, IsAsItWasWhenItsCableIsBack)
     EXPECT_EQ(station->resets(), 0u);
 }
 
+TEST_F(StationFaults, IsHeldByAnotherApplicationRightBeforeACommand)
+{
+    station->addFault(faultOf(Request::WriteRegister, FaultAction::Hold));
+    ask(TakeControl, NearHost, CameraAddress);
+    EXPECT_EQ(sentOf<UdpDatagram>().at(0).payload, hex("8006 0083 0004 0010 0000 0000"));
+    EXPECT_EQ(station->camera().control().application()->address, "192.0.2.1"_ip);
+
+    become({});
+    station->addFault(faultOf(Request::ForceIp, FaultAction::Hold));
+    ask(ForceTo192_168_1_99, NearHost);
+    EXPECT_TRUE(sent.empty());
+    EXPECT_EQ(station->camera().ip().address, CameraAddress);
+}
+
+TEST_F(StationFaults, IsSwitchedOffAndOnInsteadOfACommand)
+{
+    CameraConfig camera;
+    camera.rebootTime = 700ms;
+    become(camera);
+    ask(TakeControl, NearHost, CameraAddress);
+    ask("42 01 0086 0008 0012 000000E8 41424344", NearHost, CameraAddress);
+    Fault fault = faultOf(Request::WriteMemory, FaultAction::Reset);
+    station->addFault(fault);
+    sent.clear();
+    ask("42 01 0086 0008 0013 000000E8 45464748", NearHost, CameraAddress);
+    EXPECT_TRUE(sent.empty());
+    EXPECT_EQ(station->phase(), BootSequence::Phase::Off);
+    pass(700ms);
+    EXPECT_EQ(station->phase(), BootSequence::Phase::Running);
+    EXPECT_EQ(station->camera().registers().stored().userName, "ABCD");
+    EXPECT_FALSE(station->camera().control().application());
+    EXPECT_EQ(station->resets(), 1u);
+}
+
 TEST_F(StationFaults, IsSeizedByAnotherApplicationRightAfterAForcedAddress)
 {
     station->addFault(faultOf(Request::ForceIp, FaultAction::Seize, 1));
