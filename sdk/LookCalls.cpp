@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What there is on the networks, and what it tells of itself without being opened.
 #include "sdk/Calls.h"
+#include "sdk/OpenThings.h"
 #include "sdk/discovery/Enumeration.h"
 #include "sdk/discovery/Record.h"
 #include "sdk/discovery/RecordTable.h"
@@ -8,8 +9,6 @@
 #include "sdk/network/ListenerPath.h"
 
 #include <iterator>
-#include <map>
-#include <mutex>
 #include <system_error>
 
 using namespace sdk;
@@ -92,44 +91,7 @@ int OpenLook::look(unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SIN
     return failures.size() < m_adapters.size() || m_adapters.empty() ? RZ_OK : RZ_ERROR_NETWORK;
 }
 
-/// Those that are open, so that a look that is none, or is closed, is told from them. Any thread.
-class OpenLooks
-{
-public:
-    static OpenLooks& instance()
-    {
-        static OpenLooks* const looks = new OpenLooks;
-        return *looks;
-    }
-
-    void* add(std::shared_ptr<OpenLook> look)
-    {
-        const std::lock_guard lock(m_mutex);
-        void* const key = look.get();
-        m_looks.emplace(key, std::move(look));
-        return key;
-    }
-
-    /// Null when there is none such.
-    std::shared_ptr<OpenLook> find(void* look) const
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto found = m_looks.find(look);
-        return found == m_looks.end() ? nullptr : found->second;
-    }
-
-    /// The same, and it is none any more.
-    std::shared_ptr<OpenLook> take(void* look)
-    {
-        const std::lock_guard lock(m_mutex);
-        const auto node = m_looks.extract(look);
-        return node.empty() ? nullptr : node.mapped();
-    }
-
-private:
-    mutable std::mutex m_mutex;
-    std::map<void*, std::shared_ptr<OpenLook>> m_looks;
-};
+using OpenLooks = OpenThings<OpenLook>;
 
 } // namespace
 

@@ -217,6 +217,68 @@ typedef struct RZ_CC_LOOK_SINK
     int (*pIsOver)(void* context);
 } RZ_CC_LOOK_SINK;
 
+/** A part of a camera's settings: bits. */
+enum RZ_SETTING
+{
+    /** How it obtains its address. When it is changed, the camera obtains its address anew. */
+    RZ_SETTING_METHOD = 1,
+    /** The address that it has now, with mask and gateway. Of a change: is forced onto it, and holds until
+     * its next restart unless it is stored, too. */
+    RZ_SETTING_ADDRESS = 2,
+    RZ_SETTING_STORED = 4, /**< What it starts with next time, if it is static. */
+    RZ_SETTING_NAME = 8    /**< Its user name. */
+};
+
+typedef struct RZ_CC_SETTINGS
+{
+    uint32_t nParts;    /**< RZ_SETTING bits: what of the following is meant, or known. */
+    uint32_t nIpConfig; /**< Bits as in nIpConfigCurrent; the first that is set is how. */
+    uint32_t nIp;
+    uint32_t nSubnetMask;
+    uint32_t nGateway;
+    uint32_t nStoredIp;
+    uint32_t nStoredMask;
+    uint32_t nStoredGateway;
+    char szUserDefinedName[16];
+} RZ_CC_SETTINGS;
+
+/** What one camera is to be changed to. */
+typedef struct RZ_CC_CHANGE
+{
+    RZ_CC_DEVICE_INFO stInfo; /**< The camera, as it was heard last. */
+    RZ_CC_SETTINGS stWanted;  /**< What is not meant of it stays as it is. */
+    uint32_t nPatience;       /**< Milliseconds that it may take to come back from a restart. */
+} RZ_CC_CHANGE;
+
+/** What a change does to the camera, in this order: bits. */
+enum RZ_STEP
+{
+    RZ_STEP_FORCED = 1,     /**< An address is forced onto it. */
+    RZ_STEP_STORED = 2,     /**< An address is stored. */
+    RZ_STEP_CONFIGURED = 4, /**< Another way to obtain its address is switched on. */
+    RZ_STEP_NAMED = 8,
+    RZ_STEP_RESTARTED = 16 /**< It obtains its address anew. */
+};
+
+/** How a change ended. */
+typedef struct RZ_CC_CHANGE_RESULT
+{
+    int nError;           /**< RZ_OK: the camera was seen by its MAC to be as is wanted, all of it. */
+    const char* szError;  /**< Part of a sentence, to stand behind the camera's name: what was refused, with
+                               register and status, or what it is instead; empty with RZ_OK. */
+    uint32_t nSteps;      /**< RZ_STEP bits: what was done, or may have been. */
+    RZ_CC_SETTINGS stNow; /**< What it has now, as far as it told after all that. */
+} RZ_CC_CHANGE_RESULT;
+
+/** Who is told how changes go, on the thread that serves them. The pointers are valid during the call. */
+typedef struct RZ_CC_LINE_SINK
+{
+    void* pContext;
+    /** That step of that change is being done. */
+    void (*pOnStep)(void* context, unsigned number, unsigned step);
+    void (*pOnEnd)(void* context, unsigned number, const RZ_CC_CHANGE_RESULT* result);
+} RZ_CC_LINE_SINK;
+
 /** The transport layers that this SDK drives: bit 0 is RZ_TL_GIGE. */
 RZ_API unsigned RZ_CC_EnumerateTls(void);
 
@@ -328,6 +390,26 @@ RZ_API bool RZ_GIGE_IsForcedIpWaiting(const RZ_CC_DEVICE_INFO* info);
 /** Reads the address that the camera has stored to start with. The handle need not be open; no control is
  * taken. */
 RZ_API int RZ_GIGE_GetPersistentIp(void* handle, unsigned* ip, unsigned* subnetMask, unsigned* gateway);
+
+/** Opens this computer's adapters for changes of many cameras side by side. */
+RZ_API int RZ_CC_OpenLine(void** line);
+
+/**
+ * Begins a change, and returns at once; RZ_CC_ServeLine does the work. `number` gets what it is called there:
+ * 1, 2, 3 ... A change asks the camera for its MAC first and writes only under control, only what is not so
+ * already; forces, stores, switches, names, gives control back, restarts, and looks at all of it again. It
+ * needs no description: it goes by the standard's own registers. A change that fails leaves what was done by
+ * then; to put a camera back is another change. A handle of this process that has the camera open loses it.
+ */
+RZ_API int RZ_CC_BeginChange(void* line, const RZ_CC_CHANGE* change, unsigned* number);
+
+/** Does what is due in all changes that have begun, for `milliseconds` at most. Returns earlier as soon as
+ * one has ended, and at once when none is under way. */
+RZ_API int RZ_CC_ServeLine(void* line, unsigned milliseconds, const RZ_CC_LINE_SINK* sink);
+
+/** Closes the adapters. Changes under way end where they are: their cameras let go by their own time-outs.
+ * One thread at a time works with one line; others may do anything else. */
+RZ_API int RZ_CC_CloseLine(void* line);
 
 #ifdef __cplusplus
 } /* extern "C" */

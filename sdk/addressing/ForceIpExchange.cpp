@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace sdk {
 
@@ -45,20 +46,9 @@ public:
         : m_network(network),
           m_wanted(wanted),
           m_before(before),
+          m_sender(network, 0, before.address),
           m_force(network, m_ids,
-                  {.command = gvcp::Command::ForceIp,
-                   .flags = Flags,
-                   .payload = gvcp::encodeForceIp(wanted),
-                   .tries = MaxForces,
-                   .wait = TimeBetweenForces,
-                   .send = [this](base::ByteView packet) { sendForce(packet); },
-                   .isBelieved =
-                       [this](const Datagram& datagram, const auto&) {
-                           // The acknowledge names no camera: one that comes from its old or its new address
-                           // counts as its own.
-                           return datagram.source == m_before.address ||
-                                  datagram.source == m_wanted.ip.address;
-                       }})
+                  forceIpPlan(wanted, before.address, [this](base::ByteView packet) { sendForce(packet); }))
     {}
     ForceIpExchange(const ForceIpExchange&) = delete;
     ForceIpExchange& operator=(const ForceIpExchange&) = delete;
@@ -90,8 +80,8 @@ private:
     const gvcp::ForceIp& m_wanted;
     const base::IpSettings& m_before;
     RequestIds m_ids;
+    ForceIpSender m_sender;
     Exchange m_force;
-    int m_forces = 0;
     Clock::time_point m_lastForce{};
     bool m_couldSend = false; ///< At least once.
     std::vector<Look> m_looks;
@@ -123,17 +113,9 @@ RZ_ERROR ForceIpExchange::run(Clock::time_point end)
     return judge();
 }
 
-/// Sends one packet, since a camera that begins anew with each FORCEIP must not get two at a time. Some
-/// cameras ignore the limited broadcast, and some networks drop that of the subnet: where the camera would
-/// hear both, they take turns.
 void ForceIpExchange::sendForce(base::ByteView packet)
 {
-    const Adapter& adapter = m_network.adapters().front();
-    const AdapterAddress* const own = adapter.inSubnetOf(m_before.address);
-    const auto directed = own && m_forces % 2 == 1 ? own->broadcastAddress() : std::nullopt;
-    m_couldSend |= m_network.send(0, adapter.addressTowards(m_before.address),
-                                  directed.value_or(base::LimitedBroadcast), packet);
-    ++m_forces;
+    m_couldSend |= m_sender.send(packet);
     m_lastForce = m_network.now();
 }
 
@@ -172,7 +154,7 @@ bool ForceIpExchange::isProof(const gvcp::DiscoveryAck& identity, std::uint16_t 
         m_wanted.ip.address != m_before.address && present.address == m_wanted.ip.address;
     if (isNewAddress || (present == m_wanted.ip && present != m_before))
         return true;
-    const bool isSettled = m_forces == MaxForces && look->time - m_lastForce >= TimeToSettle;
+    const bool isSettled = m_sender.sent() == MaxForces && look->time - m_lastForce >= TimeToSettle;
     if (isSettled) {
         m_settledAt = present.address;
         m_access.ask(0, m_network.adapters().front().addressTowards(present.address), present.address);
@@ -190,6 +172,30 @@ RZ_ERROR ForceIpExchange::judge() const
 }
 
 } // namespace
+
+bool ForceIpSender::send(base::ByteView packet)
+{
+    const Adapter& adapter = m_network.adapters()[m_adapter];
+    const AdapterAddress* const own = adapter.inSubnetOf(m_before);
+    const auto directed = own && m_sent % 2 == 1 ? own->broadcastAddress() : std::nullopt;
+    ++m_sent;
+    return m_network.send(m_adapter, adapter.addressTowards(m_before),
+                          directed.value_or(base::LimitedBroadcast), packet);
+}
+
+Exchange::Plan forceIpPlan(const gvcp::ForceIp& wanted, base::Ipv4 before,
+                           std::function<void(base::ByteView packet)> send)
+{
+    return {.command = gvcp::Command::ForceIp,
+            .flags = Flags,
+            .payload = gvcp::encodeForceIp(wanted),
+            .tries = MaxForces,
+            .wait = TimeBetweenForces,
+            .send = std::move(send),
+            .isBelieved = [before, now = wanted.ip.address](const Datagram& datagram, const auto&) {
+                return datagram.source == before || datagram.source == now;
+            }};
+}
 
 RZ_ERROR forceIp(Network& network, const gvcp::ForceIp& wanted, const base::IpSettings& before)
 {

@@ -10,30 +10,49 @@ namespace sdk {
 
 using namespace std::chrono_literals;
 
-void restartIp(Network& network, const base::MacAddress& mac, base::Ipv4 before)
+namespace {
+
+std::string naming(const base::MacAddress& mac)
 {
-    const std::string what = "restarting the address of " + mac.toText();
-    const auto send = [&](base::ByteView packet) {
-        if (!network.broadcast(0, packet))
-            throw CameraError(RZ_ERROR_NETWORK, what + ": the host cannot send");
+    return "restarting the address of " + mac.toText();
+}
+
+} // namespace
+
+Exchange::Plan ipRestartPlan(Network& network, std::size_t adapter, const base::MacAddress& mac,
+                             base::Ipv4 before)
+{
+    const auto send = [&network, adapter, mac](base::ByteView packet) {
+        if (!network.broadcast(adapter, packet))
+            throw CameraError(RZ_ERROR_NETWORK, naming(mac) + ": the host cannot send");
     };
     // The acknowledge names no camera. One that obeys may have another address already when it answers; one
     // that refuses still has the old one.
     const auto isBelieved = [before](const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) {
         return acknowledge.status == gvcp::Status::Success || datagram.source == before;
     };
-    RequestIds ids;
-    Exchange exchange(network, ids,
-                      {.command = gvcp::Command::ForceIp,
-                       .flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge,
-                       .payload = gvcp::encodeForceIp({.mac = mac, .ip = {}}),
-                       .tries = 3,
-                       .wait = 250ms,
-                       .send = send,
-                       .isBelieved = isBelieved});
-    const auto& answer = exchange.run();
+    return {.command = gvcp::Command::ForceIp,
+            .flags = gvcp::FlagAcknowledge | gvcp::FlagBroadcastAcknowledge,
+            .payload = gvcp::encodeForceIp({.mac = mac, .ip = {}}),
+            .tries = 3,
+            .wait = 250ms,
+            .send = send,
+            .isBelieved = isBelieved};
+}
+
+void requireRestarted(const Exchange& exchange, const base::MacAddress& mac)
+{
+    const auto& answer = exchange.answer();
     if (answer && answer->status != gvcp::Status::Success)
-        throw CameraError(answer->status, what + ": the camera refuses");
+        throw CameraError(answer->status, naming(mac) + ": the camera refuses");
+}
+
+void restartIp(Network& network, const base::MacAddress& mac, base::Ipv4 before)
+{
+    RequestIds ids;
+    Exchange exchange(network, ids, ipRestartPlan(network, 0, mac, before));
+    exchange.run();
+    requireRestarted(exchange, mac);
 }
 
 void closeWithIpRestart(Session& session)

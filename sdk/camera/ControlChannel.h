@@ -13,6 +13,8 @@
 
 namespace sdk {
 
+class CameraCommand;
+
 /// The way to one camera's registers and memory: one command at a time, sent again with the same id while it
 /// is unanswered. Any thread. Every command throws CameraError when it failed, with a sentence that names the
 /// command, the address and the cause.
@@ -52,9 +54,7 @@ public:
     void requireOpen() const;
 
 private:
-    struct Request;
-
-    base::Bytes execute(const Request& request);
+    base::Bytes execute(const CameraCommand& command, int tries);
 
     const base::Ipv4 m_camera;
     mutable std::mutex m_mutex; ///< Held while a command is under way; guards what follows.
