@@ -103,6 +103,10 @@
         <source>Diagnose</source>
         <translation>诊断</translation>
     </message>
+    <message>
+        <source>Plan</source>
+        <translation>计划</translation>
+    </message>
 </context>
 <context>
     <name>QDialogEx</name>
@@ -306,6 +310,226 @@
     <message>
         <source>Copy</source>
         <translation>复制</translation>
+    </message>
+</context>
+<context>
+    <name>QPlanTable</name>
+    <message>
+        <source>%1, name &quot;%2&quot;</source>
+        <translation>%1，名称“%2”</translation>
+    </message>
+    <message>
+        <source>model %1</source>
+        <translation>型号 %1</translation>
+    </message>
+    <message>
+        <source>serial number %1</source>
+        <translation>序列号 %1</translation>
+    </message>
+    <message>
+        <source>MAC address %1</source>
+        <translation>MAC 地址 %1</translation>
+    </message>
+    <message>
+        <source>name &quot;%1&quot;</source>
+        <translation>名称“%1”</translation>
+    </message>
+    <message>
+        <source>on %1</source>
+        <translation>在 %1 上</translation>
+    </message>
+    <message>
+        <source>, </source>
+        <translation>，</translation>
+    </message>
+    <message>
+        <source>Place</source>
+        <translation>工位</translation>
+    </message>
+    <message>
+        <source>Camera</source>
+        <translation>相机</translation>
+    </message>
+    <message>
+        <source>Now</source>
+        <translation>当前</translation>
+    </message>
+    <message>
+        <source>Wanted</source>
+        <translation>目标</translation>
+    </message>
+    <message>
+        <source>What will be done</source>
+        <translation>将执行的操作</translation>
+    </message>
+    <message>
+        <source>State</source>
+        <translation>状态</translation>
+    </message>
+    <message>
+        <source>Places</source>
+        <translation>工位列表</translation>
+    </message>
+    <message>
+        <source>%1 ...</source>
+        <translation>正在%1……</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1：%2</translation>
+    </message>
+    <message>
+        <source>%1: %2, MAC address %3, on %4</source>
+        <translation>%1：%2，MAC 地址 %3，在 %4 上</translation>
+    </message>
+    <message>
+        <source>%1: no camera</source>
+        <translation>%1：没有相机</translation>
+    </message>
+    <message>
+        <source>Wanted: %1</source>
+        <translation>目标：%1</translation>
+    </message>
+    <message>
+        <source>Now: %1; wanted: %2</source>
+        <translation>当前：%1；目标：%2</translation>
+    </message>
+    <message>
+        <source>What will be done: %1</source>
+        <translation>将执行的操作：%1</translation>
+    </message>
+    <message>
+        <source>This camera can take its place: %1, MAC address %2</source>
+        <translation>可由这台相机接替：%1，MAC 地址 %2</translation>
+    </message>
+    <message>
+        <source>Shall %1 get the camera that is new?
+Old: %2
+New: %3 (%4)
+It gets: %5</source>
+        <translation>是否将新相机用于 %1？
+原相机：%2
+新相机：%3（%4）
+将设为：%5</translation>
+    </message>
+    <message>
+        <source>The file will name the new one.</source>
+        <translation>文件中将改为新相机。</translation>
+    </message>
+</context>
+<context>
+    <name>QPlanWindow</name>
+    <message>
+        <source>Plan</source>
+        <translation>计划</translation>
+    </message>
+    <message>
+        <source>Open...</source>
+        <translation>打开...</translation>
+    </message>
+    <message>
+        <source>Save as plan...</source>
+        <translation>另存为计划...</translation>
+    </message>
+    <message>
+        <source>What is there now, as a file. To apply it brings all of this back.</source>
+        <translation>把当前状态写成文件；应用该文件即可恢复这一状态。</translation>
+    </message>
+    <message>
+        <source>Replace...</source>
+        <translation>更换...</translation>
+    </message>
+    <message>
+        <source>Gives the selected place the camera that is new there</source>
+        <translation>将那里的新相机用于所选工位</translation>
+    </message>
+    <message>
+        <source>Look again</source>
+        <translation>重新查看</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Begins no more cameras; those that are begun are finished or put back</source>
+        <translation>不再开始更改其他相机；已开始的会完成或恢复原状</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>应用</translation>
+    </message>
+    <message>
+        <source>Save as plan</source>
+        <translation>另存为计划</translation>
+    </message>
+    <message>
+        <source>Open a site file</source>
+        <translation>打开站点文件</translation>
+    </message>
+    <message>
+        <source>Site files (*.yaml *.yml)</source>
+        <translation>站点文件 (*.yaml *.yml)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>所有文件 (*)</translation>
+    </message>
+    <message>
+        <source>Cameras by MAC address</source>
+        <translation>按 MAC 地址识别相机</translation>
+    </message>
+    <message>
+        <source>Cameras by serial number</source>
+        <translation>按序列号识别相机</translation>
+    </message>
+    <message>
+        <source>Cameras by network adapter</source>
+        <translation>按网卡识别相机</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>更换</translation>
+    </message>
+    <message>
+        <source>Stopping: cameras that are begun are finished or put back ...</source>
+        <translation>正在停止：已开始的相机会完成或恢复原状……</translation>
+    </message>
+    <message>
+        <source>Applying: %1 of %2 done</source>
+        <translation>正在应用：已完成 %1/%2</translation>
+    </message>
+    <message>
+        <source>Looking ... This takes a few seconds.</source>
+        <translation>正在查看……需要几秒钟。</translation>
+    </message>
+    <message>
+        <source>Nothing could be looked at: %1</source>
+        <translation>无法查看：%1</translation>
+    </message>
+    <message>
+        <source>No file is open.</source>
+        <translation>尚未打开文件。</translation>
+    </message>
+    <message>
+        <source>This file is no plan.</source>
+        <translation>此文件不是计划。</translation>
+    </message>
+    <message>
+        <source>This plan cannot be applied: something stands in the way.</source>
+        <translation>无法应用此计划：存在障碍。</translation>
+    </message>
+    <message>
+        <source>A camera failed and could not be put back!</source>
+        <translation>有相机更改失败，且未能恢复原状！</translation>
+    </message>
+    <message>
+        <source>It is done.</source>
+        <translation>已完成。</translation>
+    </message>
+    <message>
+        <source>Not all of it was done.</source>
+        <translation>未全部完成。</translation>
     </message>
 </context>
 <context>
@@ -905,6 +1129,542 @@
     <message>
         <source>Which program of another user that is, only root may see.</source>
         <translation>那是其他用户的哪个程序，只有 root 能看到。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2.</source>
+        <translation>无法读取 %1：%2。</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2.</source>
+        <translation>无法写入 %1：%2。</translation>
+    </message>
+    <message>
+        <source>The file is wrong:</source>
+        <translation>文件有误：</translation>
+    </message>
+    <message>
+        <source>The file is wrong in line %1, column %2:</source>
+        <translation>文件第 %1 行第 %2 列有误：</translation>
+    </message>
+    <message>
+        <source>putting it back</source>
+        <translation>恢复原状</translation>
+    </message>
+    <message>
+        <source>What is there has changed meanwhile, and nothing was done: this is the plan now.</source>
+        <translation>其间情况已发生变化，未执行任何操作：现在显示的是新的计划。</translation>
+    </message>
+    <message>
+        <source>What is there now is written to %1.</source>
+        <translation>当前状态已写入 %1。</translation>
+    </message>
+    <message>
+        <source>A plan was applied</source>
+        <translation>已应用计划</translation>
+    </message>
+    <message>
+        <source>A site file says which camera belongs where, and what address it is to have: &quot;Open&quot; one.</source>
+        <translation>站点文件说明哪台相机属于哪个工位以及应有的地址：请“打开”一个。</translation>
+    </message>
+    <message>
+        <source>&quot;Save as plan&quot; makes one of what is there now.</source>
+        <translation>“另存为计划”可根据当前状态生成一个。</translation>
+    </message>
+    <message>
+        <source>It could not be put back: %1.</source>
+        <translation>未能恢复原状：%1。</translation>
+    </message>
+    <message>
+        <source>It could not be changed: %1.</source>
+        <translation>未能更改：%1。</translation>
+    </message>
+    <message>
+        <source>No DHCP server gave it an address, so it took a link-local one.</source>
+        <translation>没有 DHCP 服务器给它地址，因此它采用了链路本地地址。</translation>
+    </message>
+    <message>
+        <source>Nothing was done to it.</source>
+        <translation>未对它执行任何操作。</translation>
+    </message>
+    <message>
+        <source>One of those with which it exchanges addresses could not be changed.</source>
+        <translation>与它互换地址的相机中有一台未能更改。</translation>
+    </message>
+    <message>
+        <source>It was left at %1, as another camera may have its address.</source>
+        <translation>它留在 %1，因为它的地址可能已被另一台相机使用。</translation>
+    </message>
+    <message>
+        <source>It is to get the address of %1, which was not changed.</source>
+        <translation>它要使用 %1 的地址，而 %1 未被更改。</translation>
+    </message>
+    <message>
+        <source>It was interrupted before this one was begun.</source>
+        <translation>在开始更改它之前已被中断。</translation>
+    </message>
+    <message>
+        <source>Another one failed before this one was begun.</source>
+        <translation>在开始更改它之前另一台已失败。</translation>
+    </message>
+    <message>
+        <source>Nothing is begun while something is in the way.</source>
+        <translation>存在障碍时不会开始任何更改。</translation>
+    </message>
+    <message>
+        <source>static</source>
+        <translation>静态</translation>
+    </message>
+    <message>
+        <source>static %1</source>
+        <translation>静态 %1</translation>
+    </message>
+    <message>
+        <source>static %1 via %2</source>
+        <translation>静态 %1，网关 %2</translation>
+    </message>
+    <message>
+        <source>DHCP</source>
+        <translation>DHCP</translation>
+    </message>
+    <message>
+        <source>DHCP %1</source>
+        <translation>DHCP %1</translation>
+    </message>
+    <message>
+        <source>DHCP %1 via %2</source>
+        <translation>DHCP %1，网关 %2</translation>
+    </message>
+    <message>
+        <source>LLA</source>
+        <translation>LLA</translation>
+    </message>
+    <message>
+        <source>LLA %1</source>
+        <translation>LLA %1</translation>
+    </message>
+    <message>
+        <source>LLA %1 via %2</source>
+        <translation>LLA %1，网关 %2</translation>
+    </message>
+    <message>
+        <source>switch to static</source>
+        <translation>切换为静态</translation>
+    </message>
+    <message>
+        <source>switch to DHCP</source>
+        <translation>切换为 DHCP</translation>
+    </message>
+    <message>
+        <source>switch to LLA</source>
+        <translation>切换为 LLA</translation>
+    </message>
+    <message>
+        <source>%1 (%2) was not put back; what it has now is not known.</source>
+        <translation>%1（%2）未恢复原状；它现在的设置未知。</translation>
+    </message>
+    <message>
+        <source>%1 (%2) was not put back; it has LLA now, %3, name &quot;%4&quot;.</source>
+        <translation>%1（%2）未恢复原状；它现在为 LLA，%3，名称“%4”。</translation>
+    </message>
+    <message>
+        <source>%1 (%2) was not put back; it is static now, %3, name &quot;%4&quot;.</source>
+        <translation>%1（%2）未恢复原状；它现在为静态，%3，名称“%4”。</translation>
+    </message>
+    <message>
+        <source>%1 (%2) was not put back; it has DHCP now, %3, name &quot;%4&quot;.</source>
+        <translation>%1（%2）未恢复原状；它现在为 DHCP，%3，名称“%4”。</translation>
+    </message>
+    <message>
+        <source>force %1</source>
+        <translation>强制设置 %1</translation>
+    </message>
+    <message>
+        <source>store the address</source>
+        <translation>保存地址</translation>
+    </message>
+    <message>
+        <source>remove the name</source>
+        <translation>删除名称</translation>
+    </message>
+    <message>
+        <source>rename to %1</source>
+        <translation>重命名为 %1</translation>
+    </message>
+    <message>
+        <source>restart</source>
+        <translation>重启</translation>
+    </message>
+    <message>
+        <source>as planned</source>
+        <translation>符合计划</translation>
+    </message>
+    <message>
+        <source>changed</source>
+        <translation>已更改</translation>
+    </message>
+    <message>
+        <source>would change</source>
+        <translation>将更改</translation>
+    </message>
+    <message>
+        <source>FAILED</source>
+        <translation>失败</translation>
+    </message>
+    <message>
+        <source>put back</source>
+        <translation>已恢复原状</translation>
+    </message>
+    <message>
+        <source>missing</source>
+        <translation>缺少</translation>
+    </message>
+    <message>
+        <source>not begun</source>
+        <translation>未开始</translation>
+    </message>
+    <message>
+        <source>Failed: %1 of %2.</source>
+        <translation>失败：%1/%2。</translation>
+    </message>
+    <message>
+        <source>Put back: %1 of %2.</source>
+        <translation>已恢复原状：%1/%2。</translation>
+    </message>
+    <message>
+        <source>Missing: %1 of %2.</source>
+        <translation>缺少：%1/%2。</translation>
+    </message>
+    <message>
+        <source>Not begun: %1 of %2.</source>
+        <translation>未开始：%1/%2。</translation>
+    </message>
+    <message>
+        <source>Changed: %1 of %2.</source>
+        <translation>已更改：%1/%2。</translation>
+    </message>
+    <message>
+        <source>To be changed: %1 of %2.</source>
+        <translation>待更改：%1/%2。</translation>
+    </message>
+    <message>
+        <source>All is as planned (%1 of %1); nothing is to be done.</source>
+        <translation>全部符合计划（%1/%1），无需任何操作。</translation>
+    </message>
+    <message>
+        <source>The address %1 is that of the camera %2, which belongs to no place and keeps it. Give that camera a place or another address first, or choose another address here.</source>
+        <translation>地址 %1 属于相机 %2，该相机不属于任何工位并会保留此地址。请先给该相机一个工位或另一地址，或在此选择另一地址。</translation>
+    </message>
+    <message>
+        <source>The address %1 is that of the camera %2 at the place %3, which is not to leave it. Choose another address for one of the two places, and change both together.</source>
+        <translation>地址 %1 属于工位 %3 的相机 %2，而该相机并不让出它。请为两个工位之一选择另一地址，并一起更改两者。</translation>
+    </message>
+    <message>
+        <source>The address %1 is this computer&apos;s own, on its adapter %2. Choose another address here.</source>
+        <translation>地址 %1 是本机自己的地址，在网卡 %2 上。请在此选择另一地址。</translation>
+    </message>
+    <message>
+        <source>The address %1 is that of another machine, %2, which is no camera. Give that machine another one, or choose another address here. Of one that has just been taken away, this computer knows within a minute.</source>
+        <translation>地址 %1 属于另一台设备 %2，它不是相机。请给该设备另一地址，或在此选择另一地址。若它刚被移走，本机会在一分钟内得知。</translation>
+    </message>
+    <message>
+        <source>The cameras of %1 places exchange their addresses in a circle, for which one of them, %2, has to take a free address meanwhile; none is free. Give one of them an address that none of them has now.</source>
+        <translation>%1 个工位的相机循环互换地址，为此其中的 %2 须临时使用一个空闲地址；但没有空闲地址。请给其中一台一个它们目前都未使用的地址。</translation>
+    </message>
+    <message>
+        <source>The adapter %1 of the file is not there; this computer has: %2.</source>
+        <translation>文件中的网卡 %1 不存在；本机的网卡有：%2。</translation>
+    </message>
+    <message>
+        <source>The adapter %1 has not the address %2, as the file says; it has: %3. Correct the one or the other.</source>
+        <translation>网卡 %1 没有文件中所说的地址 %2；它的地址是：%3。请更正其中之一。</translation>
+    </message>
+    <message>
+        <source>The adapter %1 has an MTU of %2 bytes, not of %3, as the file says. Correct the one or the other.</source>
+        <translation>网卡 %1 的 MTU 为 %2 字节，而不是文件中所说的 %3。请更正其中之一。</translation>
+    </message>
+    <message>
+        <source>The camera %1 does not tell whether an application uses it. See what keeps it from answering: &quot;ip-configurator-cli who %2&quot; tells more.</source>
+        <translation>相机 %1 没有说明是否被应用程序使用。请查明它为何不回答：“ip-configurator-cli who %2”可查看详情。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use by another application. End that; &quot;ip-configurator-cli who %2&quot; tells more.</source>
+        <translation>相机 %1 正被另一应用程序使用。请结束该程序；“ip-configurator-cli who %2”可查看详情。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is in use by an application at %2, port %3. End that; &quot;ip-configurator-cli who %4&quot; tells more.</source>
+        <translation>相机 %1 正被 %2（端口 %3）处的应用程序使用。请结束该程序；“ip-configurator-cli who %4”可查看详情。</translation>
+    </message>
+    <message>
+        <source>The camera %1 cannot store an address, so it cannot be static: only DHCP or LLA can be planned for it.</source>
+        <translation>相机 %1 不能保存地址，因此不能为静态：只能为它计划 DHCP 或 LLA。</translation>
+    </message>
+    <message>
+        <source>The camera %1 cannot ask a DHCP server for its address: only static or LLA can be planned for it.</source>
+        <translation>相机 %1 不能向 DHCP 服务器请求地址：只能为它计划静态或 LLA。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is not of the model %2, which belongs here. Put such a one in its place, or correct the file.</source>
+        <translation>相机 %1 的型号不是这里应有的 %2。请换上该型号的相机，或更正文件。</translation>
+    </message>
+    <message>
+        <source>The camera %1 is that of the place %2, too. Say more exactly, by mac or serial, which camera is at which of the two.</source>
+        <translation>相机 %1 同时也属于工位 %2。请用 mac 或 serial 更准确地说明两个工位各是哪台相机。</translation>
+    </message>
+    <message>
+        <source>%1 cameras can be the one of this place: %2. Say more exactly, by mac or serial, which it is.</source>
+        <translation>有 %1 台相机都可能属于此工位：%2。请用 mac 或 serial 更准确地说明是哪一台。</translation>
+    </message>
+    <message>
+        <source>The address %1 of the place %2 is outside the subnets of the adapter %3, which hears its camera: this computer will not reach it there.</source>
+        <translation>工位 %2 的地址 %1 在收到其相机应答的网卡 %3 的子网之外：本机在那里将无法访问它。</translation>
+    </message>
+    <message>
+        <source>The camera %1, address %2, on the adapter %3, belongs to no place.</source>
+        <translation>网卡 %3 上的相机 %1（地址 %2）不属于任何工位。</translation>
+    </message>
+    <message>
+        <source>Other cameras that belong to no place: %1.</source>
+        <translation>其他不属于任何工位的相机：%1。</translation>
+    </message>
+    <message>
+        <source>%1 has no members here; a mapping is needed, {} when it is to have none</source>
+        <translation>%1 在此没有成员；需要一个映射，没有成员时写 {}</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is unknown here; allowed are %2</source>
+        <translation>此处不认识“%1”；允许的有 %2</translation>
+    </message>
+    <message>
+        <source>%1 is missing here; it is needed</source>
+        <translation>此处缺少 %1；它是必需的</translation>
+    </message>
+    <message>
+        <source>%1 has no text here; one is needed, in quotes when it is &quot;null&quot; or &quot;~&quot;</source>
+        <translation>%1 在此没有文本；需要一个文本，若为“null”或“~”须加引号</translation>
+    </message>
+    <message>
+        <source>%1 is an empty text; another one is needed</source>
+        <translation>%1 是空文本；需要另一文本</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is unknown; allowed are %3</source>
+        <translation>不认识 %1 的值“%2”；允许的有 %3</translation>
+    </message>
+    <message>
+        <source>address &quot;%1&quot; is no address with the length of its prefix; an IPv4 address, a slash and 1 to 32 are allowed, such as 192.168.10.1/24</source>
+        <translation>address 的值“%1”不是带前缀长度的地址；允许 IPv4 地址、斜杠和 1 到 32，例如 192.168.10.1/24</translation>
+    </message>
+    <message>
+        <source>mtu is no number of bytes; 68 to 65535 are allowed</source>
+        <translation>mtu 不是字节数；允许 68 到 65535</translation>
+    </message>
+    <message>
+        <source>match has no members; one or more of adapter, serial, mac, name are needed</source>
+        <translation>match 没有成员；需要 adapter、serial、mac、name 中的一个或多个</translation>
+    </message>
+    <message>
+        <source>address is missing here, which mode static needs</source>
+        <translation>此处缺少 mode static 所需的 address</translation>
+    </message>
+    <message>
+        <source>mask is missing here and in defaults, which mode static needs</source>
+        <translation>此处和 defaults 中都缺少 mode static 所需的 mask</translation>
+    </message>
+    <message>
+        <source>place &quot;%1&quot; cannot be its camera&apos;s name, as only %2 bytes of UTF-8 without a NUL can; it needs name: such a text, or keep</source>
+        <translation>工位“%1”不能作为其相机的名称，因为名称只能是不含 NUL 的 %2 字节 UTF-8；它需要 name：这样的文本，或 keep</translation>
+    </message>
+    <message>
+        <source>%1 goes with mode static only; here the mode is %2, which takes none</source>
+        <translation>%1 只能与 mode static 一起使用；此处的 mode 为 %2，不带该项</translation>
+    </message>
+    <message>
+        <source>version is unknown; the number 1 is allowed</source>
+        <translation>不认识该 version；允许数字 1</translation>
+    </message>
+    <message>
+        <source>places &quot;%1&quot; (line %2) and &quot;%3&quot; (line %4) have one camera, of MAC %5; one place is allowed for each</source>
+        <translation>工位“%1”（第 %2 行）和“%3”（第 %4 行）是同一台 MAC 为 %5 的相机；每台相机只允许一个工位</translation>
+    </message>
+    <message>
+        <source>places &quot;%1&quot; (line %2) and &quot;%3&quot; (line %4) have one camera, of serial number &quot;%5&quot;; one place is allowed for each</source>
+        <translation>工位“%1”（第 %2 行）和“%3”（第 %4 行）是同一台序列号为“%5”的相机；每台相机只允许一个工位</translation>
+    </message>
+    <message>
+        <source>places &quot;%1&quot; (line %2) and &quot;%3&quot; (line %4) match the same cameras; each needs a match of its own</source>
+        <translation>工位“%1”（第 %2 行）和“%3”（第 %4 行）匹配相同的相机；每个工位需要自己的 match</translation>
+    </message>
+    <message>
+        <source>places &quot;%1&quot; (line %2) and &quot;%3&quot; (line %4) have one address, %5; each needs its own</source>
+        <translation>工位“%1”（第 %2 行）和“%3”（第 %4 行）是同一地址 %5；每个工位需要自己的地址</translation>
+    </message>
+    <message>
+        <source>address &quot;%1&quot; is that of adapter %2 (line %3); another one is allowed</source>
+        <translation>地址“%1”是网卡 %2（第 %3 行）的地址；允许另一地址</translation>
+    </message>
+    <message>
+        <source>The file is too long; a megabyte is allowed</source>
+        <translation>文件太长；允许 1 兆字节</translation>
+    </message>
+    <message>
+        <source>The file has a NUL in it; text is allowed</source>
+        <translation>文件中有 NUL；只允许文本</translation>
+    </message>
+    <message>
+        <source>What stands here is no UTF-8, which alone is allowed</source>
+        <translation>此处不是 UTF-8；只允许 UTF-8</translation>
+    </message>
+    <message>
+        <source>A control character stands here; an escape in a text in double quotes is allowed</source>
+        <translation>此处有控制字符；允许在双引号文本中使用转义</translation>
+    </message>
+    <message>
+        <source>An alias stands here; a value is allowed</source>
+        <translation>此处是别名；允许的是值</translation>
+    </message>
+    <message>
+        <source>This text is too long; %1 bytes are allowed</source>
+        <translation>此文本太长；允许 %1 字节</translation>
+    </message>
+    <message>
+        <source>A list stands here; members with their values are allowed</source>
+        <translation>此处是列表；允许的是带值的成员</translation>
+    </message>
+    <message>
+        <source>Too many mappings are inside each other; %1 are allowed</source>
+        <translation>映射嵌套太深；允许 %1 层</translation>
+    </message>
+    <message>
+        <source>A member has a mapping as its name; a text is allowed</source>
+        <translation>成员的名称是映射；允许的是文本</translation>
+    </message>
+    <message>
+        <source>An anchor stands here; a value is allowed</source>
+        <translation>此处是锚点；允许的是值</translation>
+    </message>
+    <message>
+        <source>A tag stands here; a value is allowed</source>
+        <translation>此处是标签；允许的是值</translation>
+    </message>
+    <message>
+        <source>The file has too many values; %1 are allowed</source>
+        <translation>文件中的值太多；允许 %1 个</translation>
+    </message>
+    <message>
+        <source>A member has no name; a text is allowed, in quotes when it is &quot;null&quot; or &quot;~&quot;</source>
+        <translation>成员没有名称；允许文本，若为“null”或“~”须加引号</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is here twice, first in line %2; once is allowed</source>
+        <translation>“%1”在此出现两次，首次在第 %2 行；只允许一次</translation>
+    </message>
+    <message>
+        <source>A second document begins here; one is allowed</source>
+        <translation>此处开始第二个文档；只允许一个</translation>
+    </message>
+    <message>
+        <source>This is no YAML: %1</source>
+        <translation>这不是 YAML：%1</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is no IPv4 address: four numbers from 0 to 255 without leading zeros, joined by dots, are allowed, such as 192.168.1.20</source>
+        <translation>%1 的值“%2”不是 IPv4 地址：允许四个 0 到 255 之间、无前导零并以点连接的数字，例如 192.168.1.20</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is no subnet mask: only ones before zeros, in binary, are allowed, such as 255.255.255.0</source>
+        <translation>%1 的值“%2”不是子网掩码：其二进制只允许先 1 后 0，例如 255.255.255.0</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; makes all addresses one subnet; 128.0.0.0 to 255.255.255.252 are allowed</source>
+        <translation>%1 的值“%2”使所有地址成为一个子网；允许 128.0.0.0 到 255.255.255.252</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; leaves no room for a camera and a host in the subnet; 128.0.0.0 to 255.255.255.252 are allowed</source>
+        <translation>%1 的值“%2”使子网容不下一台相机和一台主机；允许 128.0.0.0 到 255.255.255.252</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; begins with 0, which is no host&apos;s; 1 to 223 other than 127 are allowed there</source>
+        <translation>%1 的值“%2”以 0 开头，不是主机地址；该处允许 1 到 223（127 除外）</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is a loopback address, which no camera can have; 1 to 223 other than 127 are allowed as the first number</source>
+        <translation>%1 的值“%2”是环回地址，相机不能使用；首个数字允许 1 到 223（127 除外）</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is in the reserved range from 240.0.0.0; 1 to 223 other than 127 are allowed as the first number</source>
+        <translation>%1 的值“%2”在从 240.0.0.0 开始的保留范围内；首个数字允许 1 到 223（127 除外）</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is a multicast address; 1 to 223 other than 127 are allowed as the first number</source>
+        <translation>%1 的值“%2”是组播地址；首个数字允许 1 到 223（127 除外）</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is the address of the subnet itself with mask %3; %4 to %5 are allowed</source>
+        <translation>在掩码 %3 下，%1 的值“%2”是子网本身的地址；允许 %4 到 %5</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is the broadcast address of its subnet with mask %3; %4 to %5 are allowed</source>
+        <translation>在掩码 %3 下，%1 的值“%2”是其子网的广播地址；允许 %4 到 %5</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is not in the subnet of %3 %4 with %5 %6; an address of that subnet is allowed, or 0.0.0.0 for no gateway</source>
+        <translation>%1 的值“%2”不在 %3 %4（%5 %6）的子网中；允许该子网的地址，或以 0.0.0.0 表示没有网关</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is the camera&apos;s own new address; another of its subnet is allowed, or 0.0.0.0 for no gateway</source>
+        <translation>%1 的值“%2”是相机自己的新地址；允许其子网中的另一地址，或以 0.0.0.0 表示没有网关</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is no MAC address: twelve hexadecimal digits are allowed, the pairs separated by colons, dashes or nothing, such as 00:1A:2B:3C:4D:5E</source>
+        <translation>%1 的值“%2”不是 MAC 地址：允许十二个十六进制数字，每两个之间以冒号、连字符分隔或不分隔，例如 00:1A:2B:3C:4D:5E</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is all zeros, which is no camera&apos;s; the list command shows the cameras&apos; own</source>
+        <translation>%1 的值“%2”全为零，不是相机的地址；list 命令显示各相机自己的地址</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is the address of a group (its first pair is odd), which is no camera&apos;s; the list command shows the cameras&apos; own</source>
+        <translation>%1 的值“%2”是组地址（第一对数字为奇数），不是相机的地址；list 命令显示各相机自己的地址</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is not UTF-8</source>
+        <translation>%1 的值“%2”不是 UTF-8</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; has a NUL in it, which ends a camera&apos;s name</source>
+        <translation>%1 的值“%2”中有 NUL，相机名称会在此结束</translation>
+    </message>
+    <message>
+        <source>%1 &quot;%2&quot; is too long with %3 bytes of UTF-8; %4 are allowed</source>
+        <translation>%1 的值“%2”有 %3 字节 UTF-8，太长；允许 %4 字节</translation>
+    </message>
+    <message>
+        <source>The camera %1 belongs to no place, but is not of the model %2, which belongs here. Put such a one in its place, or correct the file.</source>
+        <translation>相机 %1 不属于任何工位，但其型号不是这里应有的 %2。请换上该型号的相机，或更正文件。</translation>
+    </message>
+    <message>
+        <source>On the adapter %1 no camera answers that belongs to no place. Plug the new one in, and give it the time to start.</source>
+        <translation>网卡 %1 上没有不属于任何工位的相机应答。请接上新相机，并等待其启动。</translation>
+    </message>
+    <message>
+        <source>No camera answers that belongs to no place. Plug the new one in, and give it the time to start.</source>
+        <translation>没有不属于任何工位的相机应答。请接上新相机，并等待其启动。</translation>
+    </message>
+    <message>
+        <source>%1 cameras could be the new one: %2. Unplug all but that one, or say in the file where the others belong.</source>
+        <translation>有 %1 台相机都可能是新相机：%2。请只连接新相机，或在文件中说明其他相机属于哪里。</translation>
+    </message>
+    <message>
+        <source>this value cannot be replaced by &quot;%1&quot;; write it in one line, or replace it by hand</source>
+        <translation>无法把此值替换为“%1”；请把它写在一行内，或手动替换</translation>
+    </message>
+    <message>
+        <source>The camera %1 is at this place and answers; only one that is silent is replaced.</source>
+        <translation>相机 %1 在此工位上并有应答；只更换没有应答的相机。</translation>
+    </message>
+    <message>
+        <source>the file cannot be rewritten here; correct it by hand</source>
+        <translation>无法在此处改写文件；请手动更正</translation>
     </message>
 </context>
 </TS>

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <thread>
 
 namespace {
 
@@ -33,6 +34,21 @@ std::string macOf(const RZ_CC_DEVICE_INFO* record)
     return record ? macText(record->nMacHigh, record->nMacLow) : "none";
 }
 
+std::string settingsText(const RZ_CC_SETTINGS& settings)
+{
+    const auto part = [&](uint32_t bit, const std::string& text) {
+        return (settings.nParts & bit) != 0 ? ", " + text : std::string();
+    };
+    const auto ip = [](uint32_t address, uint32_t mask, uint32_t gateway) {
+        return dotted(address) + " " + dotted(mask) + " " + dotted(gateway);
+    };
+    return part(RZ_SETTING_METHOD, "method " + std::to_string(settings.nIpConfig)) +
+           part(RZ_SETTING_ADDRESS, "address " + ip(settings.nIp, settings.nSubnetMask, settings.nGateway)) +
+           part(RZ_SETTING_STORED,
+                "stored " + ip(settings.nStoredIp, settings.nStoredMask, settings.nStoredGateway)) +
+           part(RZ_SETTING_NAME, std::string("name ") + settings.szUserDefinedName);
+}
+
 /// As a caller of the C interface gets it, cut to the buffer.
 void copyText(const std::string& text, char* buffer, unsigned bufferSize)
 {
@@ -52,14 +68,20 @@ void setText(char (&field)[Size], const std::string& text)
 /// The C functions' way into the double.
 struct SdkCalls
 {
-    static SdkDouble& begin(std::string call)
+    static SdkDouble& current(const char* call)
     {
         if (!s_double) {
-            std::fprintf(stderr, "%s: no SdkDouble exists\n", call.c_str());
+            std::fprintf(stderr, "%s: no SdkDouble exists\n", call);
             std::abort();
         }
-        s_double->note(std::move(call));
         return *s_double;
+    }
+
+    static SdkDouble& begin(std::string call)
+    {
+        SdkDouble& sdk = current(call.c_str());
+        sdk.note(std::move(call));
+        return sdk;
     }
 
     static int addHandle(SdkDouble& sdk, void** handle, const RZ_CC_DEVICE_INFO* record)
@@ -77,6 +99,42 @@ struct SdkCalls
             return RZ_ERROR_HANDLE;
         delete static_cast<char*>(handle);
         return RZ_OK;
+    }
+
+    static unsigned addChange(SdkDouble& sdk, const RZ_CC_CHANGE& change)
+    {
+        const std::lock_guard lock(sdk.m_mutex);
+        sdk.m_changes.emplace(++sdk.m_lastChange, change);
+        return sdk.m_lastChange;
+    }
+
+    /// Ends those that end now; whether there was any.
+    static bool endChanges(SdkDouble& sdk, const RZ_CC_LINE_SINK& sink)
+    {
+        const auto underWay = [&sdk] {
+            const std::lock_guard lock(sdk.m_mutex);
+            return sdk.m_changes;
+        }();
+        bool hasEnded = false;
+        for (const auto& [number, change] : underWay) {
+            const auto end = sdk.change(change);
+            if (!end) {
+                if (sdk.stepUnderWay != 0 && sdk.m_stepsTold.insert(number).second)
+                    sink.pOnStep(sink.pContext, number, sdk.stepUnderWay);
+                continue;
+            }
+            {
+                const std::lock_guard lock(sdk.m_mutex);
+                sdk.m_changes.erase(number);
+            }
+            for (unsigned step = RZ_STEP_FORCED; step <= RZ_STEP_RESTARTED; step *= 2)
+                if ((end->steps & step) != 0)
+                    sink.pOnStep(sink.pContext, number, step);
+            const RZ_CC_CHANGE_RESULT result{end->error, end->text.c_str(), end->steps, end->now};
+            sink.pOnEnd(sink.pContext, number, &result);
+            hasEnded = true;
+        }
+        return hasEnded;
     }
 
     static RZ_CC_DEVICE_INFO* recordOf(void* handle)
@@ -114,6 +172,8 @@ SdkDouble::SdkDouble()
           sink.pOnReport(sink.pContext, &report);
           return RZ_OK;
       }),
+      openLine([] { return RZ_OK; }),
+      change([this](const RZ_CC_CHANGE& wanted) { return obey(wanted); }),
       getErrorText([](const RZ_CC_DEVICE_INFO*) { return std::string(); }),
       isForcedIpWaiting([](const RZ_CC_DEVICE_INFO*) { return false; }),
       getPersistentIp([](RZ_CC_DEVICE_INFO* info, unsigned& ip, unsigned& mask, unsigned& gateway) {
@@ -206,6 +266,44 @@ RZ_CC_DEVICE_INFO* SdkDouble::recordOf(void* handle) const
     return found == m_handles.end() ? nullptr : found->second;
 }
 
+SdkDouble::ChangeEnd SdkDouble::obey(const RZ_CC_CHANGE& asked)
+{
+    const RZ_CC_SETTINGS& wanted = asked.stWanted;
+    const auto found = std::ranges::find_if(listed, [&asked](const RZ_CC_DEVICE_INFO* each) {
+        return each->nMacHigh == asked.stInfo.nMacHigh && each->nMacLow == asked.stInfo.nMacLow;
+    });
+    if (found == listed.end())
+        return {RZ_ERROR_NO_ANSWER, "it does not answer", 0, {}};
+    RZ_GIGE_DEVICE_INFO& camera = (*found)->stGigEInfo;
+    ChangeEnd end;
+    end.now = wanted;
+    if ((wanted.nParts & RZ_SETTING_ADDRESS) != 0) {
+        end.steps |= RZ_STEP_FORCED;
+        camera.nDeviceIp = wanted.nIp;
+        camera.nDeviceSubnetMask = wanted.nSubnetMask;
+        camera.nDeviceGateway = wanted.nGateway;
+    }
+    if ((wanted.nParts & RZ_SETTING_STORED) != 0)
+        end.steps |= RZ_STEP_STORED;
+    if ((wanted.nParts & RZ_SETTING_METHOD) != 0 && camera.nIpConfigCurrent != wanted.nIpConfig) {
+        end.steps |= RZ_STEP_CONFIGURED | RZ_STEP_RESTARTED;
+        camera.nIpConfigCurrent = wanted.nIpConfig;
+    }
+    if ((wanted.nParts & RZ_SETTING_NAME) != 0) {
+        end.steps |= RZ_STEP_NAMED;
+        std::copy(std::begin(wanted.szUserDefinedName), std::end(wanted.szUserDefinedName),
+                  std::begin(camera.szUserDefinedName));
+    }
+    end.now.nParts |= RZ_SETTING_METHOD | RZ_SETTING_ADDRESS | RZ_SETTING_NAME;
+    end.now.nIpConfig = camera.nIpConfigCurrent;
+    end.now.nIp = camera.nDeviceIp;
+    end.now.nSubnetMask = camera.nDeviceSubnetMask;
+    end.now.nGateway = camera.nDeviceGateway;
+    std::copy(std::begin(camera.szUserDefinedName), std::end(camera.szUserDefinedName),
+              std::begin(end.now.szUserDefinedName));
+    return end;
+}
+
 extern "C" {
 
 unsigned RZ_CC_EnumerateTls(void)
@@ -251,6 +349,38 @@ int RZ_CC_Look(void* look, unsigned options, unsigned milliseconds, const RZ_CC_
 int RZ_CC_CloseLook(void* look)
 {
     return look == &SdkCalls::begin("CloseLook()") ? RZ_OK : RZ_ERROR_HANDLE;
+}
+
+int RZ_CC_OpenLine(void** line)
+{
+    SdkDouble& sdk = SdkCalls::begin("OpenLine()");
+    *line = &sdk;
+    return sdk.openLine();
+}
+
+int RZ_CC_BeginChange(void* line, const RZ_CC_CHANGE* change, unsigned* number)
+{
+    SdkDouble& sdk =
+        SdkCalls::begin("BeginChange(" + macOf(&change->stInfo) + settingsText(change->stWanted) + ")");
+    if (line != &sdk)
+        return RZ_ERROR_HANDLE;
+    *number = SdkCalls::addChange(sdk, *change);
+    return RZ_OK;
+}
+
+int RZ_CC_ServeLine(void* line, unsigned milliseconds, const RZ_CC_LINE_SINK* sink)
+{
+    SdkDouble& sdk = SdkCalls::current("ServeLine");
+    if (line != &sdk)
+        return RZ_ERROR_HANDLE;
+    if (!SdkCalls::endChanges(sdk, *sink))
+        std::this_thread::sleep_for(std::chrono::milliseconds(std::min(milliseconds, 1U)));
+    return RZ_OK;
+}
+
+int RZ_CC_CloseLine(void* line)
+{
+    return line == &SdkCalls::begin("CloseLine()") ? RZ_OK : RZ_ERROR_HANDLE;
 }
 
 int RZ_CC_ExpectDevice(unsigned macHigh, unsigned macLow)

@@ -8,6 +8,7 @@
 #include <map>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,15 @@ public:
         std::string adapter = "192.0.2.5";
     };
 
+    /// How a change ends.
+    struct ChangeEnd
+    {
+        int error = RZ_OK;
+        std::string text;
+        uint32_t steps = 0;
+        RZ_CC_SETTINGS now{};
+    };
+
     SdkDouble();
     SdkDouble(const SdkDouble&) = delete;
     SdkDouble& operator=(const SdkDouble&) = delete;
@@ -50,6 +60,10 @@ public:
     /// As a look finds the camera with nothing more to tell of it: reachable in its adapter's /24, and
     /// accessible as isDeviceAccessible says.
     RZ_CC_SIGHTING sighting(RZ_CC_DEVICE_INFO* info) const;
+
+    /// What the default change() does: the listed camera of that MAC gets what is wanted; all steps that this
+    /// takes.
+    ChangeEnd obey(const RZ_CC_CHANGE& asked);
 
     /// What enumerations list, unless enumDevices is set to something else.
     std::vector<RZ_CC_DEVICE_INFO*> listed;
@@ -68,6 +82,12 @@ public:
     std::function<int()> openLook;
     /// Tells the sink what the look finds: unless it is set to something else, what is listed.
     std::function<int(unsigned options, unsigned milliseconds, const RZ_CC_LOOK_SINK&)> look;
+    std::function<int()> openLine;
+    /// What becomes of a change, once the line is served: unless it is set to something else, its camera is
+    /// as was wanted, in the list too. Nothing: it stays under way.
+    std::function<std::optional<ChangeEnd>(const RZ_CC_CHANGE&)> change;
+    /// An RZ_STEP that changes which stay under way report, once each; 0 for none.
+    unsigned stepUnderWay = 0;
     std::function<std::string(const RZ_CC_DEVICE_INFO*)> getErrorText;
     std::function<bool(const RZ_CC_DEVICE_INFO*)> isForcedIpWaiting;
     /// With a living handle's record.
@@ -88,7 +108,9 @@ public:
     /// "IsDeviceAccessible(00:1A:2B:3C:4D:5E, 1)",
     /// "ForceIpEx(00:1A:2B:3C:4D:5E, 192.168.1.20, 255.255.255.0, 0.0.0.0)". A handle shows as its camera's
     /// MAC; "Look(1, 5000)"; "OpenDevice(00:1A:2B:3C:4D:5E, 1, 0)", "GetGenICamXML(00:1A:2B:3C:4D:5E,
-    /// 3145728)".
+    /// 3145728)"; "BeginChange(00:1A:2B:3C:4D:5E, method 1, address 192.168.1.20 255.255.255.0 0.0.0.0,
+    /// stored 192.168.1.20 255.255.255.0 0.0.0.0, name left)" with the parts that are meant. Serving is not
+    /// noted: how often it is called is the caller's affair.
     std::vector<std::string> calls() const;
     /// Handles made and not destroyed yet.
     size_t livingHandles() const;
@@ -103,4 +125,7 @@ private:
     std::deque<RZ_CC_DEVICE_INFO> m_records;
     std::map<void*, RZ_CC_DEVICE_INFO*> m_handles;
     std::vector<std::string> m_calls;
+    std::map<unsigned, RZ_CC_CHANGE> m_changes; ///< Under way, by their numbers.
+    std::set<unsigned> m_stepsTold;             ///< Of changes whose step under way has been reported.
+    unsigned m_lastChange = 0;
 };
