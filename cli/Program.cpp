@@ -17,8 +17,8 @@ const std::string Name = "ip-configurator-cli";
 
 constexpr const char* ExitStatuses =
     R"(
-exit status: 0 done and seen to be so; 1 failed or refused; 2 wrong arguments; 3 no such camera; 130 interrupted by a
-signal while a camera was being set.
+exit status: 0 done and seen to be so; 1 failed or refused; 2 wrong arguments or a wrong file; 3 no such camera; 4 there is
+something to do (apply --check only); 130 interrupted by a signal while a camera was being set.
 )";
 
 std::string usage()
@@ -81,8 +81,9 @@ void run(const std::vector<std::string>& words, Session& session)
 
 const std::vector<Command>& commands()
 {
-    static const std::vector<Command> all{listCommand(), forceCommand(),  setCommand(),
-                                          whoCommand(),  doctorCommand(), watchCommand()};
+    static const std::vector<Command> all{listCommand(),   forceCommand(),  setCommand(),
+                                          whoCommand(),    doctorCommand(), watchCommand(),
+                                          exportCommand(), applyCommand(),  replaceCommand()};
     return all;
 }
 

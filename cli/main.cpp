@@ -11,6 +11,7 @@
 #include <exception>
 #include <fcntl.h>
 #include <iostream>
+#include <string>
 #include <unistd.h>
 
 namespace {
@@ -25,6 +26,14 @@ bool secureStandardStreams()
         if (::fcntl(fd, F_GETFD) == -1 && ::open("/dev/null", O_RDWR) == -1)
             return false;
     return true;
+}
+
+bool ask(const std::string& question)
+{
+    std::cerr << question << " [y/N] " << std::flush;
+    std::string answer;
+    std::getline(std::cin, answer);
+    return answer == "y" || answer == "Y" || answer == "yes";
 }
 
 bool wantsColour()
@@ -52,6 +61,8 @@ try {
         std::cout, std::cerr, wantsColour(), ::isatty(STDERR_FILENO) != 0, cli::findAddressOwner,
     };
     session.outDescriptor = STDOUT_FILENO;
+    if (::isatty(STDIN_FILENO) != 0)
+        session.ask = ask;
     return static_cast<int>(cli::runProgram(words, session));
 } catch (const std::exception& error) {
     std::cerr << "ip-configurator-cli: " << error.what() << '\n';

@@ -29,7 +29,9 @@ std::string allowed(std::vector<std::string> names, const std::vector<Option>& o
 
 void addOption(Arguments& arguments, const Option& option, const std::string& value)
 {
-    if (!arguments.options.emplace(option.name, value).second)
+    if (option.repeatable)
+        arguments.repeated[option.name].push_back(value);
+    if (!arguments.options.insert_or_assign(option.name, value).second && !option.repeatable)
         refuseArguments(option.name + " is given twice; once is allowed");
 }
 

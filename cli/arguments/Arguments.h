@@ -13,6 +13,7 @@ struct Option
     std::string name;  ///< "--mask"
     std::string value; ///< What help calls its value, such as "MASK"; empty for an option without one.
     bool required = false;
+    bool repeatable = false;
 };
 
 /// What may follow a command's name.
@@ -27,7 +28,9 @@ struct Syntax
 struct Arguments
 {
     std::vector<std::string> operands;
-    std::map<std::string, std::string> options; ///< By name; the value is empty for an option without one.
+    /// By name; the value is empty for an option without one, and the last of one that is repeated.
+    std::map<std::string, std::string> options;
+    std::map<std::string, std::vector<std::string>> repeated{}; ///< The values of those that may be, by name.
 
     bool has(const std::string& option) const { return options.count(option) != 0; }
 };

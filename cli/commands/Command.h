@@ -27,5 +27,8 @@ Command setCommand();
 Command whoCommand();
 Command doctorCommand();
 Command watchCommand();
+Command exportCommand();
+Command applyCommand();
+Command replaceCommand();
 
 } // namespace cli

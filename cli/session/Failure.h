@@ -12,6 +12,7 @@ enum class ExitStatus
     Failed = 1, ///< Or refused.
     WrongArguments = 2,
     NoSuchCamera = 3,
+    SomethingToDo = 4, ///< Where it was only to be found out whether there is.
     Interrupted = 130, ///< By a signal, while a change was under way.
 };
 

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
+#include <string>
 
 namespace cli {
 
@@ -22,6 +23,8 @@ struct Session
     /// server (15 s) and for a free link-local address (40 s).
     std::chrono::seconds restartPatience{120};
     int outDescriptor = -1; ///< Where `out` goes, if that is a file or a pipe.
+    /// Has the user say yes to this question; empty when nobody can be asked.
+    std::function<bool(const std::string& question)> ask{};
 };
 
 } // namespace cli

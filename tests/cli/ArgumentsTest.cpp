@@ -43,6 +43,15 @@ TEST(Arguments, MayHaveAValueThatIsEmptyOrLooksLikeAnOptionAfterAnEqualsSign)
     }
 }
 
+TEST(Arguments, KeepAllValuesOfAnOptionThatMayBeRepeated)
+{
+    const cli::Syntax syntax{{}, {{.name = "--only", .value = "PLACE", .repeatable = true}, {"--json", {}}}};
+    const cli::Arguments arguments =
+        cli::parseArguments(syntax, {"--only", "left", "--json", "--only=right"});
+    EXPECT_TRUE(arguments.has("--only"));
+    EXPECT_THAT(arguments.repeated, ElementsAre(Pair("--only", ElementsAre("left", "right"))));
+}
+
 TEST(Arguments, ThatAreWrongAreNamed)
 {
     const struct

@@ -34,8 +34,10 @@ TEST_F(ProgramTest, TellsItsUsageAndItsVersionAsDataWhenAsked)
     for (const char* option : {"--help", "-h"}) {
         EXPECT_EQ(run({option}), ExitStatus::Done);
         for (const char* text : {"  list ", "  force ", "  set ", "doctor [MAC] [--json]\n",
-                                 "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]", "3 no such camera",
-                                 "130 interrupted"})
+                                 "force MAC --ip ADDRESS --mask MASK [--gateway GATEWAY]",
+                                 "apply FILE [--check] [--only PLACE]... [--keep-going] [--json]\n",
+                                 "replace PLACE FILE [--yes]\n", "export [--by mac|serial|adapter]\n",
+                                 "3 no such camera", "4 there is", "130 interrupted"})
             EXPECT_THAT(out.str(), HasSubstr(text));
         EXPECT_EQ(err.str(), "");
     }
@@ -84,6 +86,12 @@ TEST_F(ProgramTest, RefusesWrongArgumentsInOneLine)
         {"doctor", "00:00:00:00:00:01", "00:00:00:00:00:02"},
         {"watch", "--seconds"},
         {"watch", "--seconds", "ever"},
+        {"export", "--by", "name"},
+        {"export", "file.yaml"},
+        {"apply"},
+        {"apply", "a.yaml", "b.yaml"},
+        {"apply", "a.yaml", "--only"},
+        {"replace", "left"},
     };
     for (const auto& words : lines) {
         EXPECT_EQ(run(words), ExitStatus::WrongArguments) << words[0];
