@@ -11,6 +11,7 @@
 #include "ui/QEditPanel.h"
 #include "ui/QNarrator.h"
 #include "ui/QPictureButton.h"
+#include "ui/QPlanWindow.h"
 #include "ui/QSetIpAddrDlg.h"
 #include "ui/QStatusLine.h"
 #include "widgets/QMessageBoxDlg.h"
@@ -55,8 +56,10 @@ bool MainWidget::CreatCtrls()
 {
     m_pRefreshBtn = new QPictureButton("refresh", QSize(90, 26), this);
     m_pDiagnoseBtn = new QPictureButton("diagnose", QSize(100, 26), this);
+    m_pPlanBtn = new QPictureButton("plan", QSize(80, 26), this);
     setTabOrder(m_pModifyIpBtn, m_pRefreshBtn);
     setTabOrder(m_pRefreshBtn, m_pDiagnoseBtn);
+    setTabOrder(m_pDiagnoseBtn, m_pPlanBtn);
     m_pStatusLine = new QStatusLine(this);
     m_pNarrator = new QNarrator(m_pStatusLine, m_pDeviceTable, this);
     m_pSaveThread = new QSaveThread;
@@ -74,6 +77,7 @@ bool MainWidget::InitSlots()
             StartRefresh();
     });
     connect(m_pDiagnoseBtn, &QPushButton::clicked, this, &MainWidget::OnDiagnoseBtn);
+    connect(m_pPlanBtn, &QPushButton::clicked, this, &MainWidget::OnPlanBtn);
     connect(m_pNarrator, &QNarrator::SigHeardAgain, this, &MainWidget::OnHeardAgain);
     // Before the search that this begins.
     connect(m_pSaveThread, &QSaveThread::SigRefresh, m_pNarrator, &QNarrator::OnCameraChanged);
@@ -96,6 +100,7 @@ bool MainWidget::InitLayout()
     pTools->addWidget(m_pModifyIpBtn);
     pTools->addWidget(m_pRefreshBtn);
     pTools->addWidget(m_pDiagnoseBtn);
+    pTools->addWidget(m_pPlanBtn);
     pTools->addStretch();
 
     QBoxLayout* const pTable = createLayout(Qt::Horizontal);
@@ -141,6 +146,7 @@ void MainWidget::RefreshWidgetInfo()
     m_pRefreshBtn->setText(tr("Refresh"));
     m_pRefreshBtn->setShortcut(Qt::Key_F5); // A new text takes a button's shortcut away.
     m_pDiagnoseBtn->setText(tr("Diagnose"));
+    m_pPlanBtn->setText(tr("Plan"));
     m_pStatusLine->RefreshTexts();
     m_pDeviceTable->RefreshTexts();
     m_pDetailPanel->RefreshTexts();
@@ -151,7 +157,9 @@ void MainWidget::Release()
     delete std::exchange(m_pNarrator, nullptr);
     delete std::exchange(m_pStatusLine, nullptr);
     m_pDiagnosisWindow.reset();
+    m_pPlanWindow.reset();
     delete std::exchange(m_pDiagnoseBtn, nullptr);
+    delete std::exchange(m_pPlanBtn, nullptr);
     delete std::exchange(m_pDeviceTable, nullptr);
     delete std::exchange(m_pEditPanel, nullptr);
     delete std::exchange(m_pDetailPanel, nullptr);
@@ -295,8 +303,13 @@ void MainWidget::changeEvent(QEvent* pEvent)
 void MainWidget::closeEvent(QCloseEvent* pEvent)
 {
     QCameraWindow::closeEvent(pEvent);
-    if (m_pDiagnosisWindow && pEvent->isAccepted())
-        m_pDiagnosisWindow->close(); // Else the program would not end.
+    if (!pEvent->isAccepted())
+        return;
+    // Else the program would not end. While a plan is being applied it does not, either.
+    if (m_pDiagnosisWindow)
+        m_pDiagnosisWindow->close();
+    if (m_pPlanWindow)
+        m_pPlanWindow->close();
 }
 
 void MainWidget::SetExaminer(const Examiner& examiner)
@@ -307,7 +320,8 @@ void MainWidget::SetExaminer(const Examiner& examiner)
 
 bool MainWidget::IsLooking() const
 {
-    return m_pNarrator->IsLooking() || (m_pDiagnosisWindow && m_pDiagnosisWindow->IsLooking());
+    return m_pNarrator->IsLooking() || (m_pDiagnosisWindow && m_pDiagnosisWindow->IsLooking()) ||
+           (m_pPlanWindow && m_pPlanWindow->IsWorking());
 }
 
 void MainWidget::OnDiagnoseBtn()
@@ -317,6 +331,24 @@ void MainWidget::OnDiagnoseBtn()
         MoveToDesktopCentre(*m_pDiagnosisWindow);
     }
     m_pDiagnosisWindow->Open();
+}
+
+void MainWidget::OnPlanBtn()
+{
+    if (!m_pPlanWindow) {
+        m_pPlanWindow = std::make_unique<QPlanWindow>(this, m_Survey);
+        connect(m_pPlanWindow.get(), &QPlanWindow::SigCamerasChanged, this, &MainWidget::OnPlanApplied);
+        MoveToDesktopCentre(*m_pPlanWindow);
+    }
+    m_pPlanWindow->Open();
+}
+
+void MainWidget::OnPlanApplied()
+{
+    if (!isVisible())
+        return; // The program is about to end.
+    m_pNarrator->OnPlanApplied();
+    OnHeardAgain();
 }
 
 void MainWidget::EnabledSaveBtn(bool bEnable)

@@ -3,6 +3,7 @@
 
 #include "ui/QCameraWindow.h"
 #include "ui/QDiagnosisThread.h"
+#include "ui/QPlanThread.h"
 
 #include <QBoxLayout>
 
@@ -11,6 +12,7 @@
 
 class QDiagnosisWindow;
 class QNarrator;
+class QPlanWindow;
 class QRefreshThread;
 class QSaveThread;
 class QSetIpAddrDlg;
@@ -37,6 +39,8 @@ public:
 
     /// Who finds out what is wrong, from the next time on.
     void SetExaminer(const Examiner& examiner);
+    /// Who finds out what there is, for a plan; meant before the first one.
+    void SetSurveyor(const Surveyor& survey) { m_Survey = survey; }
     /// Whether something beyond the list of cameras is being found out.
     bool IsLooking() const;
 
@@ -54,6 +58,7 @@ public slots:
     void OnForceIpBtn();
     void OnSetIpDlgBtnOk();
     void OnDiagnoseBtn();
+    void OnPlanBtn();
     /// Returns when the user has closed the message.
     void OnShowMsg(const QString& strTitle, const QString& strText);
 
@@ -72,14 +77,18 @@ private:
     void StartRefresh();
     /// Lists a camera that is heard again, unless that would take away what somebody is about to do.
     void OnHeardAgain();
+    void OnPlanApplied();
     void StartSave(const QDevice& current, const QDevice& modified);
 
     QPictureButton* m_pRefreshBtn = nullptr;
     QPictureButton* m_pDiagnoseBtn = nullptr;
+    QPictureButton* m_pPlanBtn = nullptr;
     QStatusLine* m_pStatusLine = nullptr;
     QNarrator* m_pNarrator = nullptr;
     std::unique_ptr<QDiagnosisWindow> m_pDiagnosisWindow; ///< From the first time that it is asked for.
     Examiner m_Examiner = DoctorsExaminer();
+    std::unique_ptr<QPlanWindow> m_pPlanWindow; ///< From the first time that it is asked for.
+    Surveyor m_Survey = NetworksSurveyor();
     QSaveThread* m_pSaveThread = nullptr;
     QRefreshThread* m_pRefreshThread = nullptr;
     QSetIpAddrDlg* m_pSetIpAddrDlg = nullptr;

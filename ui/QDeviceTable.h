@@ -2,10 +2,10 @@
 #pragma once
 
 #include "base/Sentence.h"
+#include "ui/QRowTable.h"
 
 #include <QCoreApplication>
 #include <QIcon>
-#include <QTableWidget>
 #include <QVector>
 
 #include <map>
@@ -14,8 +14,8 @@
 
 class QDevice;
 
-/// The cameras, one a row, for selection only. Cells show texts from the network as they are.
-class QDeviceTable : public QTableWidget
+/// The cameras, one a row.
+class QDeviceTable : public QRowTable
 {
     Q_DECLARE_TR_FUNCTIONS(MainWidget)
 
@@ -36,17 +36,11 @@ public:
     /// identity.
     QString MacAddressAt(int nRow) const;
 
-    /// What the table says while it has no rows.
-    void SetEmptyText(std::vector<base::Sentence> text);
-
     /// What there is to say of cameras beyond their cells, by MAC address; it is in the tool tips of their
     /// rows.
     void SetRemarks(std::map<std::string, std::vector<base::Sentence>> remarks);
     /// In the language of now; empty when there is none, or no such row.
-    QString RemarkAt(int nRow) const;
-
-protected:
-    void paintEvent(QPaintEvent* pEvent) override;
+    QString RemarkAt(int nRow) const override;
 
 private:
     QIcon StatusIcon(const QDevice& device) const;
@@ -54,6 +48,5 @@ private:
     QIcon m_freeIcon;
     QIcon m_inUseIcon;
     QIcon m_unreachableIcon;
-    std::vector<base::Sentence> m_emptyText;
     std::map<std::string, std::vector<base::Sentence>> m_remarks;
 };

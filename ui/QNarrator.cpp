@@ -131,6 +131,15 @@ void QNarrator::OnSaved()
     Tell();
 }
 
+void QNarrator::OnPlanApplied()
+{
+    if (m_save || m_restart)
+        return;
+    m_action = {{TRANSLATABLE("Sentence", "A plan was applied"), {}}};
+    m_bActionIsNew = true;
+    Tell();
+}
+
 void QNarrator::OnHeardUnlisted()
 {
     m_action.push_back({TRANSLATABLE("Sentence", "F5 shows it as it is now"), {}});

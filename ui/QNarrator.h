@@ -41,6 +41,7 @@ public:
     void OnSave(const QDevice& before, const QDevice& asked);
     void OnRestarting(); ///< The save that runs has changed the camera's type: it will restart.
     void OnSaved();
+    void OnPlanApplied();
     void OnHeardUnlisted(); ///< What SigHeardAgain() told is not going to be listed by itself.
 
 public slots:

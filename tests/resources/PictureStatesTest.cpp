@@ -70,9 +70,9 @@ TEST(PictureStates, EveryControlHasPicturesOfItsStates)
     }
     EXPECT_THAT(Readable(withStates),
                 testing::UnorderedElementsAre(
-                    "btn/btn", "btn/btn1", "btn/diagnose", "btn/forceip", "btn/refresh", "checkbox/checkbox",
-                    "dialog/max", "dialog/min", "dialog/recovery", "dialog/title_close", "inputbox/inputbox",
-                    "radiobox/radiobox", "scrollbar/scrollbar", "scrollbar/scrollbar2"));
+                    "btn/btn", "btn/btn1", "btn/diagnose", "btn/forceip", "btn/plan", "btn/refresh",
+                    "checkbox/checkbox", "dialog/max", "dialog/min", "dialog/recovery", "dialog/title_close",
+                    "inputbox/inputbox", "radiobox/radiobox", "scrollbar/scrollbar", "scrollbar/scrollbar2"));
 }
 
 TEST(PictureStates, TheStatesOfAControlHaveOneSizeAndDoNotLookAlike)
@@ -130,9 +130,9 @@ TEST(PictureStates, TheOnesForScaledScreensAreTwiceAsLargeAsTheOthers)
             ++count;
         }
     }
-    // Check box, radio button, input field, the three buttons with a sign in front, a camera's status, and
+    // Check box, radio button, input field, the four buttons with a sign in front, a camera's status, and
     // the title bar's buttons.
-    EXPECT_EQ(count, 45);
+    EXPECT_EQ(count, 49);
 }
 
 TEST(PictureStates, TheIconHasThePicturesForEachPlaceThatADesktopShowsItIn)

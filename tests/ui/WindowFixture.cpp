@@ -100,6 +100,7 @@ void WindowFixture::open()
 {
     window = s_windows.emplace_back(new MainWidget);
     window->SetExaminer([this] { return std::make_shared<const doctor::Diagnosis>(examine()); });
+    window->SetSurveyor([this](auto&&...) { return std::make_shared<const inventory::Inventory>(survey()); });
     ASSERT_TRUE(showActive(*window));
     ASSERT_TRUE(eventually([this] { return jobsAreOver(); }));
 }

@@ -3,9 +3,11 @@
 
 #include "device/QDevice.h"
 #include "doctor/Doctor.h"
+#include "inventory/Inventory.h"
 #include "tests/save/NodeMapDouble.h"
 #include "tests/support/ScriptedProgram.h"
 #include "tests/support/SdkDouble.h"
+#include "tests/ui/Surveyed.h"
 #include "ui/MainWidget.h"
 
 #include <QAbstractButton>
@@ -96,6 +98,9 @@ protected:
 
     /// What the doctor finds out, on a worker's thread; at first nothing. None of it comes from this machine.
     std::function<doctor::Diagnosis()> examine = [] { return doctor::Diagnosis(); };
+
+    /// What a survey for a plan finds, on a worker's thread; at first what the double of the SDK lists.
+    std::function<inventory::Inventory()> survey = [this] { return surveyed(sdk, sdk.isDeviceAccessible); };
 
     ScriptedProgram ping{"ping"};
     ScriptedProgram cmd{"cmd"};
