@@ -5,6 +5,14 @@
 
 namespace sdk {
 
+namespace {
+
+/// Heard without a look at who may go on: hundreds of cameras answer a question at once, and a flood must not
+/// keep anybody from what is due.
+constexpr int DatagramsAtOnce = 512;
+
+} // namespace
+
 /// Lets one coroutine go on whose step is over; false when there is none.
 bool Line::resumeOne()
 {
@@ -32,11 +40,33 @@ void Line::serve(Clock::time_point until, const std::function<bool()>& hasNews)
         auto next = until;
         for (const Waiter& waiter : m_waiters)
             next = std::min(next, waiter.step.nextStep());
-        const auto datagram = m_network.receive(next);
-        if (const auto acknowledge = datagram ? gvcp::parseAcknowledge(datagram->payload) : std::nullopt)
-            for (Waiter& waiter : m_waiters)
-                waiter.step.take(*datagram, *acknowledge);
+        listen(next);
     }
+}
+
+/// Waits until then for something to hear, and hears what else has come with it.
+void Line::listen(Clock::time_point until)
+{
+    for (int i = 0; i < DatagramsAtOnce; ++i) {
+        const auto datagram = m_network.receive(until);
+        if (!datagram)
+            return;
+        tell(*datagram);
+        until = m_network.now();
+    }
+}
+
+void Line::tell(const Datagram& datagram)
+{
+    const auto acknowledge = gvcp::parseAcknowledge(datagram.payload);
+    if (!acknowledge)
+        return;
+    if (const auto sighting = m_looks.sightingIn(datagram, *acknowledge))
+        for (Waiter& waiter : m_waiters)
+            waiter.step.see(*sighting);
+    else
+        for (Waiter& waiter : m_waiters)
+            waiter.step.take(datagram, *acknowledge);
 }
 
 } // namespace sdk

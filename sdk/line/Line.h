@@ -24,7 +24,10 @@ public:
 
     /// Does what is due. May throw CameraError.
     virtual void proceed() = 0;
-    virtual void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) = 0;
+    /// A camera's answer to a command.
+    virtual void take(const Datagram& /*datagram*/, const gvcp::AcknowledgePacket& /*acknowledge*/) {}
+    /// Its answer to a look.
+    virtual void see(const Sighting& /*sighting*/) {}
     virtual bool isOver() const = 0;
     /// When proceed() has something to do next.
     virtual Clock::time_point nextStep() const = 0;
@@ -60,6 +63,8 @@ private:
     };
 
     bool resumeOne();
+    void listen(Clock::time_point until);
+    void tell(const Datagram& datagram);
 
     Network& m_network;
     RequestIds m_ids;

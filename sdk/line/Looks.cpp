@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "sdk/line/Looks.h"
 
-#include "gvcp/Packet.h"
-
 namespace sdk {
 
 namespace {
@@ -10,8 +8,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto Interval = 250ms;
-/// Between two questions for different waiters: 256 cameras answer each.
-constexpr auto Gap = 50ms;
+/// Between two questions for different waiters: 256 cameras answer each, and are busy with changes.
+constexpr auto Gap = 125ms;
 /// Cameras answer within a second.
 constexpr auto TimeToAnswer = 2s;
 
@@ -39,10 +37,15 @@ Clock::time_point Looks::nextStep(Clock::time_point since) const
     return *m_last + (*m_last < since ? Gap : Interval);
 }
 
-std::optional<Clock::time_point> Looks::timeOf(std::uint16_t id) const
+std::optional<Sighting> Looks::sightingIn(const Datagram& datagram,
+                                          const gvcp::AcknowledgePacket& acknowledge) const
 {
-    const auto found = m_times.find(id);
-    return found == m_times.end() ? std::nullopt : std::optional(found->second);
+    const auto asked = m_times.find(acknowledge.id);
+    if (asked == m_times.end() || acknowledge.command != gvcp::Command::Discovery ||
+        acknowledge.status != gvcp::Status::Success)
+        return std::nullopt;
+    const auto identity = gvcp::parseDiscoveryAck(acknowledge.payload);
+    return identity ? std::optional(Sighting{*identity, datagram.adapter, asked->second}) : std::nullopt;
 }
 
 } // namespace sdk

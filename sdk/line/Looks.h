@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "gvcp/DiscoveryAck.h"
+#include "gvcp/Packet.h"
 #include "sdk/network/Network.h"
 #include "sdk/network/RequestIds.h"
 
@@ -8,6 +10,14 @@
 #include <optional>
 
 namespace sdk {
+
+/// A camera as it answered, and where.
+struct Sighting
+{
+    gvcp::DiscoveryAck identity;
+    std::size_t adapter = 0; ///< Index of Network::adapters().
+    Clock::time_point asked; ///< It answered a question of then.
+};
 
 /// Asks all cameras who they are, for all who wait for one to appear: one question serves them together,
 /// since every camera answers it.
@@ -20,8 +30,9 @@ public:
     void proceed(Clock::time_point since);
     Clock::time_point nextStep(Clock::time_point since) const;
 
-    /// When the question with this id was asked; nothing for an id that is none's.
-    std::optional<Clock::time_point> timeOf(std::uint16_t id) const;
+    /// The camera that answers one of the questions; nothing for another acknowledge.
+    std::optional<Sighting> sightingIn(const Datagram& datagram,
+                                       const gvcp::AcknowledgePacket& acknowledge) const;
 
 private:
     Network& m_network;

@@ -32,20 +32,15 @@ void Search::proceed()
         m_line.looks().proceed(m_begin);
 }
 
-void Search::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
+void Search::see(const Sighting& sighting)
 {
-    if (m_found || acknowledge.command != gvcp::Command::Discovery ||
-        acknowledge.status != gvcp::Status::Success)
-        return;
-    const auto asked = m_line.looks().timeOf(acknowledge.id);
-    const auto identity = gvcp::parseDiscoveryAck(acknowledge.payload);
-    if (!asked || *asked < m_begin || !identity || identity->mac != m_mac)
+    if (m_found || sighting.identity.mac != m_mac || sighting.asked < m_begin)
         return;
     const Network& network = m_line.network();
-    const bool isAtHome = network.adapters()[datagram.adapter].index == m_home;
+    const bool isAtHome = network.adapters()[sighting.adapter].index == m_home;
     if (!isAtHome && network.now() - m_begin < TimeAtHome)
         return;
-    m_last = {*identity, datagram.adapter, *asked};
+    m_last = sighting;
     if (m_isWanted(*m_last))
         m_found = m_last;
 }
@@ -65,12 +60,6 @@ void Forcing::proceed()
 {
     m_force.proceed();
     m_search.proceed();
-}
-
-void Forcing::take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge)
-{
-    m_force.take(datagram, acknowledge);
-    m_search.take(datagram, acknowledge);
 }
 
 } // namespace sdk

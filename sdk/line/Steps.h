@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "gvcp/DiscoveryAck.h"
 #include "gvcp/ForceIp.h"
 #include "sdk/addressing/ForceIpExchange.h"
 #include "sdk/line/Line.h"
@@ -12,14 +11,6 @@
 
 /// What a change waits for.
 namespace sdk {
-
-/// The camera as it answered, and where.
-struct Sighting
-{
-    gvcp::DiscoveryAck identity;
-    std::size_t adapter = 0; ///< Index of Network::adapters().
-    Clock::time_point asked; ///< It answered a question of then.
-};
 
 /// One command, to its end.
 class Command : public Step
@@ -57,7 +48,7 @@ public:
     const std::optional<Sighting>& last() const { return m_last; }
 
     void proceed() override;
-    void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) override;
+    void see(const Sighting& sighting) override;
     bool isOver() const override { return m_found || m_line.network().now() >= m_end; }
     Clock::time_point nextStep() const override { return std::min(m_end, m_line.looks().nextStep(m_begin)); }
 
@@ -86,7 +77,11 @@ public:
     bool isRefused() const { return answer() && answer()->status != gvcp::Status::Success; }
 
     void proceed() override;
-    void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) override;
+    void take(const Datagram& datagram, const gvcp::AcknowledgePacket& acknowledge) override
+    {
+        m_force.take(datagram, acknowledge);
+    }
+    void see(const Sighting& sighting) override { m_search.see(sighting); }
     bool isOver() const override { return m_search.isOver() || isRefused(); }
     Clock::time_point nextStep() const override { return std::min(m_force.nextStep(), m_search.nextStep()); }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <map>
 #include <memory>
 #include <random>
 
@@ -314,6 +315,25 @@ TEST_F(LineTest, ManyCamerasTakeHardlyLongerThanOne)
     EXPECT_LT(network.elapsed() - one, 2 * one);
     for (const auto& run : runs)
         EXPECT_EQ(run->change->result().nError, RZ_OK) << run->change->result().szError;
+}
+
+TEST_F(LineTest, CamerasAreNotAskedMoreOftenWhereMoreOfThemAreWaitedFor)
+{
+    std::map<sdk::Clock::duration, int> looks; // By when they were sent.
+    network.onSend = [this, &looks, toCameras = network.onSend](const FakeNetwork::Sent& sent) {
+        if (sent.command().command == gvcp::Command::Discovery)
+            ++looks[sent.time];
+        toCameras(sent);
+    };
+    for (int i = 0; i < 60; ++i) {
+        begin(toMethod(add(), 6));
+        const auto later = network.now() + 7ms; // Each has questions at moments of its own.
+        line.serve(later, [] { return false; });
+    }
+    serve();
+    ASSERT_GT(looks.size(), 8u);
+    for (const auto& [time, count] : looks)
+        EXPECT_LE(std::distance(looks.lower_bound(time), looks.lower_bound(time + 1s)), 8) << "in a second";
 }
 
 /// What is changed in the tests where something goes wrong, and what the camera has at first.
