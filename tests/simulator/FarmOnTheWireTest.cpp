@@ -238,7 +238,7 @@ TEST_F(FarmOnTheWire, CommandsOfTheControlSocketActOnTheRunningFarm)
         farm.control("plug 00:1A:2B:00:00:09");
         FAIL() << "not refused";
     } catch (const std::runtime_error& error) {
-        EXPECT_THAT(error.what(), HasSubstr("camera-farm: the farm has no camera 00:1A:2B:00:00:09\n"));
+        EXPECT_THAT(error.what(), HasSubstr("the farm has no camera 00:1A:2B:00:00:09"));
     }
 }
 

@@ -138,6 +138,20 @@ TEST_F(FarmProgram, TakesOverTheControlSocketOfAFarmThatIsGoneButNotOfOneThatRun
         << "the first one's is untouched";
 }
 
+TEST_F(FarmProgram, SendsACommandAndPrintsTheAnswerOrTheRefusal)
+{
+    lab::Process farm = start();
+    farm.readLine();
+    const lab::Output answer = run({"--control", socket, "send", "show", "001A2B000001"});
+    EXPECT_EQ(answer.status, 0);
+    EXPECT_THAT(answer.standardOutput, HasSubstr("\"address\": \"192.168.1.20\""));
+    EXPECT_EQ(answer.standardError, "");
+    const lab::Output refusal = run({"--control", socket, "send", "plug", "001A2B000009"});
+    EXPECT_EQ(refusal.status, 1);
+    EXPECT_EQ(refusal.standardOutput, "");
+    EXPECT_EQ(refusal.standardError, "camera-farm: the farm has no camera 00:1A:2B:00:00:09\n");
+}
+
 TEST_F(FarmProgram, EndsWithTheReasonWhenItsInterfaceVanishes)
 {
     lab::Process farm = start();

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/simulator/Shown.h"
 
-#include <chrono>
+#include "tests/support/WaitUntil.h"
+
 #include <stdexcept>
 
 namespace simulator_tests {
@@ -13,15 +14,14 @@ nlohmann::json shown(const lab::Farm& farm, const std::string& mac)
 
 nlohmann::json runningCamera(const lab::Farm& farm, const std::string& mac)
 {
-    using Clock = std::chrono::steady_clock;
-    const auto deadline = Clock::now() + std::chrono::seconds(30);
-    for (;;) {
-        nlohmann::json camera = shown(farm, mac);
-        if (camera.at("state") == "running")
-            return camera;
-        if (Clock::now() > deadline)
-            throw std::runtime_error("the camera does not get an address: " + camera.dump());
-    }
+    nlohmann::json camera;
+    const auto isRunning = [&] {
+        camera = shown(farm, mac);
+        return camera.at("state") == "running";
+    };
+    if (!waitUntil(isRunning))
+        throw std::runtime_error("the camera does not get an address: " + camera.dump());
+    return camera;
 }
 
 } // namespace simulator_tests

@@ -11,7 +11,7 @@ namespace simulator_tests {
 /// What the farm shows of a camera.
 nlohmann::json shown(const lab::Farm& farm, const std::string& mac);
 
-/// The same as soon as the camera has booted; throws when it has not after 30 s.
+/// The same as soon as the camera has booted; throws when it has not after 20 s.
 nlohmann::json runningCamera(const lab::Farm& farm, const std::string& mac);
 
 } // namespace simulator_tests

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/NetworkLab.h"
 
+#include "simulator/ControlSocket.h"
 #include "tests/support/ChildLauncher.h"
 
 #include <cerrno>
@@ -309,11 +310,12 @@ Farm::~Farm()
 
 std::string Farm::control(const std::string& command) const
 {
-    const Output output =
-        m_space.execute({CAMERA_FARM, "--control", m_directory + "/control", "send", command});
-    if (output.status != 0)
-        throw std::runtime_error(command + ": " + output.standardError);
-    return output.standardOutput;
+    // In this process: a program for each of a test's hundreds of commands would take longer than its cameras
+    // do.
+    const auto answer = simulator::ControlSocket::request(m_directory + "/control", command);
+    if (!answer.accepted)
+        throw std::runtime_error(command + ": " + answer.text);
+    return answer.text;
 }
 
 } // namespace lab
