@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/app/InstalledProgram.h"
+#include "tests/support/Sanitizers.h"
 
 #include <gtest/gtest.h>
 
@@ -89,9 +90,8 @@ TEST_F(SingleInstance, OfManyStartsAtTheSameTimeOneOpensTheWindow)
 
 TEST_F(SingleInstance, StartsAsIfItHadTheLockWhereTheFileSystemKnowsNone)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
-#endif
+    if (IsSanitized)
+        GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
     const lab::Process first = program.start();
     program.window(first);
     const lab::Process second = program.start({}, withLockError(ENOLCK));
@@ -101,9 +101,8 @@ TEST_F(SingleInstance, StartsAsIfItHadTheLockWhereTheFileSystemKnowsNone)
 
 TEST_F(SingleInstance, TakesALockThatItIsDeniedForAnothers)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
-#endif
+    if (IsSanitized)
+        GTEST_SKIP() << "nothing may be preloaded before a sanitizer";
     const lab::Output output = program.run({}, withLockError(EACCES));
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.standardOutput, "/var/run/ip-configurator.pid already locked, error: Permission denied\n"
@@ -167,9 +166,8 @@ TEST_F(SingleInstance, EndsWhereTheLockFileCannotBeWritten)
 
 TEST_F(SingleInstance, EndsSilentlyWhereTheProgramsNameCannotBeFoundOut)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "a sanitized program does not start without /proc";
-#endif
+    if (IsSanitized)
+        GTEST_SKIP() << "a sanitized program does not start without /proc";
     const lab::Output output = program.run({}, "mount -t tmpfs none /proc");
     EXPECT_EQ(output.status, 1);
     EXPECT_EQ(output.standardOutput, "");

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/genapi/Descriptions.h"
+#include "tests/support/Sanitizers.h"
 #include "tests/support/Zips.h"
 
 #include <gmock/gmock.h>
@@ -13,12 +14,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool isSanitized = true; // The sanitizers' own memory is many times that of the program.
-#else
-constexpr bool isSanitized = false;
-#endif
 
 /// A description of that many features, documented as real ones are.
 std::string realisticDescription(int features)
@@ -52,7 +47,7 @@ long memoryToLoad(const std::string& data)
             getrusage(RUSAGE_SELF, &usage);
             return usage.ru_maxrss * 1024;
         };
-        if (!isSanitized) {
+        if (!IsSanitized) {
             const rlimit second{1, 1};
             setrlimit(RLIMIT_CPU, &second);
         }
@@ -157,7 +152,7 @@ TEST(AText, IsRefusedWhereverItIsCutOff)
 
 TEST(ADescriptionOfAnySize, TakesLessThan64MegabytesAndASecond)
 {
-    if (isSanitized)
+    if (IsSanitized)
         GTEST_SKIP() << "The sanitizer's memory would be measured.";
     constexpr long most = 64 * 1024 * 1024;
     const std::string gigabytes = zipOf({{"bomb.xml", std::string(200 * 1024 * 1024, ' ')}});

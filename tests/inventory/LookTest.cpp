@@ -2,6 +2,7 @@
 // A look at simulated cameras behind real adapters.
 #include "inventory/Look.h"
 #include "tests/network/Site.h"
+#include "tests/support/Sanitizers.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -233,11 +234,7 @@ TEST(Look, CountsQuestionsThatGetLost)
 
 TEST(Look, OfManyCamerasTellsAllThatItTellsOfOne)
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    const int camerasOfAFarm = 50; // The sanitizers slow the cameras down too, and a look's time stays.
-#else
-    const int camerasOfAFarm = 250;
-#endif
+    const int camerasOfAFarm = IsSanitized ? 50 : 250; // A look's time stays.
     const std::string repeat = R"(, "repeat": )" + std::to_string(camerasOfAFarm);
     Site site;
     lab::Switch& line = site.addAdapter("line0", "10.1.0.1/16");

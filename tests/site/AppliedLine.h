@@ -4,6 +4,7 @@
 #include "site/Apply.h"
 #include "site/Site.h"
 #include "tests/network/Site.h"
+#include "tests/support/Sanitizers.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -20,12 +21,8 @@ struct LineCamera
     std::string fault; ///< What goes wrong, for a failed test.
 };
 
-/// The sanitizers slow the simulated cameras, all in one process, so that fewer of them are asked too much.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-inline constexpr int Slowness = 4;
-#else
-inline constexpr int Slowness = 1;
-#endif
+/// One of so many cameras is there, where the others would be asked too much.
+inline constexpr int Slowness = IsSanitized ? 4 : 1;
 
 /// A line of cameras on one switch, whose plan is applied with little patience. What is said of each camera
 /// is held against what the camera's farm says.
