@@ -87,12 +87,15 @@ bool FarmSaves::becomesFree(int number) const
     return waitUntil([&] { return !simulator_tests::shown(*farm, macOf(number)).at("held").get<bool>(); });
 }
 
-void FarmSaves::saveAll()
+void FarmSaves::saveAll(std::size_t atOnce)
 {
-    for (auto& save : saves)
-        save.start();
-    for (auto& save : saves)
-        ASSERT_TRUE(save.awaitEnd());
+    for (std::size_t first = 0; first < saves.size(); first += atOnce) {
+        const std::size_t end = std::min(first + atOnce, saves.size());
+        for (std::size_t i = first; i < end; ++i)
+            saves[i].start();
+        for (std::size_t i = first; i < end; ++i)
+            ASSERT_TRUE(saves[i].awaitEnd());
+    }
 }
 
 FarmSaves::Resources FarmSaves::resources()

@@ -19,6 +19,7 @@ protected:
     static constexpr char Used[] = "Information: The IP address has been used by other devices.";
     static constexpr char Failed[] =
         "Error: Failed to modify the IP address.The camera may be in use at present.";
+    static constexpr std::size_t MaxCameras = 256;
     static constexpr char FailedUnchanged[] = "Error: Failed to modify.";
 
     /// By DHCP, the first one at 192.168.1.20.
@@ -42,8 +43,8 @@ protected:
     int commands(int number) const;
     /// Waits until nobody controls the camera; its heartbeat time bounds that.
     bool becomesFree(int number) const;
-    /// Starts all saves and waits for their ends.
-    void saveAll();
+    /// Starts all saves and waits for their ends; so many at once.
+    void saveAll(std::size_t atOnce = MaxCameras);
 
     /// What this process has open.
     struct Resources
