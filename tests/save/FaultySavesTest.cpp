@@ -2,7 +2,9 @@
 // What may go wrong on the way to a camera while it is saved.
 #include "tests/save/FarmSaves.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
+#include <limits>
 
 using simulator_tests::shown;
 using testing::Contains;
@@ -24,6 +26,17 @@ protected:
 
     bool hasVanished(int number) const { return !shown(*farm, macOf(number)).at("plugged"); }
 
+    /// How often a save writes registers: the least of those that came through, as repetitions of what was
+    /// answered late are counted, too.
+    int registerWritesOfASave() const
+    {
+        int least = std::numeric_limits<int>::max();
+        for (int i = 0; i < static_cast<int>(saves.size()); ++i)
+            if (!hasVanished(i))
+                least = std::min(least, shown(*farm, macOf(i)).at("received").at("WRITEREG").get<int>());
+        return least;
+    }
+
     /// Whether a camera that is plugged in again holds the new configuration; else it holds the old one.
     bool isChangedWhenItReturns(int number)
     {
@@ -41,9 +54,9 @@ protected:
 
 TEST_F(FaultySaves, ACameraThatVanishesAfterAnyCommandEndsTheSaveAndHoldsTheOldOrTheNewConfiguration)
 {
-    // Of each sort of command, each camera is let go one further than the one before. A save takes fewer; how
-    // many is not known: there are heartbeats among them, and repetitions. That it is heard by the others'
-    // discoveries, too, does not count.
+    // Of each sort of command, each camera is let go one further than the one before. A save mostly takes
+    // fewer; how many is not known: there are heartbeats among them, and repetitions. That it is heard by the
+    // others' discoveries, too, does not count.
     const struct
     {
         const char* command;
@@ -59,7 +72,7 @@ TEST_F(FaultySaves, ACameraThatVanishesAfterAnyCommandEndsTheSaveAndHoldsTheOldO
     ASSERT_EQ(begun, Cameras);
     for (int i = 0; i < Cameras; ++i)
         ASSERT_TRUE(saves[i].awaitEnd());
-    EXPECT_FALSE(hasVanished(Cameras - 1)) << "a save writes at more registers than were tried";
+    EXPECT_LE(registerWritesOfASave(), sorts[3].cameras) << "a cable was not pulled at every write";
     EXPECT_EQ(whenDownTo(before), before);
 
     int untouched = 0;
