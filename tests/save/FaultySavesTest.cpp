@@ -31,9 +31,11 @@ protected:
     int registerWritesOfASave() const
     {
         int least = std::numeric_limits<int>::max();
-        for (int i = 0; i < static_cast<int>(saves.size()); ++i)
-            if (!hasVanished(i))
-                least = std::min(least, shown(*farm, macOf(i)).at("received").at("WRITEREG").get<int>());
+        for (int i = 0; i < static_cast<int>(saves.size()); ++i) {
+            const auto camera = shown(*farm, macOf(i));
+            if (camera.at("plugged"))
+                least = std::min(least, camera.at("received").at("WRITEREG").get<int>());
+        }
         return least;
     }
 
@@ -54,9 +56,9 @@ protected:
 
 TEST_F(FaultySaves, ACameraThatVanishesAfterAnyCommandEndsTheSaveAndHoldsTheOldOrTheNewConfiguration)
 {
-    // Of each sort of command, each camera is let go one further than the one before. A save mostly takes
-    // fewer; how many is not known: there are heartbeats among them, and repetitions. That it is heard by the
-    // others' discoveries, too, does not count.
+    // Of each sort of command, each camera is let go one further than the one before. A save takes fewer; how
+    // many is not known: there are heartbeats among them, and repetitions. That it is heard by the others'
+    // discoveries, too, does not count.
     const struct
     {
         const char* command;
@@ -72,7 +74,7 @@ TEST_F(FaultySaves, ACameraThatVanishesAfterAnyCommandEndsTheSaveAndHoldsTheOldO
     ASSERT_EQ(begun, Cameras);
     for (int i = 0; i < Cameras; ++i)
         ASSERT_TRUE(saves[i].awaitEnd());
-    EXPECT_LE(registerWritesOfASave(), sorts[3].cameras) << "a cable was not pulled at every write";
+    EXPECT_LT(registerWritesOfASave(), sorts[3].cameras) << "a save writes at more registers than were tried";
     EXPECT_EQ(whenDownTo(before), before);
 
     int untouched = 0;
